@@ -1,0 +1,47 @@
+#pragma once
+
+#include <string>
+#include <utility>
+
+namespace kestrel {
+
+/// Where a queued file stands. Equal when the case is the same and, for a failure, the message too.
+class JobState {
+  public:
+    enum class Case : unsigned char { failed, waiting, converting, completed, cancelled };
+
+    /// The conversion ended in an error; the message, UTF-8, is shown to the user and may be empty.
+    static JobState failed(std::string message) {
+        return JobState(Case::failed, std::move(message));
+    }
+
+    /// Queued, not started.
+    static JobState waiting() { return JobState(Case::waiting); }
+
+    /// ffmpeg is running for this job.
+    static JobState converting() { return JobState(Case::converting); }
+
+    /// The output file was written.
+    static JobState completed() { return JobState(Case::completed); }
+
+    /// The user stopped the conversion.
+    static JobState cancelled() { return JobState(Case::cancelled); }
+
+    Case which() const noexcept { return case_; }
+
+    bool is(Case other) const noexcept { return case_ == other; }
+
+    /// Empty unless the case is `failed`.
+    const std::string& message() const noexcept { return message_; }
+
+    friend bool operator==(const JobState&, const JobState&) = default;
+
+  private:
+    explicit JobState(Case which, std::string message = {})
+        : case_(which), message_(std::move(message)) {}
+
+    Case case_;
+    std::string message_;
+};
+
+} // namespace kestrel

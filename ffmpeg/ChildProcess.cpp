@@ -1,0 +1,117 @@
+#include "ChildProcess.h"
+
+#include "Pipe.h"
+#include "PlatformError.h"
+#include "SpawnAttributes.h"
+
+#include <spawn.h>
+#include <sys/wait.h>
+
+#include <cerrno>
+#include <csignal>
+#include <thread>
+#include <utility>
+
+// The header of glibc 2.36 forgets that it is read by C++ too.
+extern "C" {
+#include <sys/pidfd.h>
+}
+
+namespace kestrel {
+
+namespace {
+
+/// Waits for the child to exit; `options` may leave it unreaped. Returns the error number, or 0.
+int waitForExit(pid_t child, int options, siginfo_t& info) noexcept {
+    while (::waitid(P_PID, static_cast<id_t>(child), &info, WEXITED | options) != 0) {
+        if (errno != EINTR) {
+            return errno;
+        }
+    }
+    return 0;
+}
+
+void reapWhenItExits(pid_t child) noexcept {
+    try {
+        std::thread([child] {
+            siginfo_t info{};
+            waitForExit(child, 0, info);
+        }).detach();
+    } catch (const std::system_error&) {
+        // Without a thread to wait, the child stays a zombie until this program ends.
+    }
+}
+
+} // namespace
+
+ChildProcess::ChildProcess(FileURL executable, std::vector<std::string> arguments,
+                           StandardOutput standardOutput)
+    : executable_(std::move(executable)),
+      arguments_(std::move(arguments)),
+      standardOutputKind_(standardOutput) {}
+
+ChildProcess::~ChildProcess() {
+    if (isRunning_) {
+        reapWhenItExits(pid_);
+    }
+}
+
+void ChildProcess::launch() {
+    try {
+        SpawnAttributes attributes;
+        Pipe output;
+        if (standardOutputKind_ == StandardOutput::pipe) {
+            output = Pipe::make();
+            attributes.redirect(STDOUT_FILENO, output.writeEnd);
+        } else {
+            attributes.redirectToNullDevice(STDOUT_FILENO);
+        }
+        Pipe error = Pipe::make();
+        attributes.redirect(STDERR_FILENO, error.writeEnd);
+        adopt(attributes.spawn(executable_, arguments_));
+        standardOutput_ = std::move(output.readEnd);
+        standardError_ = std::move(error.readEnd);
+    } catch (const std::system_error& failure) {
+        throw PlatformError::programNotStarted(executable_, failure.code());
+    }
+}
+
+void ChildProcess::adopt(pid_t child) noexcept {
+    const std::lock_guard lock(mutex_);
+    pid_ = child;
+    pidDescriptor_ = FileDescriptor(::pidfd_open(child, 0));
+    isRunning_ = true;
+}
+
+ProcessExit ChildProcess::waitUntilExit() {
+    siginfo_t info{};
+    // The child stays unreaped while the lock is not held, so that an interrupt never meets a
+    // number that has passed to another process.
+    if (const int error = waitForExit(pid_, WNOWAIT, info); error != 0) {
+        const std::lock_guard lock(mutex_);
+        isRunning_ = false;
+        throw PlatformError::programLost(executable_,
+                                         std::error_code(error, std::generic_category()));
+    }
+    const std::lock_guard lock(mutex_);
+    waitForExit(pid_, 0, info);
+    isRunning_ = false;
+    pidDescriptor_.reset();
+    return {info.si_code == CLD_EXITED ? ProcessExit::Reason::exit
+                                       : ProcessExit::Reason::uncaughtSignal,
+            info.si_status};
+}
+
+void ChildProcess::interrupt() noexcept {
+    const std::lock_guard lock(mutex_);
+    if (!isRunning_) {
+        return;
+    }
+    if (pidDescriptor_) {
+        ::pidfd_send_signal(pidDescriptor_.get(), SIGINT, nullptr, 0);
+    } else {
+        ::kill(pid_, SIGINT);
+    }
+}
+
+} // namespace kestrel

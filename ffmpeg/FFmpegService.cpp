@@ -1,0 +1,151 @@
+#include "FFmpegService.h"
+
+#include "BackgroundTask.h"
+#include "ChildProcess.h"
+#include "DiagnosticsParser.h"
+#include "ExecutableSearch.h"
+#include "FFmpegArguments.h"
+#include "FFmpegError.h"
+#include "LineSplitter.h"
+#include "Pipe.h"
+#include "PlatformError.h"
+#include "ProgressParser.h"
+
+#include <sys/resource.h>
+
+#include <filesystem>
+#include <future>
+#include <system_error>
+#include <utility>
+
+namespace kestrel {
+
+namespace {
+
+constexpr std::array<std::string_view, 3> candidatePaths{
+    "/opt/homebrew/bin/ffmpeg", "/usr/local/bin/ffmpeg", "/usr/bin/ffmpeg"};
+
+void createFolder(const FileURL& folder) {
+    std::error_code error;
+    std::filesystem::create_directories(folder.path(), error);
+    if (error) {
+        throw PlatformError::folderNotCreated(folder, error);
+    }
+}
+
+void reportProgress(const FileDescriptor& progress, double duration,
+                    const ConversionRunner::ProgressHandler& onProgress) {
+    LineSplitter lines([&](std::string_view line) {
+        if (const std::optional<double> fraction = progressFraction(line, duration)) {
+            onProgress(*fraction);
+        }
+    });
+    readChunks(progress, [&lines](std::string_view chunk) { lines.feed(chunk); });
+    lines.finish();
+}
+
+double probedDuration(const FileURL& source, const FileURL& ffmpeg) {
+    ChildProcess probe(ffmpeg, probeArguments(source), ChildProcess::StandardOutput::nullDevice);
+    probe.launch();
+    const std::string diagnostics = readToEnd(probe.takeStandardError());
+    // With no output file given, ffmpeg describes the input and exits with an error.
+    static_cast<void>(probe.waitUntilExit());
+    return durationInDiagnostics(diagnostics);
+}
+
+void lowerPriorityOfThisThread() noexcept {
+    constexpr int niceness = 5;
+    // On Linux this is the calling thread alone, and the children that it starts.
+    static_cast<void>(::setpriority(PRIO_PROCESS, 0, niceness));
+}
+
+} // namespace
+
+/// Holds the conversion child in `activeProcess_` for as long as it lives.
+class FFmpegService::ActiveProcessScope {
+  public:
+    ActiveProcessScope(FFmpegService& service, std::shared_ptr<ChildProcess> child)
+        : service_(service) {
+        store(std::move(child));
+    }
+
+    ActiveProcessScope(const ActiveProcessScope&) = delete;
+    ActiveProcessScope& operator=(const ActiveProcessScope&) = delete;
+
+    ~ActiveProcessScope() { store(nullptr); }
+
+  private:
+    void store(std::shared_ptr<ChildProcess> child) noexcept {
+        const std::lock_guard lock(service_.lock_);
+        // The previous handle goes away after the lock has been released.
+        service_.activeProcess_.swap(child);
+    }
+
+    FFmpegService& service_;
+};
+
+FFmpegService::FFmpegService(BinaryLocator locator) : locator_(std::move(locator)) {}
+
+std::optional<FileURL> FFmpegService::locateBinary() {
+    return firstExecutable(candidatePaths);
+}
+
+void FFmpegService::convert(const FileURL& source, const FileURL& destination,
+                            const ConversionSettings& settings, const ProgressHandler& onProgress) {
+    const std::optional<FileURL> ffmpeg = locator_();
+    if (!ffmpeg) {
+        throw FFmpegError::notFound();
+    }
+    const double duration = mediaDuration(source, *ffmpeg);
+    createFolder(destination.deletingLastPathComponent());
+
+    const auto child =
+        std::make_shared<ChildProcess>(*ffmpeg, conversionArguments(source, destination, settings),
+                                       ChildProcess::StandardOutput::pipe);
+    const ActiveProcessScope active(*this, child);
+    child->launch();
+    std::future<std::string> diagnostics;
+    try {
+        // Read at the same time as the progress, so that neither pipe fills up and stalls the
+        // child.
+        diagnostics = runDetached(
+            [error = child->takeStandardError()]() mutable { return readToEnd(std::move(error)); });
+        reportProgress(child->takeStandardOutput(), duration, onProgress);
+        const ProcessExit exit = child->waitUntilExit();
+        const std::string bytes = diagnostics.get();
+        if (exit.reason == ProcessExit::Reason::uncaughtSignal) {
+            throw FFmpegError::cancelled();
+        }
+        if (exit.code != 0) {
+            throw FFmpegError::processFailed(diagnosticsTail(bytes));
+        }
+    } catch (const std::system_error& failure) {
+        throw PlatformError::programLost(*ffmpeg, failure.code());
+    }
+}
+
+void FFmpegService::interruptActiveProcess() {
+    std::shared_ptr<ChildProcess> child;
+    {
+        const std::lock_guard lock(lock_);
+        child = activeProcess_;
+    }
+    if (child) {
+        child->interrupt();
+    }
+}
+
+double FFmpegService::mediaDuration(const FileURL& source, const FileURL& ffmpeg) {
+    try {
+        return runDetached([source, ffmpeg] {
+                   lowerPriorityOfThisThread();
+                   return probedDuration(source, ffmpeg);
+               })
+            .get();
+    } catch (const std::exception&) {
+        // A length that cannot be read only turns off the fractions of the progress.
+        return 0;
+    }
+}
+
+} // namespace kestrel

@@ -1,0 +1,42 @@
+#include "PlatformError.h"
+
+#include <QCoreApplication>
+#include <QString>
+
+#include <string>
+
+namespace kestrel {
+
+namespace {
+
+std::string text(const char* sentence, const FileURL& url, std::error_code reason) {
+    return QCoreApplication::translate("kestrel::PlatformError", sentence)
+        .arg(QString::fromUtf8(url.path().data(), static_cast<qsizetype>(url.path().size())),
+             qt_error_string(reason.value()))
+        .toStdString();
+}
+
+} // namespace
+
+PlatformError::PlatformError(const char* sentence, const FileURL& url, std::error_code reason)
+    : std::runtime_error(text(sentence, url, reason)), code_(reason) {}
+
+PlatformError PlatformError::folderNotCreated(const FileURL& folder, std::error_code reason) {
+    return {
+        QT_TRANSLATE_NOOP("kestrel::PlatformError", "The folder “%1” could not be created: %2."),
+        folder, reason};
+}
+
+PlatformError PlatformError::programNotStarted(const FileURL& program, std::error_code reason) {
+    return {
+        QT_TRANSLATE_NOOP("kestrel::PlatformError", "The program “%1” could not be started: %2."),
+        program, reason};
+}
+
+PlatformError PlatformError::programLost(const FileURL& program, std::error_code reason) {
+    return {QT_TRANSLATE_NOOP("kestrel::PlatformError",
+                              "The connection to the program “%1” was lost: %2."),
+            program, reason};
+}
+
+} // namespace kestrel

@@ -1,0 +1,88 @@
+#include "PrivateMounts.h"
+
+#include "Pipe.h"
+
+#include <fcntl.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <stdexcept>
+
+namespace kestrel::test {
+
+namespace {
+
+void check(bool isDone, const std::string& what) {
+    if (!isDone) {
+        throw std::runtime_error(what + ": " + std::strerror(errno));
+    }
+}
+
+void writeTo(const char* file, const std::string& text) {
+    std::ofstream out(file);
+    out << text;
+}
+
+void unshareMounts() {
+    const uid_t user = ::geteuid();
+    const gid_t group = ::getegid();
+    if (user == 0) {
+        check(::unshare(CLONE_NEWNS) == 0, "unshare");
+    } else {
+        check(::unshare(CLONE_NEWNS | CLONE_NEWUSER) == 0, "unshare");
+        writeTo("/proc/self/setgroups", "deny");
+        writeTo("/proc/self/uid_map", "0 " + std::to_string(user) + " 1");
+        writeTo("/proc/self/gid_map", "0 " + std::to_string(group) + " 1");
+    }
+    check(::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0, "private mounts");
+}
+
+void writeAll(const FileDescriptor& target, const std::string& text) {
+    static_cast<void>(!::write(target.get(), text.data(), text.size()));
+}
+
+} // namespace
+
+std::string PrivateMounts::run(const std::function<std::string()>& function) {
+    Pipe result = Pipe::make();
+    const pid_t child = ::fork();
+    if (child == 0) {
+        int status = 0;
+        try {
+            unshareMounts();
+            writeAll(result.writeEnd, function());
+        } catch (const std::exception& error) {
+            writeAll(result.writeEnd, error.what());
+            status = 1;
+        }
+        ::_exit(status);
+    }
+    result.writeEnd.reset();
+    std::string text = readToEnd(std::move(result.readEnd));
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    if (status != 0) {
+        throw std::runtime_error(text);
+    }
+    return text;
+}
+
+void PrivateMounts::cover(const std::string& folder) {
+    check(::mount("tmpfs", folder.c_str(), "tmpfs", 0, nullptr) == 0, "cover " + folder);
+}
+
+void PrivateMounts::coverFile(const std::string& file) {
+    // Any file that nobody may execute does.
+    check(::mount("/etc/passwd", file.c_str(), nullptr, MS_BIND, nullptr) == 0, "cover " + file);
+}
+
+void PrivateMounts::uncoverFile(const std::string& file) {
+    check(::umount2(file.c_str(), 0) == 0, "uncover " + file);
+}
+
+} // namespace kestrel::test

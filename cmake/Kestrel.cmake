@@ -1,12 +1,15 @@
-# Flags that every target of the project is compiled with.
+# What every target of the project is compiled with: the warnings, and the instrumentation of the
+# sanitizer and coverage builds.
+add_library(kestrel_warnings INTERFACE)
 add_library(kestrel_flags INTERFACE)
-target_compile_options(kestrel_flags INTERFACE
+target_link_libraries(kestrel_flags INTERFACE kestrel_warnings)
+target_compile_options(kestrel_warnings INTERFACE
     -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
-    -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wformat=2 -Wnull-dereference)
+    -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wformat=2)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
-    target_compile_options(kestrel_flags INTERFACE -fcoroutines-ts -Wno-deprecated-experimental-coroutine)
+    target_compile_options(kestrel_warnings INTERFACE -fcoroutines-ts -Wno-deprecated-experimental-coroutine)
 endif()
-target_compile_definitions(kestrel_flags INTERFACE
+target_compile_definitions(kestrel_warnings INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
     QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 if(KESTREL_SANITIZE)

@@ -51,12 +51,13 @@ ChildProcess::ChildProcess(FileURL executable, std::vector<std::string> argument
       standardOutputKind_(standardOutput) {}
 
 ChildProcess::~ChildProcess() {
-    if (isRunning_) {
+    if (stage_ == Stage::running) {
         reapWhenItExits(pid_);
     }
 }
 
 void ChildProcess::launch() {
+    setStage(Stage::launching);
     try {
         SpawnAttributes attributes;
         Pipe output;
@@ -72,15 +73,24 @@ void ChildProcess::launch() {
         standardOutput_ = std::move(output.readEnd);
         standardError_ = std::move(error.readEnd);
     } catch (const std::system_error& failure) {
+        setStage(Stage::exited);
         throw PlatformError::programNotStarted(executable_, failure.code());
     }
+}
+
+void ChildProcess::setStage(Stage stage) noexcept {
+    const std::lock_guard lock(mutex_);
+    stage_ = stage;
 }
 
 void ChildProcess::adopt(pid_t child) noexcept {
     const std::lock_guard lock(mutex_);
     pid_ = child;
     pidDescriptor_ = FileDescriptor(::pidfd_open(child, 0));
-    isRunning_ = true;
+    stage_ = Stage::running;
+    if (isInterruptDue_) {
+        sendInterrupt();
+    }
 }
 
 ProcessExit ChildProcess::waitUntilExit() {
@@ -88,14 +98,13 @@ ProcessExit ChildProcess::waitUntilExit() {
     // The child stays unreaped while the lock is not held, so that an interrupt never meets a
     // number that has passed to another process.
     if (const int error = waitForExit(pid_, WNOWAIT, info); error != 0) {
-        const std::lock_guard lock(mutex_);
-        isRunning_ = false;
+        setStage(Stage::exited);
         throw PlatformError::programLost(executable_,
                                          std::error_code(error, std::generic_category()));
     }
     const std::lock_guard lock(mutex_);
     waitForExit(pid_, 0, info);
-    isRunning_ = false;
+    stage_ = Stage::exited;
     pidDescriptor_.reset();
     return {info.si_code == CLD_EXITED ? ProcessExit::Reason::exit
                                        : ProcessExit::Reason::uncaughtSignal,
@@ -104,9 +113,15 @@ ProcessExit ChildProcess::waitUntilExit() {
 
 void ChildProcess::interrupt() noexcept {
     const std::lock_guard lock(mutex_);
-    if (!isRunning_) {
-        return;
+    if (stage_ == Stage::launching) {
+        // The child may be at work already, though its number is not known here yet.
+        isInterruptDue_ = true;
+    } else if (stage_ == Stage::running) {
+        sendInterrupt();
     }
+}
+
+void ChildProcess::sendInterrupt() const noexcept {
     if (pidDescriptor_) {
         ::pidfd_send_signal(pidDescriptor_.get(), SIGINT, nullptr, 0);
     } else {

@@ -46,11 +46,17 @@ class ChildProcess {
     ProcessExit waitUntilExit();
 
     /// Sends SIGINT to the child, and never to a process that has come to its number since. Nothing
-    /// happens before the launch and after the exit. Any thread; does not block.
+    /// happens before the launch and after the exit; during the launch the signal follows as soon
+    /// as there is a child. Any thread; does not block.
     void interrupt() noexcept;
 
   private:
+    enum class Stage : unsigned char { notStarted, launching, running, exited };
+
+    void setStage(Stage stage) noexcept;
     void adopt(pid_t child) noexcept;
+    /// Needs the mutex and a running child.
+    void sendInterrupt() const noexcept;
 
     FileURL executable_;
     std::vector<std::string> arguments_;
@@ -61,7 +67,8 @@ class ChildProcess {
     /// Guards what follows. While it is held, a running child is not reaped, so its number is its
     /// own.
     std::mutex mutex_;
-    bool isRunning_ = false;
+    Stage stage_ = Stage::notStarted;
+    bool isInterruptDue_ = false;
     pid_t pid_ = -1;
     /// None where the kernel has no descriptors for processes.
     FileDescriptor pidDescriptor_;

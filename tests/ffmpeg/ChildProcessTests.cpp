@@ -151,6 +151,24 @@ TEST(ChildProcess, survivesInterruptsAtAnyMomentOfItsLife) {
     }
 }
 
+TEST(ChildProcess, losesNoInterruptOnceItIsAtWork) {
+    const LeakGuard guard;
+    const TemporaryFolder folder;
+    for (int i = 0; i < 100; ++i) {
+        const std::string up = folder.file(std::to_string(i)).path();
+        const auto child = scripted("touch " + up + "\nblock");
+        // Not before the child's own sign, but perhaps before its launch has returned.
+        std::thread interrupter([&] {
+            while (::access(up.c_str(), F_OK) != 0) {
+            }
+            child->interrupt();
+        });
+        child->launch();
+        EXPECT_EQ(child->waitUntilExit(), killed(SIGINT));
+        interrupter.join();
+    }
+}
+
 TEST(ChildProcess, startsWithNothingButItsThreeStreamsAndPlainSignals) {
     const LeakGuard guard;
     const TemporaryFolder folder;

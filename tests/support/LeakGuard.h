@@ -6,7 +6,7 @@
 namespace kestrel::test {
 
 /// Counts this process's descriptors, children and threads when it is made, and fails the test when
-/// any of them has not come back to that within ten seconds of its end.
+/// any of them has not gone back to that within ten seconds of its end.
 class LeakGuard {
   public:
     LeakGuard();
@@ -24,8 +24,6 @@ class LeakGuard {
         static Counts now();
 
         std::string text() const;
-
-        friend bool operator==(const Counts&, const Counts&) = default;
     };
 
     Counts before_;

@@ -1,6 +1,7 @@
 #include "PrivateMounts.h"
 
 #include "Pipe.h"
+#include "TemporaryFolder.h"
 
 #include <fcntl.h>
 #include <sched.h>
@@ -28,7 +29,21 @@ void writeTo(const char* file, const std::string& text) {
     out << text;
 }
 
-void unshareMounts() {
+/// Sees to it that no mount made from now on is seen outside. `folder` is empty, and in nobody's
+/// way.
+void makeMountsPrivate(const std::string& folder) {
+    constexpr unsigned long isPrivate = MS_REC | MS_PRIVATE;
+    if (::mount(nullptr, "/", nullptr, isPrivate, nullptr) == 0) {
+        return;
+    }
+    // The root of a plain chroot is no mount, and has to become one first.
+    check(errno == EINVAL, "private mounts");
+    check(::mount("/", folder.c_str(), nullptr, MS_BIND | MS_REC, nullptr) == 0, "mount the root");
+    check(::mount(nullptr, folder.c_str(), nullptr, isPrivate, nullptr) == 0, "private root");
+    check(::chroot(folder.c_str()) == 0 && ::chdir("/") == 0, "enter the root");
+}
+
+void unshareMounts(const std::string& folder) {
     const uid_t user = ::geteuid();
     const gid_t group = ::getegid();
     if (user == 0) {
@@ -39,7 +54,7 @@ void unshareMounts() {
         writeTo("/proc/self/uid_map", "0 " + std::to_string(user) + " 1");
         writeTo("/proc/self/gid_map", "0 " + std::to_string(group) + " 1");
     }
-    check(::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0, "private mounts");
+    makeMountsPrivate(folder);
 }
 
 void writeAll(const FileDescriptor& target, const std::string& text) {
@@ -49,12 +64,13 @@ void writeAll(const FileDescriptor& target, const std::string& text) {
 } // namespace
 
 std::string PrivateMounts::run(const std::function<std::string()>& function) {
+    const TemporaryFolder folder;
     Pipe result = Pipe::make();
     const pid_t child = ::fork();
     if (child == 0) {
         int status = 0;
         try {
-            unshareMounts();
+            unshareMounts(folder.url().path());
             writeAll(result.writeEnd, function());
         } catch (const std::exception& error) {
             writeAll(result.writeEnd, error.what());

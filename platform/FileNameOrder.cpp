@@ -1,0 +1,45 @@
+#include "FileNameOrder.h"
+
+#include <QCollator>
+#include <QLocale>
+#include <QString>
+#include <QUtf8StringView>
+#include <algorithm>
+#include <utility>
+
+namespace kestrel {
+
+namespace {
+
+struct KeyedUrl {
+    QCollatorSortKey key;
+    FileURL url;
+};
+
+/// The locale is fixed: with the user's, the order would change from desktop to desktop, and in the
+/// "C" locale the collator falls back to comparing code units.
+QCollator fileNameCollator() {
+    QCollator collator(QLocale(QLocale::English, QLocale::UnitedStates));
+    collator.setNumericMode(true);
+    collator.setCaseSensitivity(Qt::CaseInsensitive);
+    return collator;
+}
+
+} // namespace
+
+void sortByFileName(std::vector<FileURL>& urls) {
+    const QCollator collator = fileNameCollator();
+    std::vector<KeyedUrl> keyed;
+    keyed.reserve(urls.size());
+    for (FileURL& url : urls) {
+        const std::string_view name = url.lastPathComponent();
+        const auto length = static_cast<qsizetype>(name.size());
+        keyed.push_back({collator.sortKey(QString::fromUtf8(name.data(), length)), std::move(url)});
+    }
+    std::stable_sort(keyed.begin(), keyed.end(),
+                     [](const KeyedUrl& a, const KeyedUrl& b) { return a.key.compare(b.key) < 0; });
+    std::transform(keyed.begin(), keyed.end(), urls.begin(),
+                   [](KeyedUrl& entry) { return std::move(entry.url); });
+}
+
+} // namespace kestrel

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QDBusArgument>
+#include <QList>
+#include <QMetaType>
+#include <QString>
+
+namespace kestrel {
+
+/// A file filter as the file chooser portal takes it: D-Bus type (sa(us)).
+struct PortalFilter {
+    struct Pattern {
+        enum Kind : unsigned { Glob = 0, MimeType = 1 };
+
+        unsigned kind = Glob;
+        QString text;
+    };
+
+    QString name;
+    QList<Pattern> patterns;
+};
+
+QDBusArgument& operator<<(QDBusArgument& argument, const PortalFilter::Pattern& pattern);
+const QDBusArgument& operator>>(const QDBusArgument& argument, PortalFilter::Pattern& pattern);
+QDBusArgument& operator<<(QDBusArgument& argument, const PortalFilter& filter);
+const QDBusArgument& operator>>(const QDBusArgument& argument, PortalFilter& filter);
+
+/// Makes PortalFilter, and lists of it, known to D-Bus; to be called before either is sent. Any
+/// thread.
+void registerPortalFilter();
+
+} // namespace kestrel
+
+Q_DECLARE_METATYPE(kestrel::PortalFilter::Pattern)
+Q_DECLARE_METATYPE(kestrel::PortalFilter)

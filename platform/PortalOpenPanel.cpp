@@ -1,0 +1,239 @@
+#include "PortalOpenPanel.h"
+
+#include "FileUri.h"
+#include "PortalFilter.h"
+#include "UserInputFilter.h"
+
+#include <QApplication>
+#include <QByteArray>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
+#include <QDBusVariant>
+#include <QStringList>
+#include <QUuid>
+#include <QWidget>
+#include <utility>
+
+namespace kestrel {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+// Functions, as the literals hold no memory of their own.
+QString portalService() {
+    return u"org.freedesktop.portal.Desktop"_s;
+}
+
+QString portalPath() {
+    return u"/org/freedesktop/portal/desktop"_s;
+}
+
+QString chooserInterface() {
+    return u"org.freedesktop.portal.FileChooser"_s;
+}
+
+QString requestInterface() {
+    return u"org.freedesktop.portal.Request"_s;
+}
+
+/// The first version of the interface that lets the user choose folders.
+constexpr uint folderVersion = 3;
+/// A portal that has to be started first may take seconds, but the user is waiting.
+constexpr int versionTimeoutMilliseconds = 5000;
+/// The call is answered when the panel is on its way, not when the user is done.
+constexpr int openTimeoutMilliseconds = 25000;
+constexpr uint successResponse = 0;
+
+/// The window that the panel belongs to, as the portal wants it named.
+QString parentWindow() {
+    const QWidget* window = QApplication::activeWindow();
+    if (window == nullptr || QGuiApplication::platformName() != u"xcb"_s) {
+        return {};
+    }
+    return u"x11:"_s + QString::number(window->winId(), 16);
+}
+
+/// Matches the extension in upper or lower case: the portal's globs mind it.
+QString caseInsensitiveGlob(const std::string& extension) {
+    QString glob = u"*."_s;
+    for (const QChar c : QString::fromStdString(extension)) {
+        if (c.toLower() == c.toUpper()) {
+            glob += c;
+        } else {
+            glob += u'[';
+            glob += c.toLower();
+            glob += c.toUpper();
+            glob += u']';
+        }
+    }
+    return glob;
+}
+
+PortalFilter filterFor(const std::vector<std::string>& extensions) {
+    PortalFilter filter;
+    filter.name = QCoreApplication::translate("OpenPanel", "Supported files");
+    for (const std::string& extension : extensions) {
+        filter.patterns.append({PortalFilter::Pattern::Glob, caseInsensitiveGlob(extension)});
+    }
+    return filter;
+}
+
+/// The text with its underscores kept: a single one marks the letter after it as a shortcut.
+QString withoutMnemonic(const std::string& label) {
+    return QString::fromStdString(label).replace(u'_', u"__"_s);
+}
+
+std::vector<FileURL> urlsFromUris(const QStringList& uris) {
+    std::vector<FileURL> urls;
+    for (const QString& uri : uris) {
+        if (std::optional<FileURL> url = fileUrlFromUri(uri.toStdString())) {
+            urls.push_back(std::move(*url));
+        }
+    }
+    return urls;
+}
+
+} // namespace
+
+PortalOpenPanel::PortalOpenPanel(QDBusConnection bus, OpenPanel::Options options,
+                                 FileURL startFolder)
+    : bus_(std::move(bus)), options_(std::move(options)), startFolder_(std::move(startFolder)) {
+    registerPortalFilter();
+}
+
+PortalOpenPanel::Answer PortalOpenPanel::run() {
+    if (!bus_.isConnected()) {
+        return {};
+    }
+    const UserInputFilter filter;
+    watchForLoss();
+    askVersion();
+    loop_.exec();
+    if (!answer_) {
+        // The program quits.
+        closeRequest();
+        return {.isFromPortal = true, .chosen = std::nullopt};
+    }
+    return *answer_;
+}
+
+void PortalOpenPanel::takeResponse(uint response, const QVariantMap& results) {
+    // Every other response is a dismissal: which one it is depends on how the panel was closed.
+    if (response == successResponse) {
+        finish({true, urlsFromUris(results.value(u"uris"_s).toStringList())});
+    } else {
+        finish({true, std::nullopt});
+    }
+}
+
+void PortalOpenPanel::giveUp() {
+    closeRequest();
+    finish({});
+}
+
+void PortalOpenPanel::call(const QDBusMessage& message, int timeoutMilliseconds, Handler handler) {
+    auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(message, timeoutMilliseconds), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this,
+            [this, handler = std::move(handler)](QDBusPendingCallWatcher* finished) {
+                finished->deleteLater();
+                if (!answer_) {
+                    handler(*finished);
+                }
+            });
+}
+
+void PortalOpenPanel::watchForLoss() {
+    auto* watcher = new QDBusServiceWatcher(portalService(), bus_,
+                                            QDBusServiceWatcher::WatchForUnregistration, this);
+    connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this, &PortalOpenPanel::giveUp);
+    bus_.connect(QString(), u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s,
+                 u"Disconnected"_s, this, SLOT(giveUp()));
+}
+
+void PortalOpenPanel::askVersion() {
+    QDBusMessage message = QDBusMessage::createMethodCall(
+        portalService(), portalPath(), u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+    message << chooserInterface() << u"version"_s;
+    call(message, versionTimeoutMilliseconds, [this](const QDBusPendingCallWatcher& watcher) {
+        const QDBusPendingReply<QDBusVariant> reply = watcher;
+        if (reply.isError() ||
+            (options_.canChooseDirectories && reply.value().variant().toUInt() < folderVersion)) {
+            giveUp();
+        } else {
+            openFile();
+        }
+    });
+}
+
+void PortalOpenPanel::openFile() {
+    const QString token = u"kestrel"_s + QUuid::createUuid().toString(QUuid::Id128);
+    QString sender = bus_.baseService().mid(1).replace(u'.', u'_');
+    // Subscribed before the call, as the response may come before the call's own reply.
+    setRequestPath(portalPath() + u"/request/"_s + sender + u'/' + token);
+    QDBusMessage message = QDBusMessage::createMethodCall(portalService(), portalPath(),
+                                                          chooserInterface(), u"OpenFile"_s);
+    message << parentWindow() << QString::fromStdString(options_.title) << portalOptions(token);
+    call(message, openTimeoutMilliseconds, [this](const QDBusPendingCallWatcher& watcher) {
+        const QDBusPendingReply<QDBusObjectPath> reply = watcher;
+        if (reply.isError()) {
+            giveUp();
+        } else {
+            setRequestPath(reply.value().path());
+        }
+    });
+}
+
+void PortalOpenPanel::setRequestPath(const QString& path) {
+    if (path == requestPath_) {
+        return;
+    }
+    const QString signalName = u"Response"_s;
+    if (!requestPath_.isEmpty()) {
+        bus_.disconnect(portalService(), requestPath_, requestInterface(), signalName, this,
+                        SLOT(takeResponse(uint, QVariantMap)));
+    }
+    requestPath_ = path;
+    bus_.connect(portalService(), requestPath_, requestInterface(), signalName, this,
+                 SLOT(takeResponse(uint, QVariantMap)));
+}
+
+void PortalOpenPanel::closeRequest() {
+    if (requestPath_.isEmpty()) {
+        return;
+    }
+    QDBusMessage message = QDBusMessage::createMethodCall(portalService(), requestPath_,
+                                                          requestInterface(), u"Close"_s);
+    message.setAutoStartService(false);
+    bus_.send(message);
+}
+
+void PortalOpenPanel::finish(Answer answer) {
+    if (!answer_) {
+        answer_ = std::move(answer);
+        loop_.quit();
+    }
+}
+
+QVariantMap PortalOpenPanel::portalOptions(const QString& handleToken) const {
+    const std::string& folder = startFolder_.path();
+    QVariantMap result = {
+        {u"handle_token"_s, handleToken},
+        {u"accept_label"_s, withoutMnemonic(options_.prompt)},
+        {u"modal"_s, true},
+        {u"multiple"_s, options_.allowsMultipleSelection},
+        {u"directory"_s, options_.canChooseDirectories},
+        // The portal takes the NUL byte at the end as a part of the text.
+        {u"current_folder"_s,
+         QByteArray(folder.c_str(), static_cast<qsizetype>(folder.size() + 1))},
+    };
+    if (!options_.allowedExtensions.empty()) {
+        const QList<PortalFilter> filters = {filterFor(options_.allowedExtensions)};
+        result.insert(u"filters"_s, QVariant::fromValue(filters));
+    }
+    return result;
+}
+
+} // namespace kestrel

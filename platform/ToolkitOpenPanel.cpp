@@ -1,0 +1,138 @@
+#include "ToolkitOpenPanel.h"
+
+#include "FileSystem.h"
+
+#include <QAbstractItemView>
+#include <QAction>
+#include <QApplication>
+#include <QByteArray>
+#include <QFileDialog>
+#include <QPointer>
+#include <QSettings>
+#include <QShortcut>
+#include <QStringList>
+#include <QToolButton>
+#include <utility>
+
+namespace kestrel {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// The dialog writes its history to the user's settings when it is destroyed, without a way to ask
+/// it not to. A folder below a device file cannot be made by anybody.
+void keepSettingsOffTheDisk() {
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, u"/dev/null/settings"_s);
+}
+
+/// The name filter for the extensions; the dialog ignores case.
+QString nameFilter(const std::vector<std::string>& extensions) {
+    QStringList globs;
+    for (const std::string& extension : extensions) {
+        globs.append(u"*."_s + QString::fromStdString(extension));
+    }
+    return QCoreApplication::translate("OpenPanel", "Supported files") + u" ("_s +
+           globs.join(u' ') + u')';
+}
+
+/// The dialog's text for a path, or none where it has no text that leads back to the same bytes.
+std::optional<QString> dialogPath(const FileURL& url) {
+    const QByteArray bytes = QByteArray::fromStdString(url.path());
+    QString text = QString::fromUtf8(bytes);
+    return text.toUtf8() == bytes ? std::optional(std::move(text)) : std::nullopt;
+}
+
+QString nearestFolder(FileURL folder) {
+    while (folder.path() != "/") {
+        const std::optional<QString> text = dialogPath(folder);
+        if (text && isFolder(folder)) {
+            return *text;
+        }
+        folder = folder.deletingLastPathComponent();
+    }
+    return u"/"_s;
+}
+
+void setUpSelection(QFileDialog& dialog, const OpenPanel::Options& options) {
+    if (!options.canChooseDirectories) {
+        dialog.setFileMode(options.allowsMultipleSelection ? QFileDialog::ExistingFiles
+                                                           : QFileDialog::ExistingFile);
+        return;
+    }
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly, !options.canChooseFiles);
+    if (options.allowsMultipleSelection) {
+        // The dialog has no mode for several folders, but accepts what its views have selected.
+        for (auto* view : dialog.findChildren<QAbstractItemView*>()) {
+            if (view->objectName() == u"listView"_s || view->objectName() == u"treeView"_s) {
+                view->setSelectionMode(QAbstractItemView::ExtendedSelection);
+            }
+        }
+    }
+}
+
+/// The panel opens; it changes nothing but what it was allowed to, which is to add folders.
+void setUpChanges(QFileDialog& dialog, bool canCreateDirectories) {
+    dialog.setOption(QFileDialog::ReadOnly, !canCreateDirectories);
+    if (auto* button = dialog.findChild<QToolButton*>(u"newFolderButton"_s)) {
+        button->setVisible(canCreateDirectories);
+    }
+    if (auto* action = dialog.findChild<QAction*>(u"qt_delete_action"_s)) {
+        action->setVisible(false);
+    }
+    for (auto* shortcut : dialog.findChildren<QShortcut*>()) {
+        if (shortcut->key() == QKeySequence(QKeySequence::Delete)) {
+            shortcut->setEnabled(false);
+        }
+    }
+}
+
+void setUp(QFileDialog& dialog, const OpenPanel::Options& options, const FileURL& startFolder) {
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    setUpSelection(dialog, options);
+    setUpChanges(dialog, options.canCreateDirectories);
+    if (!options.allowedExtensions.empty()) {
+        dialog.setNameFilter(nameFilter(options.allowedExtensions));
+    }
+    dialog.setWindowTitle(QString::fromStdString(options.title));
+    dialog.setLabelText(QFileDialog::Accept,
+                        QString::fromStdString(options.prompt).replace(u'&', u"&&"_s));
+    dialog.setDirectory(nearestFolder(startFolder));
+}
+
+/// What the dialog's text names, left out where nothing of that name exists: the text was damaged
+/// then, or the file has vanished.
+std::vector<FileURL> urlsFromDialog(const QStringList& paths) {
+    std::vector<FileURL> urls;
+    for (const QString& path : paths) {
+        if (!path.startsWith(u'/')) {
+            continue;
+        }
+        FileURL url(path.toStdString());
+        if (fileExists(url)) {
+            urls.push_back(std::move(url));
+        }
+    }
+    return urls;
+}
+
+} // namespace
+
+std::optional<std::vector<FileURL>> runToolkitOpenPanel(const OpenPanel::Options& options,
+                                                        const FileURL& startFolder) {
+    keepSettingsOffTheDisk();
+    // Owned by the window it belongs to, which may be destroyed while the dialog is open.
+    const QPointer<QFileDialog> dialog = new QFileDialog(QApplication::activeWindow());
+    setUp(*dialog, options, startFolder);
+    const int result = dialog->exec();
+    if (!dialog) {
+        return std::nullopt;
+    }
+    const QStringList paths = dialog->selectedFiles();
+    delete dialog;
+    return result == QDialog::Accepted ? std::optional(urlsFromDialog(paths)) : std::nullopt;
+}
+
+} // namespace kestrel

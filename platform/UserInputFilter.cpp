@@ -1,0 +1,67 @@
+#include "UserInputFilter.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+
+namespace kestrel {
+
+namespace {
+
+bool isUserInput(QEvent::Type type) {
+    switch (type) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+    case QEvent::Shortcut:
+    case QEvent::InputMethod:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::NonClientAreaMouseButtonPress:
+    case QEvent::NonClientAreaMouseButtonRelease:
+    case QEvent::NonClientAreaMouseButtonDblClick:
+    case QEvent::NonClientAreaMouseMove:
+    case QEvent::ContextMenu:
+    case QEvent::Wheel:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::TouchCancel:
+    case QEvent::TabletPress:
+    case QEvent::TabletMove:
+    case QEvent::TabletRelease:
+    case QEvent::NativeGesture:
+    case QEvent::Gesture:
+    case QEvent::GestureOverride:
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::DragLeave:
+    case QEvent::Drop:
+    case QEvent::Close:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+UserInputFilter::UserInputFilter() {
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+UserInputFilter::~UserInputFilter() {
+    QCoreApplication::instance()->removeEventFilter(this);
+}
+
+bool UserInputFilter::eventFilter(QObject* /*watched*/, QEvent* event) {
+    if (!isUserInput(event->type())) {
+        return false;
+    }
+    // Ignored as well as swallowed: a close event that is not ignored closes its window.
+    event->ignore();
+    return true;
+}
+
+} // namespace kestrel

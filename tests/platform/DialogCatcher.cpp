@@ -1,0 +1,35 @@
+#include "DialogCatcher.h"
+
+#include <QApplication>
+#include <gtest/gtest.h>
+#include <utility>
+
+namespace kestrel {
+
+namespace {
+
+constexpr int intervalMilliseconds = 5;
+constexpr int maximumLooks = 20000 / intervalMilliseconds;
+
+} // namespace
+
+DialogCatcher::DialogCatcher(Action action) : action_(std::move(action)) {
+    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { look(); });
+    timer_.start(intervalMilliseconds);
+}
+
+void DialogCatcher::look() {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    if (dialog != nullptr && dialog != current_ && dialog->isVisible()) {
+        ++count_;
+        current_ = dialog;
+        QObject::connect(dialog, &QObject::destroyed, &timer_, [this] { current_ = nullptr; });
+        action_(*dialog);
+    }
+    if (++looks_ > maximumLooks && current_ != nullptr) {
+        ADD_FAILURE() << "the dialog stays open";
+        current_->reject();
+    }
+}
+
+} // namespace kestrel

@@ -1,0 +1,296 @@
+#include "DescriptorCount.h"
+#include "DesktopOpenPanel.h"
+#include "DialogCatcher.h"
+#include "FakePortal.h"
+#include "PortalFilter.h"
+#include "PrivateBus.h"
+#include "ScopedVariable.h"
+#include "TempFolder.h"
+
+#include <QCoreApplication>
+#include <QDBusArgument>
+#include <QTest>
+#include <QTimer>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace kestrel {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using testing::ElementsAre;
+using Chosen = std::optional<std::vector<FileURL>>;
+
+constexpr uint success = 0;
+constexpr uint cancelled = 1;
+constexpr uint ended = 2;
+
+OpenPanel::Options fileOptions() {
+    return {.title = "Choose Opus audio to convert",
+            .prompt = "Add Audio",
+            .allowsMultipleSelection = true,
+            .allowedExtensions = {"opus", "mp3"}};
+}
+
+OpenPanel::Options folderOptions() {
+    return {.title = "Choose output folder",
+            .prompt = "Choose",
+            .canChooseFiles = false,
+            .canChooseDirectories = true,
+            .canCreateDirectories = true};
+}
+
+} // namespace
+
+class PortalOpenPanelTest : public testing::Test {
+  protected:
+    /// What the panel returns when the portal responds so.
+    Chosen runAndRespond(uint response, const QStringList& uris = {}) {
+        portal_.onOpened = [this, response, uris](const FakePortal::Request& request) {
+            portal_.respond(request, response, uris);
+        };
+        return panel_.runModal(fileOptions());
+    }
+
+    /// The folder that each request is to start in.
+    std::vector<std::string> startFolders() const {
+        std::vector<std::string> result;
+        for (const FakePortal::Request& request : portal_.requests()) {
+            const QByteArray folder = request.options.value(u"current_folder"_s).toByteArray();
+            EXPECT_TRUE(folder.endsWith('\0'));
+            result.push_back(folder.chopped(1).toStdString());
+        }
+        return result;
+    }
+
+    PrivateBus bus_;
+    FakePortal portal_{bus_.connect()};
+    DesktopOpenPanel panel_{[client = bus_.connect()] { return client; }};
+    DialogCatcher toolkitDialogs_;
+};
+
+TEST_F(PortalOpenPanelTest, asksForFiles) {
+    runAndRespond(cancelled);
+    ASSERT_EQ(portal_.requests().size(), 1U);
+    const FakePortal::Request& request = portal_.requests().front();
+    EXPECT_EQ(request.title, u"Choose Opus audio to convert"_s);
+    EXPECT_EQ(request.parentWindow, QString());
+    EXPECT_EQ(request.options.value(u"accept_label"_s).toString(), u"Add Audio"_s);
+    EXPECT_EQ(request.options.value(u"modal"_s), QVariant(true));
+    EXPECT_EQ(request.options.value(u"multiple"_s), QVariant(true));
+    EXPECT_EQ(request.options.value(u"directory"_s), QVariant(false));
+}
+
+TEST_F(PortalOpenPanelTest, filtersByExtensionInEitherCase) {
+    runAndRespond(cancelled);
+    ASSERT_EQ(portal_.requests().size(), 1U);
+    const QVariant value = portal_.requests().front().options.value(u"filters"_s);
+    EXPECT_EQ(value.value<QDBusArgument>().currentSignature(), u"a(sa(us))"_s);
+    const auto filters = qdbus_cast<QList<PortalFilter>>(value);
+    ASSERT_EQ(filters.size(), 1);
+    EXPECT_EQ(filters[0].name, u"Supported files"_s);
+    ASSERT_EQ(filters[0].patterns.size(), 2);
+    EXPECT_EQ(filters[0].patterns[0].kind, PortalFilter::Pattern::Glob);
+    EXPECT_EQ(filters[0].patterns[0].text, u"*.[oO][pP][uU][sS]"_s);
+    EXPECT_EQ(filters[0].patterns[1].text, u"*.[mM][pP]3"_s);
+}
+
+TEST_F(PortalOpenPanelTest, asksForAFolder) {
+    portal_.onOpened = [this](const auto& request) {
+        portal_.respond(request, success, {u"file:///music/new"_s});
+    };
+    EXPECT_EQ(panel_.runModal(folderOptions()), Chosen({FileURL("/music/new")}));
+    ASSERT_EQ(portal_.requests().size(), 1U);
+    const QVariantMap& options = portal_.requests().front().options;
+    EXPECT_EQ(options.value(u"directory"_s), QVariant(true));
+    EXPECT_EQ(options.value(u"multiple"_s), QVariant(false));
+    EXPECT_FALSE(options.contains(u"filters"_s));
+}
+
+TEST_F(PortalOpenPanelTest, asksForSeveralFolders) {
+    OpenPanel::Options options = folderOptions();
+    options.allowsMultipleSelection = true;
+    portal_.onOpened = [this](const auto& request) {
+        portal_.respond(request, success, {u"file:///b"_s, u"file:///a"_s});
+    };
+    EXPECT_EQ(panel_.runModal(options), Chosen({FileURL("/b"), FileURL("/a")}));
+    EXPECT_EQ(portal_.requests().front().options.value(u"multiple"_s), QVariant(true));
+}
+
+TEST_F(PortalOpenPanelTest, keepsUnderscoresOfTheConfirmButton) {
+    OpenPanel::Options options = fileOptions();
+    options.prompt = "add_audio";
+    portal_.onOpened = [this](const auto& request) { portal_.respond(request, cancelled); };
+    panel_.runModal(options);
+    EXPECT_EQ(portal_.requests().front().options.value(u"accept_label"_s).toString(),
+              u"add__audio"_s);
+}
+
+TEST_F(PortalOpenPanelTest, returnsTheBytesOfTheChosenUrisInOrder) {
+    EXPECT_EQ(runAndRespond(success, {u"file:///z%20%23.opus"_s, u"file:///caf%E9.opus"_s}),
+              Chosen({FileURL("/z #.opus"), FileURL("/caf\xE9.opus")}));
+    EXPECT_EQ(toolkitDialogs_.count(), 0);
+}
+
+TEST_F(PortalOpenPanelTest, leavesOutUrisThatNameNoLocalFile) {
+    EXPECT_EQ(runAndRespond(success, {u"sftp://host/a"_s, u"file:///b"_s, u"file:///a%00"_s}),
+              Chosen({FileURL("/b")}));
+    EXPECT_EQ(runAndRespond(success, {}), Chosen(std::vector<FileURL>()));
+}
+
+TEST_F(PortalOpenPanelTest, returnsNoneWhenDismissed) {
+    EXPECT_EQ(runAndRespond(cancelled), std::nullopt);
+    EXPECT_EQ(runAndRespond(ended), std::nullopt);
+    EXPECT_EQ(portal_.requests().size(), 2U);
+    EXPECT_EQ(toolkitDialogs_.count(), 0);
+}
+
+TEST_F(PortalOpenPanelTest, takesAResponseThatComesBeforeTheReply) {
+    portal_.onOpen = [this](const auto& request) {
+        portal_.respond(request, success, {u"file:///a"_s});
+    };
+    EXPECT_EQ(panel_.runModal(fileOptions()), Chosen({FileURL("/a")}));
+}
+
+TEST_F(PortalOpenPanelTest, takesAResponseAtAPathOfThePortalsOwn) {
+    portal_.otherRequestPath = u"/org/freedesktop/portal/desktop/request/old/7"_s;
+    // Until it is taken: the panel knows of the path as soon as it has handled the reply.
+    QTimer repeated;
+    QObject::connect(&repeated, &QTimer::timeout, &repeated, [this] {
+        portal_.respond(portal_.requests().front(), success, {u"file:///a"_s});
+    });
+    portal_.onOpened = [&repeated](const auto&) { repeated.start(5); };
+    EXPECT_EQ(panel_.runModal(fileOptions()), Chosen({FileURL("/a")}));
+}
+
+TEST_F(PortalOpenPanelTest, passesOverResponsesToOthers) {
+    portal_.onOpened = [this](const FakePortal::Request& request) {
+        FakePortal::Request other = request;
+        other.path += u"x"_s;
+        portal_.respond(other, success, {u"file:///wrong"_s});
+        portal_.respond(request, success, {u"file:///right"_s});
+    };
+    EXPECT_EQ(panel_.runModal(fileOptions()), Chosen({FileURL("/right")}));
+}
+
+TEST_F(PortalOpenPanelTest, asksAnOldPortalForFiles) {
+    portal_.version = 1;
+    EXPECT_EQ(runAndRespond(success, {u"file:///a"_s}), Chosen({FileURL("/a")}));
+    EXPECT_EQ(toolkitDialogs_.count(), 0);
+}
+
+TEST_F(PortalOpenPanelTest, givesWayToTheToolkitForFoldersOfAnOldPortal) {
+    portal_.version = 2;
+    EXPECT_EQ(panel_.runModal(folderOptions()), std::nullopt);
+    EXPECT_EQ(toolkitDialogs_.count(), 1);
+    EXPECT_TRUE(portal_.requests().empty());
+    portal_.version = 3;
+    portal_.onOpened = [this](const auto& request) { portal_.respond(request, cancelled); };
+    EXPECT_EQ(panel_.runModal(folderOptions()), std::nullopt);
+    EXPECT_EQ(toolkitDialogs_.count(), 1);
+}
+
+TEST_F(PortalOpenPanelTest, givesWayToTheToolkitWithoutAFileChooser) {
+    portal_.version = std::nullopt;
+    EXPECT_EQ(panel_.runModal(fileOptions()), std::nullopt);
+    EXPECT_EQ(toolkitDialogs_.count(), 1);
+    EXPECT_TRUE(portal_.requests().empty());
+}
+
+TEST_F(PortalOpenPanelTest, givesWayToTheToolkitOnAnError) {
+    portal_.canOpen = false;
+    EXPECT_EQ(panel_.runModal(fileOptions()), std::nullopt);
+    EXPECT_EQ(portal_.requests().size(), 1U);
+    EXPECT_EQ(toolkitDialogs_.count(), 1);
+}
+
+TEST_F(PortalOpenPanelTest, givesWayToTheToolkitWithoutAPortal) {
+    portal_.vanish();
+    EXPECT_EQ(panel_.runModal(fileOptions()), std::nullopt);
+    EXPECT_EQ(toolkitDialogs_.count(), 1);
+}
+
+TEST_F(PortalOpenPanelTest, givesWayToTheToolkitWithoutABus) {
+    DesktopOpenPanel panel(&disconnectedBus);
+    EXPECT_EQ(panel.runModal(fileOptions()), std::nullopt);
+    EXPECT_EQ(toolkitDialogs_.count(), 1);
+}
+
+TEST_F(PortalOpenPanelTest, givesWayToTheToolkitWhenThePortalVanishes) {
+    portal_.onOpened = [this](const auto&) { portal_.vanish(); };
+    EXPECT_EQ(panel_.runModal(fileOptions()), std::nullopt);
+    EXPECT_EQ(portal_.requests().size(), 1U);
+    EXPECT_EQ(toolkitDialogs_.count(), 1);
+}
+
+TEST_F(PortalOpenPanelTest, givesWayToTheToolkitWhenTheBusGoesDown) {
+    portal_.onOpened = [this](const auto&) { bus_.stop(); };
+    EXPECT_EQ(panel_.runModal(fileOptions()), std::nullopt);
+    EXPECT_EQ(toolkitDialogs_.count(), 1);
+}
+
+TEST_F(PortalOpenPanelTest, returnsNoneForAPanelOverAnother) {
+    Chosen inner({FileURL("/not-run")});
+    portal_.onOpened = [&](const FakePortal::Request& request) {
+        inner = panel_.runModal(fileOptions());
+        portal_.respond(request, success, {u"file:///a"_s});
+    };
+    EXPECT_EQ(panel_.runModal(fileOptions()), Chosen({FileURL("/a")}));
+    EXPECT_EQ(inner, std::nullopt);
+    EXPECT_EQ(portal_.requests().size(), 1U);
+    EXPECT_EQ(toolkitDialogs_.count(), 0);
+}
+
+TEST_F(PortalOpenPanelTest, closesThePanelWhenTheProgramQuits) {
+    portal_.onOpened = [](const auto&) { QCoreApplication::exit(); };
+    // Only a running application can be told to quit.
+    std::optional<Chosen> result;
+    QTimer::singleShot(0, QCoreApplication::instance(),
+                       [&] { result = panel_.runModal(fileOptions()); });
+    QCoreApplication::exec();
+    EXPECT_EQ(result, std::optional<Chosen>(Chosen()));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !portal_.closedPaths().empty(); }));
+    EXPECT_THAT(portal_.closedPaths(), ElementsAre(portal_.requests().front().path));
+    EXPECT_EQ(toolkitDialogs_.count(), 0);
+}
+
+TEST_F(PortalOpenPanelTest, startsInTheMusicFolderThenWhereTheLastChoiceWasMade) {
+    const TempFolder home;
+    home.addFolder("Music");
+    home.addFolder("Albums \xFF/One");
+    const ScopedVariable homeVariable("HOME", home.path());
+    const ScopedVariable configVariable("XDG_CONFIG_HOME", home.path());
+    runAndRespond(success, {QString::fromStdString("file://" + home.path() + "/Albums%20%FF/One")});
+    runAndRespond(cancelled);
+    runAndRespond(cancelled);
+    const std::string albums = home.path() + "/Albums \xFF";
+    EXPECT_THAT(startFolders(), ElementsAre(home.path() + "/Music", albums, albums));
+}
+
+TEST_F(PortalOpenPanelTest, startsWhereItCanWithoutAMusicFolder) {
+    const TempFolder home;
+    std::ofstream(home.path() + "/user-dirs.dirs") << "XDG_MUSIC_DIR=\"relative\"\n";
+    const ScopedVariable configVariable("XDG_CONFIG_HOME", home.path());
+    {
+        const ScopedVariable homeVariable("HOME", home.path());
+        runAndRespond(cancelled);
+    }
+    {
+        const ScopedVariable homeVariable("HOME", home.path() + "/gone");
+        runAndRespond(cancelled);
+    }
+    EXPECT_THAT(startFolders(), ElementsAre(home.path(), "/"));
+}
+
+TEST_F(PortalOpenPanelTest, leavesNoDescriptorOpen) {
+    runAndRespond(cancelled);
+    const std::ptrdiff_t before = descriptorCount();
+    for (int i = 0; i < 5; ++i) {
+        runAndRespond(success, {u"file:///a"_s});
+    }
+    EXPECT_EQ(descriptorCount(), before);
+}
+
+} // namespace kestrel

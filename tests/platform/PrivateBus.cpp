@@ -1,0 +1,59 @@
+#include "PrivateBus.h"
+
+#include <QUuid>
+#include <fstream>
+#include <gtest/gtest.h>
+
+namespace kestrel {
+
+PrivateBus::PrivateBus() {
+    const std::string configuration = folder_.path() + "/bus.conf";
+    std::ofstream(configuration) << R"(<!DOCTYPE busconfig PUBLIC
+        "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
+        "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
+        <busconfig>
+          <type>session</type>
+          <listen>unix:dir=)" << folder_.path()
+                                 << R"(</listen>
+          <auth>EXTERNAL</auth>
+          <policy context="default">
+            <allow send_destination="*" eavesdrop="true"/>
+            <allow eavesdrop="true"/>
+            <allow own="*"/>
+          </policy>
+        </busconfig>)";
+    daemon_.start(QStringLiteral("dbus-daemon"),
+                  {QStringLiteral("--nofork"), QStringLiteral("--print-address"),
+                   QStringLiteral("--config-file=") + QString::fromStdString(configuration)});
+    while (!daemon_.canReadLine() && daemon_.waitForReadyRead()) {
+    }
+    address_ = QString::fromUtf8(daemon_.readLine().trimmed());
+    EXPECT_FALSE(address_.isEmpty())
+        << "dbus-daemon does not start: " << daemon_.readAllStandardError().toStdString();
+}
+
+PrivateBus::~PrivateBus() {
+    for (const QString& name : connectionNames_) {
+        QDBusConnection::disconnectFromBus(name);
+    }
+    stop();
+}
+
+QDBusConnection PrivateBus::connect() {
+    const QString name = QUuid::createUuid().toString();
+    connectionNames_.append(name);
+    QDBusConnection connection = QDBusConnection::connectToBus(address_, name);
+    EXPECT_TRUE(connection.isConnected());
+    return connection;
+}
+
+void PrivateBus::stop() {
+    daemon_.kill();
+    daemon_.waitForFinished();
+}
+
+QDBusConnection disconnectedBus() {
+    return QDBusConnection(QStringLiteral("no such connection"));
+}
+
+} // namespace kestrel

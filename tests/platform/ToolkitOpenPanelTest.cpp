@@ -1,0 +1,383 @@
+#include "ToolkitOpenPanel.h"
+
+#include "DescriptorCount.h"
+#include "DesktopOpenPanel.h"
+#include "DialogCatcher.h"
+#include "FileDialogDriver.h"
+#include "FolderListing.h"
+#include "PrivateBus.h"
+#include "ScopedVariable.h"
+#include "TempFolder.h"
+
+#include <QAbstractItemView>
+#include <QMainWindow>
+#include <QPushButton>
+#include <QTest>
+#include <QToolButton>
+#include <algorithm>
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <memory>
+
+namespace kestrel {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using testing::UnorderedElementsAre;
+using Chosen = std::optional<std::vector<FileURL>>;
+using Driver = FileDialogDriver;
+
+OpenPanel::Options fileOptions() {
+    return {.title = "Choose Opus audio to convert",
+            .prompt = "Add Audio",
+            .allowsMultipleSelection = true,
+            .allowedExtensions = {"opus", "ogg", "oga"}};
+}
+
+OpenPanel::Options foldersOptions() {
+    return {.title = "Choose a folder of Opus audio",
+            .prompt = "Add Folder",
+            .canChooseFiles = false,
+            .canChooseDirectories = true,
+            .allowsMultipleSelection = true};
+}
+
+OpenPanel::Options destinationOptions() {
+    return {.title = "Choose output folder",
+            .prompt = "Choose",
+            .canChooseFiles = false,
+            .canChooseDirectories = true,
+            .canCreateDirectories = true};
+}
+
+/// What the panel returns when it is used so.
+Chosen run(const OpenPanel::Options& options, const FileURL& folder,
+           const std::function<void(QFileDialog&)>& use) {
+    const DialogCatcher catcher(use);
+    Chosen chosen = runToolkitOpenPanel(options, folder);
+    EXPECT_EQ(catcher.count(), 1);
+    return chosen;
+}
+
+/// Everything below a folder, hidden or not, with the time of its last change.
+std::vector<std::pair<std::string, std::filesystem::file_time_type>>
+stateOf(const std::string& folder) {
+    std::vector<std::pair<std::string, std::filesystem::file_time_type>> state;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+        state.emplace_back(entry.path().string(), entry.last_write_time());
+    }
+    std::sort(state.begin(), state.end());
+    return state;
+}
+
+} // namespace
+
+class ToolkitOpenPanelTest : public testing::Test {
+  protected:
+    ToolkitOpenPanelTest() {
+        for (const char* name : {"a.opus", "b.ogg", "X.OGA", "notes.txt", "One/1.opus",
+                                 "Two/2.opus", "Three/3.opus"}) {
+            music_.addFile(name);
+        }
+    }
+
+    TempFolder music_;
+};
+
+TEST_F(ToolkitOpenPanelTest, picksOneFile) {
+    const Chosen chosen = run(fileOptions(), music_.url(), [](QFileDialog& dialog) {
+        Driver(dialog).click(u"b.ogg"_s);
+        Driver(dialog).confirm();
+    });
+    EXPECT_EQ(chosen, Chosen({music_.url("b.ogg")}));
+}
+
+TEST_F(ToolkitOpenPanelTest, picksSeveralFiles) {
+    const Chosen chosen = run(fileOptions(), music_.url(), [](QFileDialog& dialog) {
+        Driver(dialog).click(u"X.OGA"_s);
+        Driver(dialog).click(u"a.opus"_s, Qt::ControlModifier);
+        Driver(dialog).confirm();
+    });
+    ASSERT_TRUE(chosen);
+    EXPECT_THAT(*chosen, UnorderedElementsAre(music_.url("X.OGA"), music_.url("a.opus")));
+}
+
+TEST_F(ToolkitOpenPanelTest, picksAFileBelowAFolderThatIsOpened) {
+    const Chosen chosen = run(fileOptions(), music_.url(), [](QFileDialog& dialog) {
+        Driver(dialog).doubleClick(u"Two"_s);
+        Driver(dialog).click(u"2.opus"_s);
+        Driver(dialog).pressKey(Qt::Key_Return);
+    });
+    EXPECT_EQ(chosen, Chosen({music_.url("Two/2.opus")}));
+}
+
+TEST_F(ToolkitOpenPanelTest, picksSeveralFoldersWithTheMouse) {
+    const Chosen chosen = run(foldersOptions(), music_.url(), [](QFileDialog& dialog) {
+        Driver(dialog).click(u"One"_s);
+        Driver(dialog).click(u"Two"_s, Qt::ControlModifier);
+        Driver(dialog).confirm();
+    });
+    ASSERT_TRUE(chosen);
+    EXPECT_THAT(*chosen, UnorderedElementsAre(music_.url("One"), music_.url("Two")));
+}
+
+TEST_F(ToolkitOpenPanelTest, picksSeveralFoldersWithTheKeyboard) {
+    const Chosen chosen = run(foldersOptions(), music_.url(), [](QFileDialog& dialog) {
+        Driver(dialog).click(u"One"_s);
+        Driver(dialog).pressKey(Qt::Key_Down, Qt::ShiftModifier);
+        Driver(dialog).pressKey(Qt::Key_Down, Qt::ShiftModifier);
+        Driver(dialog).tabTo(Driver(dialog).confirmButton());
+        QTest::keyClick(Driver(dialog).confirmButton(), Qt::Key_Space);
+    });
+    ASSERT_TRUE(chosen);
+    EXPECT_THAT(*chosen,
+                UnorderedElementsAre(music_.url("One"), music_.url("Three"), music_.url("Two")));
+}
+
+TEST_F(ToolkitOpenPanelTest, picksOneFolderOnlyWhereOneIsAskedFor) {
+    const Chosen chosen = run(destinationOptions(), music_.url(), [](QFileDialog& dialog) {
+        Driver(dialog).click(u"One"_s);
+        Driver(dialog).click(u"Two"_s, Qt::ControlModifier);
+        Driver(dialog).confirm();
+    });
+    EXPECT_EQ(chosen, Chosen({music_.url("Two")}));
+}
+
+TEST_F(ToolkitOpenPanelTest, picksTheFolderItShowsWhereNoneIsSelected) {
+    const Chosen chosen = run(destinationOptions(), music_.url(), [](QFileDialog& dialog) {
+        Driver(dialog).names(3);
+        Driver(dialog).confirm();
+    });
+    EXPECT_EQ(chosen, Chosen({music_.url()}));
+}
+
+TEST_F(ToolkitOpenPanelTest, returnsNoneWhenDismissed) {
+    EXPECT_EQ(run(fileOptions(), music_.url(),
+                  [](QFileDialog& dialog) {
+                      Driver(dialog).click(u"a.opus"_s);
+                      Driver(dialog).pressKey(Qt::Key_Escape);
+                  }),
+              std::nullopt);
+    EXPECT_EQ(run(foldersOptions(), music_.url(), [](QFileDialog& dialog) { dialog.close(); }),
+              std::nullopt);
+}
+
+TEST_F(ToolkitOpenPanelTest, showsFoldersAndAllowedFilesInEitherCase) {
+    run(fileOptions(), music_.url(), [](QFileDialog& dialog) {
+        EXPECT_EQ(Driver(dialog).names(6), QStringList({u"One"_s, u"Three"_s, u"Two"_s, u"X.OGA"_s,
+                                                        u"a.opus"_s, u"b.ogg"_s}));
+        dialog.reject();
+    });
+}
+
+TEST_F(ToolkitOpenPanelTest, showsFoldersOnlyWhereTheyAreAskedFor) {
+    run(foldersOptions(), music_.url(), [](QFileDialog& dialog) {
+        EXPECT_EQ(Driver(dialog).names(3), QStringList({u"One"_s, u"Three"_s, u"Two"_s}));
+        dialog.reject();
+    });
+}
+
+TEST_F(ToolkitOpenPanelTest, hasTheTextsThatItIsGiven) {
+    OpenPanel::Options options = fileOptions();
+    options.prompt = "Add & Audio";
+    run(options, music_.url(), [](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), u"Choose Opus audio to convert"_s);
+        Driver(dialog).click(u"a.opus"_s);
+        EXPECT_EQ(Driver(dialog).confirmButton()->text(), u"Add && Audio"_s);
+        dialog.reject();
+    });
+    run(foldersOptions(), music_.url(), [](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), u"Choose a folder of Opus audio"_s);
+        Driver(dialog).click(u"One"_s);
+        EXPECT_EQ(Driver(dialog).confirmButton()->text(), u"Add Folder"_s);
+        dialog.reject();
+    });
+}
+
+TEST_F(ToolkitOpenPanelTest, offersNewFoldersOnlyWhereTheyMayBeMade) {
+    for (const OpenPanel::Options& options : {fileOptions(), foldersOptions()}) {
+        run(options, music_.url(), [](QFileDialog& dialog) {
+            EXPECT_FALSE(Driver(dialog).newFolderButton()->isVisible());
+            dialog.reject();
+        });
+    }
+    run(destinationOptions(), music_.url(), [](QFileDialog& dialog) {
+        EXPECT_TRUE(Driver(dialog).newFolderButton()->isVisible());
+        EXPECT_TRUE(Driver(dialog).newFolderButton()->isEnabled());
+        dialog.reject();
+    });
+}
+
+TEST_F(ToolkitOpenPanelTest, makesAndPicksANewFolder) {
+    const Chosen chosen = run(destinationOptions(), music_.url(), [](QFileDialog& dialog) {
+        const Driver driver(dialog);
+        driver.names(3);
+        dialog.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        QTest::mouseClick(driver.newFolderButton(), Qt::LeftButton);
+        driver.names(4);
+        QWidget* editor = nullptr;
+        ASSERT_TRUE(QTest::qWaitFor([&] {
+            editor = QApplication::focusWidget();
+            return editor != nullptr && editor->inherits("QLineEdit") &&
+                   driver.view()->isAncestorOf(editor);
+        }));
+        QTest::keyClicks(editor, u"Fresh"_s);
+        QTest::keyClick(editor, Qt::Key_Return);
+        driver.click(u"Fresh"_s);
+        driver.confirm();
+    });
+    EXPECT_EQ(chosen, Chosen({music_.url("Fresh")}));
+    EXPECT_TRUE(std::filesystem::is_directory(music_.path() + "/Fresh"));
+}
+
+TEST_F(ToolkitOpenPanelTest, deletesNothing) {
+    for (const OpenPanel::Options& options : {fileOptions(), destinationOptions()}) {
+        run(options, music_.url(), [](QFileDialog& dialog) {
+            Driver(dialog).click(u"One"_s);
+            Driver(dialog).pressKey(Qt::Key_Delete);
+            // A question would be a dialog of its own.
+            EXPECT_EQ(QApplication::activeModalWidget(), &dialog);
+            dialog.reject();
+        });
+    }
+    EXPECT_EQ(listFolder(music_.url()).size(), 10U);
+}
+
+TEST_F(ToolkitOpenPanelTest, returnsNamesWithSpecialCharacters) {
+    const FileURL file = music_.addFile("#1 50% \"caf\xC3\xA9\"; a?b.opus");
+    const QString name = QString::fromStdString(std::string(file.lastPathComponent()));
+    const Chosen chosen = run(fileOptions(), music_.url(), [&](QFileDialog& dialog) {
+        Driver(dialog).click(name);
+        Driver(dialog).confirm();
+    });
+    EXPECT_EQ(chosen, Chosen({file}));
+}
+
+TEST_F(ToolkitOpenPanelTest, leavesOutNamesThatAreNotUtf8) {
+    music_.addFolder("caf\xE9");
+    music_.addFolder("\xFF");
+    const Chosen chosen = run(foldersOptions(), music_.url(), [](QFileDialog& dialog) {
+        Driver(dialog).click(u"One"_s);
+        Driver(dialog).pressKey(Qt::Key_A, Qt::ControlModifier);
+        Driver(dialog).confirm();
+    });
+    ASSERT_TRUE(chosen);
+    EXPECT_THAT(*chosen,
+                UnorderedElementsAre(music_.url("One"), music_.url("Three"), music_.url("Two")));
+}
+
+TEST_F(ToolkitOpenPanelTest, startsInTheNearestFolderThatItCanShow) {
+    const auto startFolder = [](const FileURL& folder) {
+        QString shown;
+        run(fileOptions(), folder, [&](QFileDialog& dialog) {
+            shown = dialog.directory().absolutePath();
+            dialog.reject();
+        });
+        return shown.toStdString();
+    };
+    music_.addFolder("caf\xE9/inside");
+    EXPECT_EQ(startFolder(music_.url("One")), music_.path() + "/One");
+    EXPECT_EQ(startFolder(music_.url("caf\xE9/inside")), music_.path());
+    EXPECT_EQ(startFolder(music_.url("gone/altogether")), music_.path());
+    EXPECT_EQ(startFolder(FileURL("/")), "/");
+}
+
+TEST_F(ToolkitOpenPanelTest, leavesTheHomeFolderAsItWas) {
+    const TempFolder home;
+    home.addFolder(".config/inside");
+    const ScopedVariable homeVariable("HOME", home.path());
+    const ScopedVariable configVariable("XDG_CONFIG_HOME", home.path() + "/.config");
+    const ScopedVariable dataVariable("XDG_DATA_HOME", home.path() + "/.local/share");
+    const auto before = stateOf(home.path());
+    run(fileOptions(), music_.url(), [](QFileDialog& dialog) {
+        Driver(dialog).doubleClick(u"Two"_s);
+        Driver(dialog).click(u"2.opus"_s);
+        Driver(dialog).confirm();
+    });
+    QCoreApplication::processEvents();
+    EXPECT_EQ(stateOf(home.path()), before);
+}
+
+TEST_F(ToolkitOpenPanelTest, keepsOtherWindowsFromInput) {
+    QMainWindow window;
+    auto* button = new QPushButton(&window);
+    int clicks = 0;
+    QObject::connect(button, &QPushButton::clicked, button, [&] { ++clicks; });
+    window.setCentralWidget(button);
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    const QPoint middle = button->rect().center();
+    run(fileOptions(), music_.url(), [&](QFileDialog& dialog) {
+        QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {}, middle);
+        QCoreApplication::processEvents();
+        dialog.reject();
+    });
+    EXPECT_EQ(clicks, 0);
+    QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {}, middle);
+    EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(ToolkitOpenPanelTest, goesWithTheWindowItBelongsTo) {
+    auto window = std::make_unique<QMainWindow>();
+    window->show();
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    const Chosen chosen = run(fileOptions(), music_.url(), [&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.parentWidget(), window.get());
+        window.reset();
+    });
+    EXPECT_EQ(chosen, std::nullopt);
+}
+
+TEST_F(ToolkitOpenPanelTest, leavesNoDescriptorOpen) {
+    const auto pick = [this] {
+        run(fileOptions(), music_.url(), [](QFileDialog& dialog) {
+            Driver(dialog).click(u"a.opus"_s);
+            Driver(dialog).confirm();
+        });
+    };
+    pick();
+    const std::ptrdiff_t before = descriptorCount();
+    pick();
+    pick();
+    EXPECT_LE(descriptorCount(), before);
+}
+
+TEST_F(ToolkitOpenPanelTest, comesUpAgainWhereTheLastChoiceWasMade) {
+    DesktopOpenPanel panel(&disconnectedBus);
+    const ScopedVariable homeVariable("HOME", music_.path());
+    const ScopedVariable configVariable("XDG_CONFIG_HOME", music_.path());
+    QStringList folders;
+    const DialogCatcher catcher([&](QFileDialog& dialog) {
+        folders.append(dialog.directory().absolutePath());
+        if (folders.size() == 1) {
+            Driver(dialog).doubleClick(u"Two"_s);
+            Driver(dialog).click(u"2.opus"_s);
+            Driver(dialog).confirm();
+        } else {
+            dialog.reject();
+        }
+    });
+    EXPECT_EQ(panel.runModal(fileOptions()), Chosen({music_.url("Two/2.opus")}));
+    EXPECT_EQ(panel.runModal(fileOptions()), std::nullopt);
+    const QString home = QString::fromStdString(music_.path());
+    EXPECT_EQ(folders, QStringList({home, home + u"/Two"_s}));
+}
+
+TEST_F(ToolkitOpenPanelTest, returnsNoneForAPanelOverAnother) {
+    DesktopOpenPanel panel(&disconnectedBus);
+    Chosen inner({music_.url()});
+    const DialogCatcher catcher([&](QFileDialog& dialog) {
+        inner = panel.runModal(fileOptions());
+        dialog.reject();
+    });
+    EXPECT_EQ(panel.runModal(fileOptions()), std::nullopt);
+    EXPECT_EQ(inner, std::nullopt);
+    EXPECT_EQ(catcher.count(), 1);
+}
+
+} // namespace kestrel

@@ -1,0 +1,16 @@
+#include "UrlHandler.h"
+
+#include <QDesktopServices>
+#include <QString>
+
+namespace kestrel {
+
+UrlHandler::UrlHandler() {
+    QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "take");
+}
+
+UrlHandler::~UrlHandler() {
+    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+}
+
+} // namespace kestrel

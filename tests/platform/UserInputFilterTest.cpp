@@ -1,0 +1,130 @@
+#include "UserInputFilter.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QPointingDevice>
+#include <QTest>
+#include <QTimer>
+#include <QWheelEvent>
+#include <QWidget>
+#include <QWindow>
+#include <algorithm>
+#include <array>
+#include <gtest/gtest.h>
+#include <memory>
+#include <vector>
+
+namespace kestrel {
+
+namespace {
+
+/// A window that records the events that reach it.
+class RecordingWindow final : public QWidget {
+  public:
+    RecordingWindow() {
+        setAcceptDrops(true);
+        setAttribute(Qt::WA_AcceptTouchEvents);
+        auto* action = new QAction(this);
+        action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
+        connect(action, &QAction::triggered, this, [this] { ++triggered_; });
+        addAction(action);
+        resize(200, 100);
+        show();
+        activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(this));
+        types_.clear();
+    }
+
+    bool has(QEvent::Type type) const {
+        return std::find(types_.begin(), types_.end(), type) != types_.end();
+    }
+
+    int triggered() const { return triggered_; }
+
+    bool event(QEvent* event) override {
+        types_.push_back(event->type());
+        if (event->type() == QEvent::TouchBegin || event->type() == QEvent::DragEnter) {
+            event->accept();
+            return true;
+        }
+        return QWidget::event(event);
+    }
+
+  private:
+    std::vector<QEvent::Type> types_;
+    int triggered_ = 0;
+};
+
+/// Everything that a user can do to a window, through the window system where the toolkit's test
+/// helpers can do that.
+void useInEveryWay(RecordingWindow& window) {
+    static QPointingDevice* const touchScreen = QTest::createTouchDevice();
+    QWindow* const handle = window.windowHandle();
+    const QPoint middle(100, 50);
+    QTest::keyClick(handle, Qt::Key_A);
+    QTest::keyClick(handle, Qt::Key_O, Qt::ControlModifier);
+    QTest::mouseMove(handle, middle);
+    QTest::mouseClick(handle, Qt::LeftButton, {}, middle);
+    QTest::mouseDClick(handle, Qt::LeftButton, {}, middle);
+    QTest::touchEvent(handle, touchScreen).press(0, middle, handle);
+    QTest::touchEvent(handle, touchScreen).release(0, middle, handle);
+    QWheelEvent wheel(middle, window.mapToGlobal(middle), {}, {0, 120}, {}, {}, Qt::NoScrollPhase,
+                      false);
+    QCoreApplication::sendEvent(&window, &wheel);
+    const QMimeData data;
+    QDragEnterEvent enter(middle, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&window, &enter);
+    QDropEvent drop(middle, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&window, &drop);
+    QCoreApplication::processEvents();
+}
+
+constexpr std::array inputTypes = {
+    QEvent::KeyPress,           QEvent::KeyRelease,          QEvent::MouseButtonPress,
+    QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick, QEvent::Wheel,
+    QEvent::TouchBegin,         QEvent::DragEnter,           QEvent::Drop};
+
+} // namespace
+
+TEST(UserInputFilter, keepsAllInputFromTheWindows) {
+    RecordingWindow window;
+    {
+        const UserInputFilter filter;
+        useInEveryWay(window);
+        for (const QEvent::Type type : inputTypes) {
+            EXPECT_FALSE(window.has(type)) << type;
+        }
+        EXPECT_EQ(window.triggered(), 0);
+    }
+    // What was tried above does reach the window otherwise.
+    useInEveryWay(window);
+    for (const QEvent::Type type : inputTypes) {
+        EXPECT_TRUE(window.has(type)) << type;
+    }
+    EXPECT_EQ(window.triggered(), 1);
+}
+
+TEST(UserInputFilter, keepsWindowsFromBeingClosed) {
+    RecordingWindow window;
+    auto filter = std::make_unique<UserInputFilter>();
+    window.windowHandle()->close();
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_FALSE(window.has(QEvent::Close));
+    filter.reset();
+    window.windowHandle()->close();
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_TRUE(window.has(QEvent::Close));
+}
+
+TEST(UserInputFilter, letsPaintsAndTimersThrough) {
+    RecordingWindow window;
+    const UserInputFilter filter;
+    bool hasFired = false;
+    QTimer::singleShot(0, &window, [&] { hasFired = true; });
+    window.update();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return hasFired && window.has(QEvent::Paint); }));
+}
+
+} // namespace kestrel

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "FileViewer.h"
+#include "OpenPanel.h"
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace kestrel::test {
+
+/// A panel in which a user chooses what `answer` says, at once.
+class ScriptedOpenPanel final : public OpenPanel {
+  public:
+    std::optional<std::vector<FileURL>> runModal(const Options& options) override {
+        shown.push_back(options);
+        return answer;
+    }
+
+    std::vector<Options> shown;
+    std::optional<std::vector<FileURL>> answer;
+};
+
+/// A file manager that remembers what it was asked to show.
+class ScriptedFileViewer final : public FileViewer {
+  public:
+    void reveal(const FileURL& url) override { revealed.push_back(url); }
+
+    std::vector<FileURL> revealed;
+};
+
+} // namespace kestrel::test

@@ -1,0 +1,105 @@
+#pragma once
+
+#include "ConversionRunner.h"
+#include "FFmpegError.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <map>
+#include <mutex>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace kestrel::test {
+
+/// A runner that does what it is told for each source, by file name, and remembers what it was
+/// asked. Without instructions a conversion succeeds at once.
+class ScriptedRunner final : public ConversionRunner {
+  public:
+    struct Call {
+        FileURL source;
+        FileURL destination;
+        ConversionSettings settings;
+    };
+
+    /// Runs in place of the conversion, on its thread: returns or throws.
+    using Script = std::function<void(const Call&, const ProgressHandler&)>;
+
+    /// Main thread, before the conversion starts.
+    void setScript(const std::string& fileName, Script script) {
+        const std::lock_guard lock(mutex_);
+        scripts_[fileName] = std::move(script);
+    }
+
+    void convert(const FileURL& source, const FileURL& destination,
+                 const ConversionSettings& settings, const ProgressHandler& onProgress) override {
+        const Call call{source, destination, settings};
+        Script script;
+        {
+            const std::lock_guard lock(mutex_);
+            calls_.push_back(call);
+            interruptsBefore_ = interrupts_;
+            const auto found = scripts_.find(std::string(source.lastPathComponent()));
+            if (found != scripts_.end()) {
+                script = found->second;
+            }
+        }
+        if (script) {
+            script(call, onProgress);
+        }
+    }
+
+    void interruptActiveProcess() override {
+        const std::lock_guard lock(mutex_);
+        ++interrupts_;
+        changed_.notify_all();
+    }
+
+    std::vector<Call> calls() const {
+        const std::lock_guard lock(mutex_);
+        return calls_;
+    }
+
+    int interrupts() const {
+        const std::lock_guard lock(mutex_);
+        return interrupts_;
+    }
+
+    /// For scripts: blocks until `release` has been called, at most ten seconds.
+    void waitForRelease() {
+        wait([this] { return isReleased_; });
+    }
+
+    void release() {
+        const std::lock_guard lock(mutex_);
+        isReleased_ = true;
+        changed_.notify_all();
+    }
+
+    /// For scripts: blocks until the runner has been interrupted since the conversion started, at
+    /// most ten seconds.
+    void waitForInterrupt() {
+        wait([this] { return interrupts_ > interruptsBefore_; });
+    }
+
+  private:
+    template <typename Condition> void wait(Condition condition) {
+        std::unique_lock lock(mutex_);
+        if (!changed_.wait_for(lock, std::chrono::seconds(10), condition)) {
+            throw std::runtime_error("the script waited in vain");
+        }
+    }
+
+    mutable std::mutex mutex_;
+    std::condition_variable changed_;
+    std::map<std::string, Script> scripts_;
+    std::vector<Call> calls_;
+    int interrupts_ = 0;
+    int interruptsBefore_ = 0;
+    bool isReleased_ = false;
+};
+
+} // namespace kestrel::test

@@ -1,0 +1,89 @@
+#include "Batch.h"
+
+#include "ConversionWorker.h"
+#include "FFmpegError.h"
+#include "FatalError.h"
+#include "MainThread.h"
+#include "OutputName.h"
+
+#include <qcoro/qcorofuture.h>
+
+#include <utility>
+
+namespace kestrel {
+
+ConverterViewModel::Batch::Batch(std::shared_ptr<ConverterViewModel> model, std::stop_token stop)
+    : model_(std::move(model)),
+      folder_(model_->destination_.value()),
+      settings_(model_->settings_),
+      stop_(std::move(stop)) {}
+
+// The batch is the coroutine's own, by value: it lives as long as the run.
+QCoro::Task<> ConverterViewModel::Batch::run(Batch batch) {
+    co_await batch.walk();
+    batch.model_->publish([&] { batch.model_->isConverting_ = false; });
+}
+
+QCoro::Task<> ConverterViewModel::Batch::walk() {
+    const std::size_t length = model_->jobs_.size();
+    for (std::size_t position = 0; position < length; ++position) {
+        if (position >= model_->jobs_.size()) {
+            fatalError("Index out of range: the batch went beyond the end of the queue");
+        }
+        if (model_->jobs_[position].state.is(JobState::Case::completed)) {
+            continue;
+        }
+        if (stop_.stop_requested()) {
+            co_return;
+        }
+        const Next next = co_await convertJob(position);
+        if (next == Next::stop) {
+            co_return;
+        }
+    }
+}
+
+QCoro::Task<ConverterViewModel::Batch::Next>
+ConverterViewModel::Batch::convertJob(std::size_t position) {
+    const UUID id = model_->jobs_[position].id();
+    const FileURL source = model_->jobs_[position].source();
+    model_->setState(id, JobState::converting());
+    model_->setProgress(id, 0.0);
+
+    // A report that is still on its way keeps nothing alive.
+    auto onProgress = [model = std::weak_ptr(model_), id](double fraction) {
+        runOnMainThread([model, id, fraction] {
+            if (const auto alive = model.lock()) {
+                alive->setProgress(id, fraction);
+            }
+        });
+    };
+    const QFuture<std::exception_ptr> outcome =
+        convertOnWorker(model_->surroundings_.service, source,
+                        outputFile(source, folder_, settings_), settings_, onProgress);
+    const std::exception_ptr failure = co_await outcome;
+    co_return record(id, failure);
+}
+
+ConverterViewModel::Batch::Next
+ConverterViewModel::Batch::record(const UUID& id, const std::exception_ptr& failure) {
+    if (!failure) {
+        model_->setState(id, JobState::completed());
+        model_->setProgress(id, 1.0);
+        return Next::goOn;
+    }
+    try {
+        std::rethrow_exception(failure);
+    } catch (const FFmpegError& error) {
+        if (error.which() == FFmpegError::Case::cancelled) {
+            model_->setState(id, JobState::cancelled());
+            return Next::stop;
+        }
+        model_->setState(id, JobState::failed(error.errorDescription()));
+    } catch (const std::exception& error) {
+        model_->setState(id, JobState::failed(error.what()));
+    }
+    return Next::goOn;
+}
+
+} // namespace kestrel

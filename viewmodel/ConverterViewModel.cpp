@@ -1,0 +1,176 @@
+#include "ConverterViewModel.h"
+
+#include "Batch.h"
+#include "FFmpegError.h"
+#include "FFmpegService.h"
+#include "MainThread.h"
+#include "QueueIntake.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace kestrel {
+
+ConverterViewModel::ConverterViewModel()
+    : ConverterViewModel(Surroundings{std::make_shared<FFmpegService>(),
+                                      FFmpegService::locateBinary, makeDesktopOpenPanel(),
+                                      makeDesktopFileViewer()}) {}
+
+ConverterViewModel::ConverterViewModel(Surroundings surroundings)
+    : surroundings_(std::move(surroundings)) {}
+
+void ConverterViewModel::setSettings(const ConversionSettings& settings) {
+    publish([&] { settings_ = settings; });
+}
+
+void ConverterViewModel::setIsDropTargeted(bool isDropTargeted) {
+    publish([&] { isDropTargeted_ = isDropTargeted; });
+}
+
+void ConverterViewModel::setAlertMessage(std::optional<std::string> message) {
+    publish([&] { alertMessage_ = std::move(message); });
+}
+
+std::size_t ConverterViewModel::completedCount() const noexcept {
+    return static_cast<std::size_t>(
+        std::count_if(jobs_.begin(), jobs_.end(), [](const ConversionJob& job) {
+            return job.state.is(JobState::Case::completed);
+        }));
+}
+
+double ConverterViewModel::overallProgress() const noexcept {
+    if (jobs_.empty()) {
+        return 0.0;
+    }
+    double sum = 0.0;
+    for (const ConversionJob& job : jobs_) {
+        sum += job.state.is(JobState::Case::completed) ? 1.0 : job.progress;
+    }
+    return sum / static_cast<double>(jobs_.size());
+}
+
+void ConverterViewModel::add(const std::vector<FileURL>& urls) {
+    std::vector<FileURL> files = filesToQueue(urls, jobs_);
+    publish([&] {
+        for (FileURL& file : files) {
+            jobs_.emplace_back(std::move(file));
+        }
+    });
+}
+
+bool ConverterViewModel::handleDrop(const std::vector<DroppedItem>& items) {
+    for (const DroppedItem& item : items) {
+        if (!item.hasFileURL()) {
+            continue;
+        }
+        runOnMainThread([model = weak_from_this(), item] {
+            const std::optional<FileURL> url = item.loadFileURL();
+            const auto alive = model.lock();
+            if (url && alive) {
+                alive->add({*url});
+            }
+        });
+    }
+    return true;
+}
+
+void ConverterViewModel::remove(const ConversionJob& job) {
+    const UUID id = job.id();
+    publish([&] {
+        std::erase_if(jobs_, [&id](const ConversionJob& queued) { return queued.id() == id; });
+    });
+}
+
+void ConverterViewModel::chooseFiles() {
+    OpenPanel::Options options;
+    options.title = tr("Choose Opus audio to convert").toStdString();
+    options.prompt = tr("Add Audio").toStdString();
+    options.canChooseFiles = true;
+    options.canChooseDirectories = false;
+    options.allowsMultipleSelection = true;
+    options.allowedExtensions.assign(FFmpegService::supportedExtensions.begin(),
+                                     FFmpegService::supportedExtensions.end());
+    if (const auto chosen = surroundings_.openPanel->runModal(options)) {
+        add(*chosen);
+    }
+}
+
+void ConverterViewModel::chooseFolder() {
+    OpenPanel::Options options;
+    options.title = tr("Choose a folder of Opus audio").toStdString();
+    options.prompt = tr("Add Folder").toStdString();
+    options.canChooseFiles = false;
+    options.canChooseDirectories = true;
+    options.allowsMultipleSelection = true;
+    if (const auto chosen = surroundings_.openPanel->runModal(options)) {
+        add(*chosen);
+    }
+}
+
+void ConverterViewModel::chooseDestination() {
+    OpenPanel::Options options;
+    options.title = tr("Choose output folder").toStdString();
+    options.prompt = tr("Choose").toStdString();
+    options.canChooseFiles = false;
+    options.canChooseDirectories = true;
+    options.canCreateDirectories = true;
+    if (const auto chosen = surroundings_.openPanel->runModal(options)) {
+        publish([&] {
+            destination_ = chosen->empty() ? std::nullopt : std::optional(chosen->front());
+        });
+    }
+}
+
+void ConverterViewModel::revealDestination() {
+    if (destination_) {
+        surroundings_.fileViewer->reveal(*destination_);
+    }
+}
+
+void ConverterViewModel::start() {
+    if (isConverting_) {
+        return;
+    }
+    if (jobs_.empty()) {
+        setAlertMessage(tr("Add at least one Opus file first.").toStdString());
+        return;
+    }
+    if (!destination_) {
+        setAlertMessage(tr("Choose an output folder first.").toStdString());
+        return;
+    }
+    if (!surroundings_.locateBinary()) {
+        setAlertMessage(FFmpegError::notFound().errorDescription());
+        return;
+    }
+    publish([&] { isConverting_ = true; });
+    conversionTask_.emplace();
+    runOnMainThread(
+        [batch = Batch(shared_from_this(), conversionTask_->get_token())] { Batch::run(batch); });
+}
+
+void ConverterViewModel::cancel() {
+    if (conversionTask_) {
+        conversionTask_->request_stop();
+    }
+    surroundings_.service->interruptActiveProcess();
+}
+
+void ConverterViewModel::setState(const UUID& id, JobState state) {
+    if (const auto job = find(id); job != jobs_.end()) {
+        publish([&] { job->state = std::move(state); });
+    }
+}
+
+void ConverterViewModel::setProgress(const UUID& id, double progress) {
+    if (const auto job = find(id); job != jobs_.end()) {
+        publish([&] { job->progress = progress; });
+    }
+}
+
+std::vector<ConversionJob>::iterator ConverterViewModel::find(const UUID& id) noexcept {
+    return std::find_if(jobs_.begin(), jobs_.end(),
+                        [&id](const ConversionJob& job) { return job.id() == id; });
+}
+
+} // namespace kestrel

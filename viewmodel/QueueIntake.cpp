@@ -1,0 +1,57 @@
+#include "QueueIntake.h"
+
+#include "AsciiCase.h"
+#include "FFmpegService.h"
+#include "FileNameOrder.h"
+#include "FileSystem.h"
+#include "FolderListing.h"
+
+#include <algorithm>
+#include <unordered_set>
+#include <utility>
+
+namespace kestrel {
+
+namespace {
+
+std::vector<FileURL> acceptedFiles(const std::vector<FileURL>& urls) {
+    std::vector<FileURL> accepted;
+    for (const FileURL& url : urls) {
+        if (isFolder(url)) {
+            for (FileURL& entry : listFolder(url)) {
+                if (isAcceptedInput(entry)) {
+                    accepted.push_back(std::move(entry));
+                }
+            }
+        } else if (isAcceptedInput(url)) {
+            accepted.push_back(url);
+        }
+    }
+    return accepted;
+}
+
+} // namespace
+
+bool isAcceptedInput(const FileURL& url) {
+    const auto& supported = FFmpegService::supportedExtensions;
+    return std::find(supported.begin(), supported.end(), asciiLowercased(url.pathExtension())) !=
+           supported.end();
+}
+
+std::vector<FileURL> filesToQueue(const std::vector<FileURL>& urls,
+                                  const std::vector<ConversionJob>& queue) {
+    std::vector<FileURL> files = acceptedFiles(urls);
+    if (!files.empty()) {
+        std::unordered_set<FileURL> queued;
+        queued.reserve(queue.size());
+        for (const ConversionJob& job : queue) {
+            queued.insert(job.source().standardized());
+        }
+        std::erase_if(
+            files, [&queued](const FileURL& file) { return queued.contains(file.standardized()); });
+    }
+    sortByFileName(files);
+    return files;
+}
+
+} // namespace kestrel

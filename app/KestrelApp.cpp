@@ -1,0 +1,64 @@
+#include "KestrelApp.h"
+
+#include "ContentView.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QKeySequence>
+#include <QMenu>
+#include <QMenuBar>
+#include <QVBoxLayout>
+
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+namespace kestrel {
+
+KestrelApp::KestrelApp() : KestrelApp(std::make_shared<ConverterViewModel>()) {}
+
+KestrelApp::KestrelApp(std::shared_ptr<ConverterViewModel> model) : model_(std::move(model)) {
+    window_.setWindowTitle(tr("Kestrel"));
+    window_.setMinimumSize(960, 640);
+    auto* menuBar = new QMenuBar(&window_);
+    fillMenuBar(*menuBar);
+    auto* column = new QVBoxLayout(&window_);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setMenuBar(menuBar);
+    column->addWidget(new ContentView(model_));
+}
+
+void KestrelApp::setIdentity() {
+    // The application's name serves as its display name too. A display name of its own would be
+    // appended to the title of every panel.
+    QCoreApplication::setApplicationName(QStringLiteral("Kestrel"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.kestrel.Converter"));
+}
+
+void KestrelApp::fillMenuBar(QMenuBar& menuBar) {
+    QMenu* file = menuBar.addMenu(tr("&File"));
+    QAction* addAudio = file->addAction(tr("Add Audio…"));
+    addAudio->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
+    QObject::connect(addAudio, &QAction::triggered, &window_, [this] { model_->chooseFiles(); });
+    QAction* addFolder = file->addAction(tr("Add Folder…"));
+    addFolder->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O));
+    QObject::connect(addFolder, &QAction::triggered, &window_, [this] { model_->chooseFolder(); });
+    file->addSeparator();
+    QAction* quit = file->addAction(tr("Quit"));
+    quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+    quit->setMenuRole(QAction::QuitRole);
+    QObject::connect(quit, &QAction::triggered, qApp, &QCoreApplication::quit);
+}
+
+int KestrelApp::run() {
+    window_.show();
+    const int status = QApplication::exec();
+    if (model_->isConverting()) {
+        window_.hide();
+        static_cast<void>(std::fflush(nullptr));
+        std::_Exit(status);
+    }
+    return status;
+}
+
+} // namespace kestrel

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "ConverterViewModel.h"
+
+#include <QCoreApplication>
+#include <QWidget>
+
+#include <memory>
+
+class QMenuBar;
+
+namespace kestrel {
+
+/// The program: its one view model and its one window, with the menu. Needs a QApplication.
+class KestrelApp {
+    Q_DECLARE_TR_FUNCTIONS(kestrel::KestrelApp)
+
+  public:
+    KestrelApp();
+    explicit KestrelApp(std::shared_ptr<ConverterViewModel> model);
+
+    /// Who the program is to the desktop. Call it once, before the application object is made.
+    static void setIdentity();
+
+    QWidget& window() noexcept { return window_; }
+
+    /// Shows the window and runs the event loop until the user quits; the result is the exit
+    /// status. Does not return from quitting while a batch runs, but ends the process with that
+    /// status: the worker that converts must be neither waited for nor destroyed.
+    int run();
+
+  private:
+    void fillMenuBar(QMenuBar& menuBar);
+
+    std::shared_ptr<ConverterViewModel> model_;
+    QWidget window_;
+};
+
+} // namespace kestrel

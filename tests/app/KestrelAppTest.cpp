@@ -1,0 +1,170 @@
+#include "KestrelApp.h"
+
+#include "Scenario.h"
+
+#include <QApplication>
+#include <QLayout>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTimer>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdlib>
+
+namespace kestrel {
+namespace {
+
+using ::testing::ElementsAre;
+
+class KestrelAppTest : public ::testing::Test {
+  protected:
+    KestrelAppTest() : app_(scenario_.model) {
+        app_.window().show();
+        app_.window().activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&app_.window()));
+    }
+
+    QMenu* fileMenu() { return app_.window().findChild<QMenuBar*>()->actions().front()->menu(); }
+
+    void press(Qt::KeyboardModifiers modifiers, Qt::Key key) {
+        QTest::keyClick(&app_.window(), key, modifiers);
+        settle();
+    }
+
+    void expectBothShortcutsToWork() {
+        scenario_.panel->titles.clear();
+        press(Qt::ControlModifier, Qt::Key_O);
+        EXPECT_THAT(scenario_.panel->titles, ElementsAre("Choose Opus audio to convert"));
+        scenario_.panel->titles.clear();
+        press(Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_O);
+        EXPECT_THAT(scenario_.panel->titles, ElementsAre("Choose a folder of Opus audio"));
+    }
+
+    Scenario scenario_;
+    KestrelApp app_;
+};
+
+TEST_F(KestrelAppTest, addsFromTheKeyboardToAnEmptyQueue) {
+    expectBothShortcutsToWork();
+}
+
+TEST_F(KestrelAppTest, addsFromTheKeyboardWhileABatchRuns) {
+    scenario_.holdBack("a.opus", 0.5);
+    scenario_.add({"a.opus"});
+    scenario_.start();
+    ASSERT_TRUE(scenario_.model->isConverting());
+    expectBothShortcutsToWork();
+    for (const QAction* action : fileMenu()->actions()) {
+        EXPECT_TRUE(action->isEnabled());
+    }
+}
+
+TEST_F(KestrelAppTest, addsFromTheMenu) {
+    fileMenu()->actions()[0]->trigger();
+    EXPECT_THAT(scenario_.panel->titles, ElementsAre("Choose Opus audio to convert"));
+    fileMenu()->actions()[1]->trigger();
+    EXPECT_THAT(scenario_.panel->titles,
+                ElementsAre("Choose Opus audio to convert", "Choose a folder of Opus audio"));
+}
+
+TEST_F(KestrelAppTest, hasOneMenuThatOpensNoWindow) {
+    const auto* bar = app_.window().findChild<QMenuBar*>();
+    ASSERT_EQ(bar->actions().size(), 1);
+    EXPECT_EQ(utf8(bar->actions().front()->text()), "&File");
+    std::vector<std::string> texts;
+    for (const QAction* action : fileMenu()->actions()) {
+        texts.push_back(action->isSeparator() ? "-" : utf8(action->text()));
+    }
+    EXPECT_THAT(texts, ElementsAre("Add Audio…", "Add Folder…", "-", "Quit"));
+}
+
+TEST_F(KestrelAppTest, opensNoSecondWindow) {
+    press(Qt::ControlModifier, Qt::Key_N);
+    int windows = 0;
+    for (const QWidget* widget : QApplication::topLevelWidgets()) {
+        windows += widget->isVisible() ? 1 : 0;
+    }
+    EXPECT_EQ(windows, 1);
+}
+
+TEST_F(KestrelAppTest, growsButDoesNotShrinkBelowItsMinimum) {
+    EXPECT_EQ(app_.window().minimumSize(), QSize(960, 640));
+    app_.window().resize(100, 100);
+    EXPECT_EQ(app_.window().size(), QSize(960, 640));
+    EXPECT_LE(app_.window().layout()->totalMinimumSize().width(), 960);
+    EXPECT_LE(app_.window().layout()->totalMinimumSize().height(), 640);
+    EXPECT_EQ(app_.window().maximumSize(), QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX));
+}
+
+TEST_F(KestrelAppTest, isTitledKestrel) {
+    EXPECT_EQ(utf8(app_.window().windowTitle()), "Kestrel");
+}
+
+/// Runs the program in this process until `quit`, and leaves with its status; a batch waits for
+/// ever meanwhile, if there is one.
+[[noreturn]] void runUntil(bool hasBatch, const std::function<void(KestrelApp&)>& quit) {
+    auto* scenario = new Scenario;
+    auto* app = new KestrelApp(scenario->model);
+    if (hasBatch) {
+        scenario->holdBack("a.opus", 0.5);
+        scenario->add({"a.opus", "b.opus"});
+        scenario->start();
+        if (!scenario->model->isConverting()) {
+            std::_Exit(99);
+        }
+    }
+    QTimer::singleShot(0, &app->window(), [app, &quit] {
+        if (QTest::qWaitForWindowActive(&app->window())) {
+            quit(*app);
+        }
+    });
+    const int status = app->run();
+    if (hasBatch) {
+        std::_Exit(98);
+    }
+    delete app;
+    delete scenario;
+    std::exit(status); // NOLINT(concurrency-mt-unsafe): the one thread there is
+}
+
+class KestrelAppDeathTest : public ::testing::Test {
+  protected:
+    KestrelAppDeathTest() { ::testing::GTEST_FLAG(death_test_style) = "threadsafe"; }
+
+    static void expectQuickQuit(bool hasBatch, const std::function<void(KestrelApp&)>& quit) {
+        const auto start = std::chrono::steady_clock::now();
+        EXPECT_EXIT(runUntil(hasBatch, quit), ::testing::ExitedWithCode(0), "");
+        // Ample time for the start of a process; a worker that was waited for would never end.
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+    }
+};
+
+void closeWindow(KestrelApp& app) {
+    app.window().close();
+}
+
+void pressQuit(KestrelApp& app) {
+    QTest::keyClick(&app.window(), Qt::Key_Q, Qt::ControlModifier);
+}
+
+TEST_F(KestrelAppDeathTest, quitsWhenTheWindowIsClosed) {
+    expectQuickQuit(false, closeWindow);
+}
+
+TEST_F(KestrelAppDeathTest, quitsFromTheKeyboard) {
+    expectQuickQuit(false, pressQuit);
+}
+
+TEST_F(KestrelAppDeathTest, quitsWhileABatchRunsWhenTheWindowIsClosed) {
+    expectQuickQuit(true, closeWindow);
+}
+
+TEST_F(KestrelAppDeathTest, quitsWhileABatchRunsFromTheKeyboard) {
+    expectQuickQuit(true, pressQuit);
+}
+
+} // namespace
+} // namespace kestrel

@@ -1,0 +1,145 @@
+#include "ContentView.h"
+
+#include "QueueView.h"
+#include "Scenario.h"
+
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace kestrel {
+namespace {
+
+class ContentViewTest : public ::testing::Test {
+  protected:
+    ContentViewTest()
+        : view_(scenario_.model, [this]() -> std::optional<FileURL> {
+              ++refreshes_;
+              return std::nullopt;
+          }) {
+        view_.resize(960, 640);
+        view_.show();
+        view_.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&view_));
+        settle();
+        refreshes_ = 0;
+    }
+
+    QMessageBox* alert() const { return view_.findChild<QMessageBox*>(); }
+
+    void raise(const char* message) {
+        scenario_.model->setAlertMessage(message);
+        settle();
+        ASSERT_NE(alert(), nullptr);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(alert()));
+    }
+
+    void expectDismissalBy(const std::function<void()>& dismiss) {
+        raise("Choose an output folder first.");
+        dismiss();
+        settle();
+        EXPECT_EQ(scenario_.model->alertMessage(), std::nullopt);
+        EXPECT_EQ(alert(), nullptr);
+    }
+
+    Scenario scenario_;
+    int refreshes_ = 0;
+    ContentView view_;
+};
+
+TEST_F(ContentViewTest, refreshesOnceForManyAnnouncements) {
+    for (int count = 0; count < 50; ++count) {
+        scenario_.model->setIsDropTargeted(count % 2 == 0);
+    }
+    EXPECT_EQ(refreshes_, 0);
+    settle();
+    EXPECT_EQ(refreshes_, 1);
+}
+
+TEST_F(ContentViewTest, refreshesAgainInTheNextTurn) {
+    scenario_.model->setIsDropTargeted(true);
+    settle();
+    scenario_.model->setIsDropTargeted(false);
+    settle();
+    EXPECT_EQ(refreshes_, 2);
+}
+
+TEST_F(ContentViewTest, refreshesNothingWhileNothingChanges) {
+    settle();
+    EXPECT_EQ(refreshes_, 0);
+}
+
+TEST_F(ContentViewTest, showsWhatTheModelIsAfterTheChange) {
+    scenario_.add({"a.opus"});
+    EXPECT_EQ(utf8(find<QPushButton>(view_, "startButton")->text()), "Convert 1 File");
+}
+
+TEST_F(ContentViewTest, raisesTheAlert) {
+    raise("FFmpeg was not found. <b>Install</b> it");
+    EXPECT_EQ(utf8(alert()->windowTitle()), "Kestrel");
+    EXPECT_EQ(utf8(alert()->text()), "FFmpeg was not found. <b>Install</b> it");
+    EXPECT_EQ(alert()->textFormat(), Qt::PlainText);
+    EXPECT_TRUE(alert()->isModal());
+    ASSERT_EQ(alert()->buttons().size(), 1);
+    EXPECT_EQ(utf8(alert()->buttons().front()->text()), "OK");
+}
+
+TEST_F(ContentViewTest, dismissesTheAlertByItsButton) {
+    expectDismissalBy([this] { QTest::mouseClick(alert()->buttons().front(), Qt::LeftButton); });
+}
+
+TEST_F(ContentViewTest, dismissesTheAlertByEscape) {
+    expectDismissalBy([this] { QTest::keyClick(alert(), Qt::Key_Escape); });
+}
+
+TEST_F(ContentViewTest, dismissesTheAlertByEnter) {
+    expectDismissalBy([this] { QTest::keyClick(alert(), Qt::Key_Return); });
+}
+
+TEST_F(ContentViewTest, dismissesTheAlertByClosingIt) {
+    expectDismissalBy([this] { alert()->close(); });
+}
+
+TEST_F(ContentViewTest, raisesTheAlertAgainAfterADismissal) {
+    expectDismissalBy([this] { QTest::keyClick(alert(), Qt::Key_Escape); });
+    expectDismissalBy([this] { QTest::keyClick(alert(), Qt::Key_Escape); });
+}
+
+TEST_F(ContentViewTest, showsOneAlertWithTheLatestText) {
+    raise("first");
+    scenario_.model->setAlertMessage("second");
+    settle();
+    EXPECT_EQ(view_.findChildren<QMessageBox*>().size(), 1);
+    EXPECT_EQ(utf8(alert()->text()), "second");
+}
+
+TEST_F(ContentViewTest, takesTheAlertBackWithTheMessage) {
+    raise("first");
+    scenario_.model->setAlertMessage(std::nullopt);
+    settle();
+    EXPECT_EQ(alert(), nullptr);
+}
+
+TEST_F(ContentViewTest, raisesTheAlertWhenStartIsRefused) {
+    scenario_.add({"a.opus"});
+    QTest::mouseClick(find<QPushButton>(view_, "startButton"), Qt::LeftButton);
+    settle();
+    ASSERT_NE(alert(), nullptr);
+    EXPECT_EQ(utf8(alert()->text()), "Choose an output folder first.");
+}
+
+TEST_F(ContentViewTest, givesTheQueueTheWidthThatTheSidebarLeaves) {
+    EXPECT_EQ(view_.findChild<SettingsSidebar*>()->width(), 310);
+    EXPECT_GT(view_.findChild<QueueView*>()->width(), 640);
+    view_.resize(1400, 800);
+    settle();
+    EXPECT_EQ(view_.findChild<SettingsSidebar*>()->width(), 310);
+    EXPECT_GT(view_.findChild<QueueView*>()->width(), 1080);
+}
+
+} // namespace
+} // namespace kestrel

@@ -1,0 +1,77 @@
+#include "DisplayText.h"
+
+#include "Scenario.h"
+
+#include <gtest/gtest.h>
+
+namespace kestrel {
+namespace {
+
+using namespace std::string_literals;
+
+TEST(DisplayText, showsUTF8AsItIs) {
+    EXPECT_EQ(utf8(displayText("Übung & <b>Café</b> 𝄞.opus")), "Übung & <b>Café</b> 𝄞.opus");
+}
+
+TEST(DisplayText, showsBytesThatAreNotUTF8AsReplacementCharacters) {
+    EXPECT_EQ(utf8(displayText("caf\xE9.opus")), "caf\uFFFD.opus");
+}
+
+TEST(DisplayText, showsEveryKindOfLineEndAndControlInANameAsReplacementCharacter) {
+    EXPECT_EQ(utf8(displayText("a\nb\rc\td\x1B\x7F\u0085\u2028\u2029z")),
+              "a\uFFFDb\uFFFDc\uFFFDd\uFFFD\uFFFD\uFFFD\uFFFD\uFFFDz");
+}
+
+TEST(DisplayText, keepsTheLinesOfAMessage) {
+    EXPECT_EQ(utf8(displayMessage("one\ntwo\r\nthree\rfour\tend\x01\0"s)),
+              "one\ntwo\nthree\nfour end\uFFFD\uFFFD");
+}
+
+TEST(DisplayText, looksAtTheStartOfALongMessageOnly) {
+    const QString text = displayMessage(std::string(5'000'000, 'x'));
+    EXPECT_EQ(text.size(), 4097);
+    EXPECT_TRUE(text.endsWith(QStringLiteral("x…")));
+}
+
+TEST(DisplayText, shortensAMessageBetweenCharacters) {
+    std::string message = "x";
+    while (message.size() < 6000) {
+        message += "é";
+    }
+    const QString text = displayMessage(message);
+    EXPECT_FALSE(text.contains(QChar::ReplacementCharacter));
+    EXPECT_TRUE(text.endsWith(QStringLiteral("é…")));
+}
+
+TEST(DisplayText, isolatesNothingWhereNothingIsDirectional) {
+    EXPECT_EQ(utf8(isolated(QStringLiteral("Café 2.opus"))), "Café 2.opus");
+}
+
+TEST(DisplayText, isolatesOverrides) {
+    EXPECT_EQ(utf8(isolated(QStringLiteral("a\u202Eb"))), "\u2068a\u202Eb\u2069");
+}
+
+TEST(DisplayText, isolatesRightToLeftNames) {
+    EXPECT_EQ(utf8(isolated(QStringLiteral("שיר.opus"))), "\u2068שיר.opus\u2069");
+}
+
+TEST(DisplayText, letsNoNameCloseTheIsolateAroundIt) {
+    EXPECT_EQ(utf8(isolated(QStringLiteral("a\u2069b"))), "\u2068a\uFFFDb\u2069");
+}
+
+TEST(DisplayText, closesTheIsolatesThatANameLeavesOpen) {
+    EXPECT_EQ(utf8(isolated(QStringLiteral("a\u2067b\u2066c\u2069"))),
+              "\u2068a\u2067b\u2066c\u2069\u2069\u2069");
+}
+
+TEST(DisplayText, spellsMarkupOutInToolTips) {
+    EXPECT_EQ(utf8(toolTipText(QStringLiteral("<b>a&b"))),
+              "<p style=\"white-space:pre-wrap\">&lt;b&gt;a&amp;b</p>");
+}
+
+TEST(DisplayText, shortensLongToolTips) {
+    EXPECT_LT(toolTipText(QString(100'000, u'x')).size(), 1100);
+}
+
+} // namespace
+} // namespace kestrel

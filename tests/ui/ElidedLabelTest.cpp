@@ -1,0 +1,90 @@
+#include "ElidedLabel.h"
+
+#include "DisplayText.h"
+#include "Scenario.h"
+
+#include <QFontMetrics>
+#include <QHelpEvent>
+#include <QToolTip>
+
+#include <gtest/gtest.h>
+
+namespace kestrel {
+namespace {
+
+std::vector<std::string> shown(const char* text, int width, int maxLines = 2) {
+    std::vector<std::string> lines;
+    for (const QString& line :
+         ElidedLabel::shownLines(QString::fromUtf8(text), QFont(), width, maxLines)) {
+        lines.push_back(utf8(line));
+    }
+    return lines;
+}
+
+int widthOf(const char* text) {
+    return QFontMetrics(QFont()).horizontalAdvance(QString::fromUtf8(text)) + 2;
+}
+
+TEST(ElidedLabel, showsAShortTextOnOneLine) {
+    EXPECT_EQ(shown("short", 500), std::vector<std::string>{"short"});
+}
+
+TEST(ElidedLabel, showsAnEmptyTextAsOneEmptyLine) {
+    EXPECT_EQ(shown("", 500), std::vector<std::string>{""});
+}
+
+TEST(ElidedLabel, wrapsAtWords) {
+    const auto lines = shown("first words, second", widthOf("first words,  "));
+    EXPECT_EQ(lines, (std::vector<std::string>{"first words, ", "second"}));
+}
+
+TEST(ElidedLabel, breaksAtLineEnds) {
+    EXPECT_EQ(shown("one\ntwo", 500), (std::vector<std::string>{"one", "two"}));
+}
+
+TEST(ElidedLabel, endsInAnEllipsisWhatDoesNotFit) {
+    const auto lines = shown("one\ntwo and very much more text behind it", widthOf("two and very"));
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_EQ(lines[0], "one");
+    EXPECT_EQ(lines[1].substr(0, 3), "two");
+    EXPECT_EQ(lines[1].substr(lines[1].size() - 3), "…");
+}
+
+TEST(ElidedLabel, continuesTheLastLineWithTheLinesThatFollow) {
+    EXPECT_EQ(shown("one\ntwo\nthree", 500), (std::vector<std::string>{"one", "two three"}));
+}
+
+TEST(ElidedLabel, keepsItsWholeTextThoughItAsksForLittleRoom) {
+    ElidedLabel label(Qt::ElideMiddle);
+    const QString path(4000, u'x');
+    label.setText(path);
+    EXPECT_EQ(label.text(), path);
+    EXPECT_LT(label.minimumSizeHint().width(), 50);
+}
+
+std::string toolTipOf(ElidedLabel& label) {
+    QHelpEvent event(QEvent::ToolTip, {1, 1}, label.mapToGlobal(QPoint(1, 1)));
+    QCoreApplication::sendEvent(&label, &event);
+    const QString text = QToolTip::text();
+    QToolTip::hideText();
+    return utf8(text);
+}
+
+TEST(ElidedLabel, showsTheWholeTextAsToolTipWhereItIsShortened) {
+    ElidedLabel label(Qt::ElideRight);
+    label.setText(QStringLiteral("a <b>long</b> text that does not fit"));
+    label.resize(50, 20);
+    label.show();
+    EXPECT_EQ(toolTipOf(label), utf8(toolTipText(label.text())));
+}
+
+TEST(ElidedLabel, showsNoToolTipWhereTheTextIsWhole) {
+    ElidedLabel label(2);
+    label.setText(QStringLiteral("two words"));
+    label.resize(widthOf("words"), 60);
+    label.show();
+    EXPECT_EQ(toolTipOf(label), "");
+}
+
+} // namespace
+} // namespace kestrel

@@ -1,0 +1,80 @@
+#include "ContentView.h"
+
+#include "DisplayText.h"
+#include "QueueView.h"
+
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <utility>
+
+namespace kestrel {
+
+ContentView::ContentView(std::shared_ptr<ConverterViewModel> model,
+                         SettingsSidebar::BinaryLocator locateBinary, QWidget* parent)
+    : QWidget(parent),
+      model_(std::move(model)),
+      sidebar_(new SettingsSidebar(model_, std::move(locateBinary), this)),
+      queue_(new QueueView(model_, this)) {
+    auto* divider = new QFrame(this);
+    divider->setFrameShape(QFrame::VLine);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(0);
+    row->addWidget(sidebar_);
+    row->addWidget(divider);
+    row->addWidget(queue_, 1);
+    connect(model_.get(), &ConverterViewModel::willChange, this, &ContentView::scheduleRefresh);
+    if (model_->alertMessage()) {
+        scheduleRefresh();
+    }
+}
+
+void ContentView::scheduleRefresh() {
+    if (isRefreshScheduled_) {
+        return;
+    }
+    // The announcement comes before the change; what it announces is there when the event loop
+    // turns.
+    isRefreshScheduled_ = true;
+    QMetaObject::invokeMethod(this, &ContentView::refresh, Qt::QueuedConnection);
+}
+
+void ContentView::refresh() {
+    isRefreshScheduled_ = false;
+    sidebar_->refresh();
+    queue_->refresh();
+    refreshAlert();
+}
+
+void ContentView::refreshAlert() {
+    const std::optional<std::string>& message = model_->alertMessage();
+    if (message) {
+        showAlert(displayMessage(*message));
+    } else if (alert_) {
+        alert_->disconnect(this);
+        alert_->close();
+        alert_.clear();
+    }
+}
+
+void ContentView::showAlert(const QString& message) {
+    if (alert_) {
+        alert_->setText(message);
+        return;
+    }
+    alert_ =
+        new QMessageBox(QMessageBox::NoIcon, tr("Kestrel"), message, QMessageBox::NoButton, this);
+    alert_->setTextFormat(Qt::PlainText);
+    alert_->addButton(tr("OK"), QMessageBox::AcceptRole);
+    alert_->setAttribute(Qt::WA_DeleteOnClose);
+    connect(alert_, &QDialog::finished, this, [this] {
+        alert_.clear();
+        model_->setAlertMessage(std::nullopt);
+    });
+    alert_->open();
+}
+
+} // namespace kestrel

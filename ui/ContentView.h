@@ -1,0 +1,43 @@
+#pragma once
+
+#include "ConverterViewModel.h"
+#include "FFmpegService.h"
+#include "SettingsSidebar.h"
+
+#include <QPointer>
+#include <QWidget>
+
+#include <memory>
+
+class QMessageBox;
+
+namespace kestrel {
+
+class QueueView;
+
+/// Everything in the main window: the sidebar beside the queue panel, and the one alert. Redraws
+/// from the model once per turn of the event loop in which the model announces changes.
+class ContentView : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit ContentView(std::shared_ptr<ConverterViewModel> model,
+                         SettingsSidebar::BinaryLocator locateBinary = FFmpegService::locateBinary,
+                         QWidget* parent = nullptr);
+
+    /// Shows the model as it is now.
+    void refresh();
+
+  private:
+    void scheduleRefresh();
+    void refreshAlert();
+    void showAlert(const QString& message);
+
+    std::shared_ptr<ConverterViewModel> model_;
+    SettingsSidebar* sidebar_;
+    QueueView* queue_;
+    QPointer<QMessageBox> alert_;
+    bool isRefreshScheduled_ = false;
+};
+
+} // namespace kestrel

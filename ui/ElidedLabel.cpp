@@ -1,0 +1,122 @@
+#include "ElidedLabel.h"
+
+#include "DisplayText.h"
+
+#include <QFontMetrics>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QTextLayout>
+#include <QTextOption>
+#include <QToolTip>
+
+#include <algorithm>
+#include <utility>
+
+namespace kestrel {
+
+ElidedLabel::ElidedLabel(Qt::TextElideMode elideMode, QWidget* parent)
+    : QLabel(parent), elideMode_(elideMode) {
+    setTextFormat(Qt::PlainText);
+    setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+}
+
+ElidedLabel::ElidedLabel(int maxLines, QWidget* parent) : QLabel(parent), maxLines_(maxLines) {
+    setTextFormat(Qt::PlainText);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::MinimumExpanding);
+}
+
+QSize ElidedLabel::sizeHint() const {
+    const QMargins margins = contentsMargins();
+    const int width = maxLines_ == 1 ? fontMetrics().horizontalAdvance(text()) + 1 : 0;
+    return {width + margins.left() + margins.right(),
+            fontMetrics().lineSpacing() + margins.top() + margins.bottom()};
+}
+
+QSize ElidedLabel::minimumSizeHint() const {
+    const QSize hint = sizeHint();
+    const int ellipsisWidth = fontMetrics().horizontalAdvance(QChar(u'\u2026')) + 1;
+    return {std::min(hint.width(), ellipsisWidth), hint.height()};
+}
+
+QStringList ElidedLabel::shownLines(const QString& text, const QFont& font, int width,
+                                    int maxLines) {
+    QString lines = text;
+    lines.replace(u'\n', QChar(QChar::LineSeparator));
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    QTextLayout layout(lines, font);
+    layout.setTextOption(option);
+
+    QStringList shown;
+    layout.beginLayout();
+    while (shown.size() < maxLines) {
+        QTextLine line = layout.createLine();
+        if (!line.isValid()) {
+            break;
+        }
+        line.setLineWidth(width);
+        const bool isLast = shown.size() + 1 == maxLines;
+        QString part =
+            isLast ? lines.mid(line.textStart()) : lines.mid(line.textStart(), line.textLength());
+        // A line keeps the separator that ends it; in the last one, more lines may follow on it.
+        if (part.endsWith(QChar::LineSeparator)) {
+            part.chop(1);
+        }
+        part.replace(QChar(QChar::LineSeparator), QChar(u' '));
+        shown += isLast ? QFontMetrics(font).elidedText(part, Qt::ElideRight, width) : part;
+    }
+    layout.endLayout();
+    return shown.isEmpty() ? QStringList{QString()} : shown;
+}
+
+QStringList ElidedLabel::shownLines() const {
+    const int width = contentsRect().width();
+    if (maxLines_ == 1) {
+        return {fontMetrics().elidedText(text(), elideMode_, width)};
+    }
+    return shownLines(text(), font(), width, maxLines_);
+}
+
+bool ElidedLabel::isShownWhole() const {
+    // Wrapping swallows the blanks and line ends that it wraps at.
+    QString shown = shownLines().join(QString());
+    QString whole = text();
+    const auto isBlank = [](QChar character) { return character.isSpace(); };
+    shown.removeIf(isBlank);
+    whole.removeIf(isBlank);
+    return shown == whole;
+}
+
+bool ElidedLabel::event(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) {
+        return QLabel::event(event);
+    }
+    if (isShownWhole()) {
+        QToolTip::hideText();
+        event->ignore();
+        return true;
+    }
+    if (const auto* help = dynamic_cast<QHelpEvent*>(event)) {
+        QToolTip::showText(help->globalPos(), toolTipText(text()), this);
+    }
+    return true;
+}
+
+void ElidedLabel::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    QRect line = contentsRect();
+    if (maxLines_ == 1) {
+        line.setTop(line.top() + (line.height() - fontMetrics().height()) / 2);
+    }
+    line.setHeight(fontMetrics().height());
+    const int flags = static_cast<int>((alignment() & Qt::AlignHorizontal_Mask) | Qt::AlignTop) |
+                      static_cast<int>(Qt::TextSingleLine);
+    for (const QString& shown : shownLines()) {
+        style()->drawItemText(&painter, line, flags, palette(), isEnabled(), shown,
+                              foregroundRole());
+        line.translate(0, fontMetrics().lineSpacing());
+    }
+}
+
+} // namespace kestrel

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QProgressBar>
+
+namespace kestrel {
+
+/// A progress bar without text.
+class FractionBar : public QProgressBar {
+    Q_OBJECT
+
+  public:
+    explicit FractionBar(QWidget* parent = nullptr);
+
+    /// Shows a fraction done; what lies outside 0 to 1 shows as the nearer end, NaN as 0.
+    void setFraction(double fraction);
+};
+
+} // namespace kestrel

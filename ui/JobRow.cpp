@@ -1,0 +1,173 @@
+#include "JobRow.h"
+
+#include "DisplayText.h"
+#include "ElidedLabel.h"
+#include "FractionBar.h"
+
+#include <QFontMetrics>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace kestrel {
+namespace {
+
+void setAccessibleNameIfChanged(QWidget& widget, const QString& name) {
+    if (widget.accessibleName() != name) {
+        widget.setAccessibleName(name);
+    }
+}
+
+} // namespace
+
+JobRow::JobRow(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
+    : QWidget(parent), model_(std::move(model)) {
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 7, 0, 7);
+    row->setSpacing(14);
+    row->addLayout(makeTexts(), 1);
+
+    checkMark_ = new QLabel(QStringLiteral("✓"), this);
+    checkMark_->setObjectName(QStringLiteral("checkMark"));
+    checkMark_->setAccessibleName(tr("Complete"));
+    row->addWidget(checkMark_);
+
+    removeButton_ = new QToolButton(this);
+    removeButton_->setObjectName(QStringLiteral("removeButton"));
+    removeButton_->setText(QStringLiteral("✕"));
+    removeButton_->setAutoRaise(true);
+    connect(removeButton_, &QToolButton::clicked, this, [this] { model_->remove(job()); });
+    row->addWidget(removeButton_);
+}
+
+QBoxLayout* JobRow::makeTexts() {
+    name_ = new ElidedLabel(Qt::ElideRight, this);
+    name_->setObjectName(QStringLiteral("name"));
+    folder_ = new ElidedLabel(Qt::ElideRight, this);
+    folder_->setObjectName(QStringLiteral("folder"));
+    auto* bullet = new QLabel(tr("•"), this);
+    state_ = new QLabel(this);
+    state_->setObjectName(QStringLiteral("state"));
+    state_->setTextFormat(Qt::PlainText);
+    progress_ = new FractionBar(this);
+    progress_->setAccessibleName(tr("Progress"));
+    message_ = new ElidedLabel(maxMessageLines, this);
+    message_->setObjectName(QStringLiteral("message"));
+
+    auto* status = new QHBoxLayout;
+    status->setSpacing(8);
+    status->addWidget(folder_);
+    status->addWidget(bullet);
+    status->addWidget(state_);
+    status->addStretch(1);
+
+    auto* column = new QVBoxLayout;
+    column->setSpacing(6);
+    column->addWidget(name_);
+    column->addLayout(status);
+    column->addWidget(progress_);
+    column->addWidget(message_);
+    return column;
+}
+
+void JobRow::setJob(const ConversionJob& job) {
+    if (job_ == job) {
+        return;
+    }
+    const bool isOtherSource = !job_ || job_->source() != job.source();
+    const bool isOtherState = !job_ || job_->state != job.state;
+    job_ = job;
+    if (isOtherSource) {
+        showSource();
+    }
+    if (isOtherState) {
+        showState();
+    }
+    if (isOtherSource || isOtherState) {
+        updateAccessibleNames();
+    }
+    progress_->setFraction(job.progress);
+}
+
+void JobRow::showSource() {
+    const FileURL folder = job().source().deletingLastPathComponent();
+    name_->setText(displayText(job().source().lastPathComponent()));
+    folder_->setText(displayText(folder.lastPathComponent()));
+}
+
+void JobRow::showState() {
+    const JobState& state = job().state;
+    state_->setText(stateText());
+    progress_->setVisible(state.is(JobState::Case::converting));
+    message_->setText(displayMessage(state.message()));
+    message_->setVisible(state.is(JobState::Case::failed));
+    checkMark_->setVisible(state.is(JobState::Case::completed));
+
+    const bool isRemovable =
+        !state.is(JobState::Case::completed) && !state.is(JobState::Case::converting);
+    if (!isRemovable && removeButton_->hasFocus() && parentWidget() != nullptr) {
+        // A button that hides passes the focus to whatever comes next; the list around is nearer.
+        parentWidget()->setFocus(Qt::OtherFocusReason);
+    }
+    removeButton_->setVisible(isRemovable);
+}
+
+QString JobRow::stateText() const {
+    switch (job().state.which()) {
+    case JobState::Case::waiting:
+        return tr("Ready");
+    case JobState::Case::converting:
+        return tr("Converting");
+    case JobState::Case::completed:
+        return tr("Complete");
+    case JobState::Case::cancelled:
+        return tr("Cancelled");
+    case JobState::Case::failed:
+        break;
+    }
+    return tr("Failed");
+}
+
+void JobRow::updateAccessibleNames() {
+    const QString name = isolated(name_->text());
+    const QString folder = isolated(folder_->text());
+    const QString message = isolated(message_->text().simplified());
+    setAccessibleNameIfChanged(
+        *this, message.isEmpty() ? tr("%1, in %2, %3").arg(name, folder, stateText())
+                                 : tr("%1, in %2, %3, %4").arg(name, folder, stateText(), message));
+    setAccessibleNameIfChanged(*removeButton_, tr("Remove %1").arg(name));
+}
+
+void JobRow::focusRemoveButton(Qt::FocusReason reason) {
+    if (!removeButton_->isHidden()) {
+        removeButton_->setFocus(reason);
+    }
+}
+
+JobRowMetrics JobRow::measure(const std::shared_ptr<ConverterViewModel>& model, QWidget* parent,
+                              int width) {
+    JobRow row(model, parent);
+    ConversionJob job{FileURL("/folder/name")};
+    const auto heightIn = [&row, &job](const JobState& state) {
+        job.state = state;
+        row.setJob(job);
+        row.layout()->activate();
+        return row.sizeHint().height();
+    };
+    JobRowMetrics metrics;
+    metrics.width = width;
+    metrics.plainHeight = heightIn(JobState::waiting());
+    metrics.plainHeight = std::max(metrics.plainHeight, heightIn(JobState::completed()));
+    metrics.convertingHeight = heightIn(JobState::converting());
+    metrics.failedHeight = heightIn(JobState::failed("message"));
+    row.layout()->setGeometry(QRect(0, 0, width, metrics.failedHeight));
+    metrics.messageWidth = row.message_->width();
+    metrics.messageFont = row.message_->font();
+    metrics.messageLineHeight = QFontMetrics(metrics.messageFont).lineSpacing();
+    return metrics;
+}
+
+} // namespace kestrel

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "ConverterViewModel.h"
+#include "JobRowMetrics.h"
+
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+
+class QBoxLayout;
+class QLabel;
+class QToolButton;
+
+namespace kestrel {
+
+class ElidedLabel;
+class FractionBar;
+
+/// Shows one job: name, folder, state, and what the state brings with it.
+class JobRow : public QWidget {
+    Q_OBJECT
+
+  public:
+    /// A failure message is shown on at most this many lines.
+    static constexpr int maxMessageLines = 2;
+
+    explicit JobRow(std::shared_ptr<ConverterViewModel> model, QWidget* parent = nullptr);
+
+    /// Shows a copy of the job, in place of any job shown before.
+    void setJob(const ConversionJob& job);
+
+    /// Only after `setJob`.
+    const ConversionJob& job() const { return job_.value(); }
+
+    /// Gives the keyboard focus to the row's remove button, if it has one.
+    void focusRemoveButton(Qt::FocusReason reason);
+
+    /// How high rows must be inside a parent, for a width in pixels.
+    static JobRowMetrics measure(const std::shared_ptr<ConverterViewModel>& model, QWidget* parent,
+                                 int width);
+
+  private:
+    QBoxLayout* makeTexts();
+    void showSource();
+    void showState();
+    void updateAccessibleNames();
+    QString stateText() const;
+
+    std::shared_ptr<ConverterViewModel> model_;
+    std::optional<ConversionJob> job_;
+    ElidedLabel* name_ = nullptr;
+    ElidedLabel* folder_ = nullptr;
+    QLabel* state_ = nullptr;
+    FractionBar* progress_ = nullptr;
+    ElidedLabel* message_ = nullptr;
+    QLabel* checkMark_ = nullptr;
+    QToolButton* removeButton_ = nullptr;
+};
+
+} // namespace kestrel

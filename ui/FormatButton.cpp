@@ -1,5 +1,7 @@
 #include "FormatButton.h"
 
+#include <QSignalBlocker>
+
 #include <utility>
 
 namespace kestrel {
@@ -11,10 +13,13 @@ FormatButton::FormatButton(OutputFormat format, std::function<void()> action, QW
     setAccessibleName(text());
     setCheckable(true);
     setFixedHeight(36);
-    connect(this, &QPushButton::clicked, this, std::move(action));
+    connect(this, &QPushButton::clicked, this, action);
+    // Assistive technology switches a checkable button without a click, which is a press all the same.
+    connect(this, &QPushButton::toggled, this, std::move(action));
 }
 
 void FormatButton::setSelected(bool isSelected) {
+    const QSignalBlocker blocker(this);
     setChecked(isSelected);
 }
 

@@ -14,7 +14,8 @@ FormatButton::FormatButton(OutputFormat format, std::function<void()> action, QW
     setCheckable(true);
     setFixedHeight(36);
     connect(this, &QPushButton::clicked, this, action);
-    // Assistive technology switches a checkable button without a click, which is a press all the same.
+    // Assistive technology switches a checkable button without a click, which is a press all the
+    // same.
     connect(this, &QPushButton::toggled, this, std::move(action));
 }
 

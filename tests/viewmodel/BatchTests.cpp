@@ -5,6 +5,7 @@
 
 #include <QThread>
 
+#include <cstdio>
 #include <filesystem>
 #include <system_error>
 
@@ -285,13 +286,16 @@ TEST_F(BatchTest, haltsTheProgramBeyondTheEndOfAShortenedQueue) {
     chooseDestination();
     runner->setScript("a.opus", [this](const auto&, const auto&) { runner->waitForRelease(); });
     // It gets as far as converting c, at position 1, before it comes to position 2.
-    runner->setScript("c.opus", [](const auto&, const auto&) { fputs("c converted; ", stderr); });
+    runner->setScript("c.opus", [](const auto&, const auto&) {
+        static_cast<void>(std::fputs("c converted; ", stderr));
+    });
     EXPECT_DEATH(removeDuringABatch(*model, *runner, folder),
                  "c converted; Fatal error: Index out of range");
 }
 
 TEST_F(BatchTest, convertsAThousandJobsWithoutDepthOrDelay) {
     std::vector<FileURL> files;
+    files.reserve(1000);
     for (int i = 0; i < 1000; ++i) {
         files.push_back(folder.file(std::to_string(i) + ".opus"));
     }

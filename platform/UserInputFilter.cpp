@@ -59,7 +59,8 @@ bool UserInputFilter::eventFilter(QObject* /*watched*/, QEvent* event) {
     if (!isUserInput(event->type())) {
         return false;
     }
-    // Ignored as well as swallowed: a close event that is not ignored closes its window.
+    // Ignored as well as swallowed: the sender of a drop or a close event learns that it was
+    // refused.
     event->ignore();
     return true;
 }

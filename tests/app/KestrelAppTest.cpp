@@ -35,12 +35,12 @@ class KestrelAppTest : public ::testing::Test {
     }
 
     void expectBothShortcutsToWork() {
-        scenario_.panel->titles.clear();
+        scenario_.panel->shown.clear();
         press(Qt::ControlModifier, Qt::Key_O);
-        EXPECT_THAT(scenario_.panel->titles, ElementsAre("Choose Opus audio to convert"));
-        scenario_.panel->titles.clear();
+        EXPECT_THAT(scenario_.panelTitles(), ElementsAre("Choose Opus audio to convert"));
+        scenario_.panel->shown.clear();
         press(Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_O);
-        EXPECT_THAT(scenario_.panel->titles, ElementsAre("Choose a folder of Opus audio"));
+        EXPECT_THAT(scenario_.panelTitles(), ElementsAre("Choose a folder of Opus audio"));
     }
 
     Scenario scenario_;
@@ -64,9 +64,9 @@ TEST_F(KestrelAppTest, addsFromTheKeyboardWhileABatchRuns) {
 
 TEST_F(KestrelAppTest, addsFromTheMenu) {
     fileMenu()->actions()[0]->trigger();
-    EXPECT_THAT(scenario_.panel->titles, ElementsAre("Choose Opus audio to convert"));
+    EXPECT_THAT(scenario_.panelTitles(), ElementsAre("Choose Opus audio to convert"));
     fileMenu()->actions()[1]->trigger();
-    EXPECT_THAT(scenario_.panel->titles,
+    EXPECT_THAT(scenario_.panelTitles(),
                 ElementsAre("Choose Opus audio to convert", "Choose a folder of Opus audio"));
 }
 

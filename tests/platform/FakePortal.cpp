@@ -3,6 +3,7 @@
 #include <QDBusArgument>
 #include <QDBusError>
 #include <QDBusObjectPath>
+#include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
 #include <gtest/gtest.h>
 #include <utility>
@@ -98,9 +99,22 @@ void FakePortal::open(const QDBusMessage& message) {
         onOpen(request);
     }
     bus_.send(message.createReply(QVariant::fromValue(QDBusObjectPath(request.path))));
-    if (onOpened) {
-        onOpened(request);
-    }
+    awaitTaken(request);
+}
+
+void FakePortal::awaitTaken(const Request& request) {
+    // Messages from one connection to another stay in order: who answers this has got the reply.
+    const QDBusMessage ping = QDBusMessage::createMethodCall(
+        request.caller, u"/"_s, u"org.freedesktop.DBus.Peer"_s, u"Ping"_s);
+    auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(ping), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this,
+            [this, request](QDBusPendingCallWatcher* finished) {
+                finished->deleteLater();
+                EXPECT_FALSE(finished->isError());
+                if (onOpened) {
+                    onOpened(request);
+                }
+            });
 }
 
 } // namespace kestrel

@@ -39,7 +39,7 @@ class FakePortal final : public QDBusVirtualObject {
     bool canOpen = true;
     /// Called before the panel's call is answered.
     std::function<void(const Request&)> onOpen;
-    /// Called after it was.
+    /// Called when the caller has taken the answer.
     std::function<void(const Request&)> onOpened;
     /// Where requests are instead of at the path that their token asks for, as in old portals.
     QString otherRequestPath;
@@ -59,6 +59,7 @@ class FakePortal final : public QDBusVirtualObject {
   private:
     void answerVersion(const QDBusMessage& message);
     void open(const QDBusMessage& message);
+    void awaitTaken(const Request& request);
 
     QDBusConnection bus_;
     std::vector<Request> requests_;

@@ -109,11 +109,11 @@ TEST(UserInputFilter, keepsAllInputFromTheWindows) {
 TEST(UserInputFilter, keepsWindowsFromBeingClosed) {
     RecordingWindow window;
     auto filter = std::make_unique<UserInputFilter>();
-    window.windowHandle()->close();
+    EXPECT_FALSE(window.windowHandle()->close());
     EXPECT_TRUE(window.isVisible());
     EXPECT_FALSE(window.has(QEvent::Close));
     filter.reset();
-    window.windowHandle()->close();
+    EXPECT_TRUE(window.windowHandle()->close());
     EXPECT_FALSE(window.isVisible());
     EXPECT_TRUE(window.has(QEvent::Close));
 }

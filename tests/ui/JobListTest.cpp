@@ -94,12 +94,11 @@ TEST_F(JobListTest, showsTheJobsInTheirOrder) {
 }
 
 TEST_F(JobListTest, showsEveryOutcome) {
-    scenario_.runner->scripts["bad.opus"] = [](const ConversionRunner::ProgressHandler&) {
+    scenario_.runner->setScript("bad.opus", [](const auto&, const auto&) {
         throw FFmpegError::processFailed("no such stream");
-    };
-    scenario_.runner->scripts["cancelled.opus"] = [](const ConversionRunner::ProgressHandler&) {
-        throw FFmpegError::cancelled();
-    };
+    });
+    scenario_.runner->setScript("cancelled.opus",
+                                [](const auto&, const auto&) { throw FFmpegError::cancelled(); });
     scenario_.add({"bad.opus", "a good.opus", "cancelled.opus", "d.opus"});
     ASSERT_TRUE(scenario_.convertAll());
     EXPECT_THAT(texts("name"), ElementsAre("a good.opus", "bad.opus", "cancelled.opus", "d.opus"));
@@ -108,12 +107,11 @@ TEST_F(JobListTest, showsEveryOutcome) {
 }
 
 TEST_F(JobListTest, laysRowsOfUnevenHeightBelowOneAnother) {
-    scenario_.runner->scripts["b.opus"] = [](const ConversionRunner::ProgressHandler&) {
+    scenario_.runner->setScript("b.opus", [](const auto&, const auto&) {
         throw FFmpegError::processFailed("one\ntwo\nthree");
-    };
-    scenario_.runner->scripts["c.opus"] = [](const ConversionRunner::ProgressHandler&) {
-        throw FFmpegError::processFailed("one");
-    };
+    });
+    scenario_.runner->setScript(
+        "c.opus", [](const auto&, const auto&) { throw FFmpegError::processFailed("one"); });
     scenario_.add({"a.opus", "b.opus", "c.opus", "d.opus"});
     ASSERT_TRUE(scenario_.convertAll());
     const std::vector<JobRow*> shown = rows();
@@ -204,9 +202,8 @@ TEST_F(JobListTest, staysWhereItIsWhileRowsAboveChange) {
 }
 
 TEST_F(JobListTest, staysWhereItIsWhenARowAboveGrows) {
-    scenario_.runner->scripts["0.opus"] = [](const ConversionRunner::ProgressHandler&) {
-        throw FFmpegError::processFailed("one\ntwo");
-    };
+    scenario_.runner->setScript(
+        "0.opus", [](const auto&, const auto&) { throw FFmpegError::processFailed("one\ntwo"); });
     scenario_.holdBack("1.opus", 0.5);
     addMany(100);
     bar()->setValue(bar()->maximum() / 2 + 7);
@@ -268,9 +265,9 @@ TEST_F(JobListTest, keepsTheKeyboardFocusInTheListWhenTheButtonThatHasItGoesAway
 
 TEST_F(JobListTest, measuresMessagesAnewForAnotherWidth) {
     const std::string message = "some twenty words " + std::string(60, 'x') + " and more";
-    scenario_.runner->scripts["a.opus"] = [&message](const ConversionRunner::ProgressHandler&) {
+    scenario_.runner->setScript("a.opus", [&message](const auto&, const auto&) {
         throw FFmpegError::processFailed(message);
-    };
+    });
     scenario_.add({"a.opus"});
     list_.resize(1600, 500);
     ASSERT_TRUE(scenario_.convertAll());

@@ -130,7 +130,7 @@ TEST_F(QueueViewTest, picksTheDestinationWithAClickOnItsPath) {
     QTest::mouseClick(view_.windowHandle(), Qt::LeftButton, {},
                       path->mapTo(&view_, path->rect().center()));
     settle();
-    EXPECT_THAT(scenario_.panel->titles, ElementsAre("Choose output folder"));
+    EXPECT_THAT(scenario_.panelTitles(), ElementsAre("Choose output folder"));
     EXPECT_EQ(destination(), "/no-such-folder/Out");
     EXPECT_EQ(utf8(button->accessibleName()), "Save to /no-such-folder/Out");
 }
@@ -143,9 +143,9 @@ TEST_F(QueueViewTest, keepsTheWindowNarrowForALongDestination) {
 
 TEST_F(QueueViewTest, addsFilesAndFoldersFromItsHeader) {
     click(find<QPushButton>(view_, "addButton"));
-    EXPECT_THAT(scenario_.panel->titles, ElementsAre("Choose Opus audio to convert"));
+    EXPECT_THAT(scenario_.panelTitles(), ElementsAre("Choose Opus audio to convert"));
     click(find<QPushButton>(view_, "folderButton"));
-    EXPECT_THAT(scenario_.panel->titles,
+    EXPECT_THAT(scenario_.panelTitles(),
                 ElementsAre("Choose Opus audio to convert", "Choose a folder of Opus audio"));
     EXPECT_NE(findButton<QPushButton>(view_, "Folder"), nullptr);
     EXPECT_NE(findButton<QPushButton>(view_, "Add Audio"), nullptr);
@@ -153,9 +153,9 @@ TEST_F(QueueViewTest, addsFilesAndFoldersFromItsHeader) {
 
 TEST_F(QueueViewTest, addsFilesAndFoldersFromTheDropZone) {
     click(findButton<QPushButton>(view_, "Choose Audio"));
-    EXPECT_THAT(scenario_.panel->titles, ElementsAre("Choose Opus audio to convert"));
+    EXPECT_THAT(scenario_.panelTitles(), ElementsAre("Choose Opus audio to convert"));
     click(findButton<QPushButton>(view_, "Choose Folder"));
-    EXPECT_THAT(scenario_.panel->titles,
+    EXPECT_THAT(scenario_.panelTitles(),
                 ElementsAre("Choose Opus audio to convert", "Choose a folder of Opus audio"));
 }
 
@@ -174,7 +174,7 @@ TEST_F(QueueViewTest, showsCancelInPlaceOfStartWhileABatchRuns) {
     EXPECT_TRUE(find<QPushButton>(view_, "folderButton")->isEnabled());
 
     click(cancel());
-    EXPECT_EQ(scenario_.runner->interruptions, 1);
+    EXPECT_EQ(scenario_.runner->interrupts(), 1);
     scenario_.gate.open();
     ASSERT_TRUE(scenario_.finish());
     EXPECT_TRUE(start()->isVisible());

@@ -2,9 +2,8 @@
 
 #include "ConverterViewModel.h"
 #include "Gate.h"
-#include "ScriptedPanel.h"
+#include "ScriptedDesktop.h"
 #include "ScriptedRunner.h"
-#include "ScriptedViewer.h"
 
 #include <QCoreApplication>
 #include <QTest>
@@ -12,6 +11,7 @@
 #include <initializer_list>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace kestrel {
 
@@ -27,11 +27,12 @@ inline void settle() {
 class Scenario {
   public:
     Scenario() {
-        auto surroundings = ConverterViewModel::Surroundings{
-            runner, [] { return FileURL("/usr/bin/ffmpeg"); }, std::make_unique<ScriptedPanel>(),
-            std::make_unique<ScriptedViewer>()};
-        panel = static_cast<ScriptedPanel*>(surroundings.openPanel.get());
-        viewer = static_cast<ScriptedViewer*>(surroundings.fileViewer.get());
+        auto surroundings =
+            ConverterViewModel::Surroundings{runner, [] { return FileURL("/usr/bin/ffmpeg"); },
+                                             std::make_unique<test::ScriptedOpenPanel>(),
+                                             std::make_unique<test::ScriptedFileViewer>()};
+        panel = static_cast<test::ScriptedOpenPanel*>(surroundings.openPanel.get());
+        viewer = static_cast<test::ScriptedFileViewer*>(surroundings.fileViewer.get());
         model = std::make_shared<ConverterViewModel>(std::move(surroundings));
     }
 
@@ -58,16 +59,16 @@ class Scenario {
         panel->answer = {FileURL(path)};
         model->chooseDestination();
         panel->answer.reset();
-        panel->titles.clear();
+        panel->shown.clear();
         settle();
     }
 
     /// Makes the conversion of the file report a fraction and wait at the gate.
     void holdBack(const std::string& name, double progress) {
-        runner->scripts[name] = [this, progress](const ConversionRunner::ProgressHandler& report) {
+        runner->setScript(name, [this, progress](const auto&, const auto& report) {
             report(progress);
             gate.pass();
-        };
+        });
     }
 
     void start() const {
@@ -90,10 +91,19 @@ class Scenario {
         return finish();
     }
 
+    /// The titles of the panels shown so far.
+    std::vector<std::string> panelTitles() const {
+        std::vector<std::string> titles;
+        for (const OpenPanel::Options& options : panel->shown) {
+            titles.push_back(options.title);
+        }
+        return titles;
+    }
+
     Gate gate;
-    std::shared_ptr<ScriptedRunner> runner = std::make_shared<ScriptedRunner>();
-    ScriptedPanel* panel = nullptr;
-    ScriptedViewer* viewer = nullptr;
+    std::shared_ptr<test::ScriptedRunner> runner = std::make_shared<test::ScriptedRunner>();
+    test::ScriptedOpenPanel* panel = nullptr;
+    test::ScriptedFileViewer* viewer = nullptr;
     std::shared_ptr<ConverterViewModel> model;
 };
 

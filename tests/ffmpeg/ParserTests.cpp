@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include <clocale>
+#include <cstdlib>
 #include <string>
 #include <utility>
 #include <vector>
@@ -135,14 +136,14 @@ TEST(DurationInDiagnostics, isReadInTextsOfMegabytes) {
     EXPECT_EQ(durationInDiagnostics(std::string(4'000'000, '1') + "Duration: 00:00:05.00"), 5);
 }
 
-TEST(Parsers, readADecimalPointWhateverTheLocaleSays) {
-    // A process may be told to use any locale that is installed; without one, the check below still
-    // holds for the locale that the process has.
-    const std::string before = std::setlocale(LC_ALL, nullptr);
-    std::setlocale(LC_ALL, "de_DE.UTF-8");
+TEST(Parsers, readADecimalPointInALocaleThatWritesAComma) {
+    ::setenv("LOCPATH", TEST_LOCALES, 1);
+    ASSERT_NE(std::setlocale(LC_ALL, "tr_TR.UTF-8"), nullptr);
+    ASSERT_EQ(std::strtod("5,5", nullptr), 5.5);
     EXPECT_EQ(durationInDiagnostics("Duration: 00:00:05.50"), 5.5);
     EXPECT_EQ(progressFraction("out_time_ms=2500000.5", 5), 2500000.5 / 1000000 / 5);
-    std::setlocale(LC_ALL, before.c_str());
+    std::setlocale(LC_ALL, "C");
+    ::unsetenv("LOCPATH");
 }
 
 TEST(DiagnosticsTail, isTheLastEightLinesThatAreNotEmpty) {

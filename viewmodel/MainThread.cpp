@@ -49,7 +49,7 @@ class TaskQueue {
         tasks_.push_back(std::move(task));
         constexpr std::uint64_t one = 1;
         // Fails only when 2^64 - 1 tasks wait.
-        static_cast<void>(!::write(wakeUps_.get(), &one, sizeof one));
+        static_cast<void>(::write(wakeUps_.get(), &one, sizeof one) < 0);
     }
 
   private:

@@ -1,9 +1,9 @@
 #include "ContentView.h"
 
 #include "DisplayText.h"
+#include "Divider.h"
 #include "QueueView.h"
 
-#include <QFrame>
 #include <QHBoxLayout>
 #include <QMessageBox>
 #include <QPushButton>
@@ -18,18 +18,26 @@ ContentView::ContentView(std::shared_ptr<ConverterViewModel> model,
       model_(std::move(model)),
       sidebar_(new SettingsSidebar(model_, std::move(locateBinary), this)),
       queue_(new QueueView(model_, this)) {
-    auto* divider = new QFrame(this);
-    divider->setFrameShape(QFrame::VLine);
+    auto* divider = new Divider(Qt::Vertical, this);
+    divider->setOpacity(0.55);
+    belowInset_ = new QHBoxLayout;
+    belowInset_->setSpacing(0);
+    belowInset_->addWidget(divider);
+    belowInset_->addWidget(queue_, 1);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
     row->addWidget(sidebar_);
-    row->addWidget(divider);
-    row->addWidget(queue_, 1);
+    row->addLayout(belowInset_, 1);
     connect(model_.get(), &ConverterViewModel::willChange, this, &ContentView::scheduleRefresh);
     if (model_->alertMessage()) {
         scheduleRefresh();
     }
+}
+
+void ContentView::setTopInset(int height) {
+    sidebar_->setTopInset(height);
+    belowInset_->setContentsMargins(0, height, 0, 0);
 }
 
 void ContentView::scheduleRefresh() {

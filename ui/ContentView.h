@@ -9,6 +9,7 @@
 
 #include <memory>
 
+class QHBoxLayout;
 class QMessageBox;
 
 namespace kestrel {
@@ -28,6 +29,10 @@ class ContentView : public QWidget {
     /// Shows the model as it is now.
     void refresh();
 
+    /// Keeps this height at the top free of contents for what lies over it; the backgrounds reach
+    /// below it.
+    void setTopInset(int height);
+
   private:
     void scheduleRefresh();
     void refreshAlert();
@@ -36,6 +41,7 @@ class ContentView : public QWidget {
     std::shared_ptr<ConverterViewModel> model_;
     SettingsSidebar* sidebar_;
     QueueView* queue_;
+    QHBoxLayout* belowInset_ = nullptr;
     QPointer<QMessageBox> alert_;
     bool isRefreshScheduled_ = false;
 };

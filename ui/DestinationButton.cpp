@@ -2,25 +2,35 @@
 
 #include "DisplayText.h"
 #include "ElidedLabel.h"
+#include "Label.h"
+#include "SymbolView.h"
 
+#include <QHBoxLayout>
 #include <QVBoxLayout>
 
 namespace kestrel {
 
 DestinationButton::DestinationButton(QWidget* parent)
-    : QPushButton(parent), path_(new ElidedLabel(Qt::ElideMiddle, this)) {
-    setFlat(true);
-    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(2);
-    auto* caption = new QLabel(this);
-    caption->setTextFormat(Qt::PlainText);
-    caption->setText(tr("Save to"));
+    : Button(Look::plain, {}, parent),
+      caption_(new Label(tr("Save to"), {TextStyle::caption}, this)),
+      path_(new ElidedLabel(Qt::ElideMiddle, {}, this)) {
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    caption_->setInk(Ink::Name::secondary);
     path_->setObjectName(QStringLiteral("destinationPath"));
-    for (QLabel* label : {caption, static_cast<QLabel*>(path_)}) {
-        label->setAttribute(Qt::WA_TransparentForMouseEvents);
-        column->addWidget(label);
+    auto* symbol = new SymbolView(Symbol::folderFill, {}, Ink::Name::purple, this);
+
+    auto* texts = new QVBoxLayout;
+    texts->setSpacing(2);
+    texts->addWidget(caption_);
+    texts->addWidget(path_);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(10);
+    row->addWidget(symbol);
+    row->addLayout(texts, 1);
+    for (QWidget* part : {static_cast<QWidget*>(caption_), static_cast<QWidget*>(path_),
+                          static_cast<QWidget*>(symbol)}) {
+        part->setAttribute(Qt::WA_TransparentForMouseEvents);
     }
     setDestination(std::nullopt);
 }

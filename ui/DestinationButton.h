@@ -1,17 +1,17 @@
 #pragma once
 
+#include "Button.h"
 #include "FileURL.h"
-
-#include <QPushButton>
 
 #include <optional>
 
 namespace kestrel {
 
 class ElidedLabel;
+class Label;
 
 /// Shows the output folder; the whole label is the button.
-class DestinationButton : public QPushButton {
+class DestinationButton : public Button {
     Q_OBJECT
 
   public:
@@ -23,6 +23,7 @@ class DestinationButton : public QPushButton {
     QSize minimumSizeHint() const override;
 
   private:
+    Label* caption_;
     ElidedLabel* path_;
 };
 

@@ -1,44 +1,77 @@
 #include "DropZone.h"
 
+#include "Button.h"
+#include "ContinuousRectangle.h"
+#include "DropBadge.h"
 #include "FileDropTarget.h"
+#include "Label.h"
 
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QPainter>
 #include <QPen>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 #include <utility>
 
 namespace kestrel {
+namespace {
+
+constexpr int sidePadding = 6;
+constexpr int outlineInset = 20;
+constexpr double outlineRadius = 18;
+constexpr double dashLength = 7;
+constexpr int spacing = 8;
+/// Between the texts and the outline.
+constexpr int textMargin = 24;
+
+Label* makeText(const QString& text, const TextFont& font, QWidget* parent) {
+    auto* label = new Label(text, font, parent);
+    label->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    return label;
+}
+
+} // namespace
 
 DropZone::DropZone(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
     : QWidget(parent), model_(std::move(model)) {
     new FileDropTarget(this, model_);
+    setAccessibleName(tr("Drop zone"));
+    setAccessibleDescription(tr("Drop Opus audio or folders here"));
 
-    auto* title = new QLabel(tr("Drop Opus audio or folders here"), this);
-    auto* explanation = new QLabel(tr("Queue a single track or an entire folder tree."), this);
-    auto* chooseAudio = new QPushButton(tr("Choose Audio"), this);
-    auto* chooseFolder = new QPushButton(tr("Choose Folder"), this);
+    auto* title =
+        makeText(tr("Drop Opus audio or folders here"), {TextStyle::title3, QFont::Bold}, this);
+    auto* explanation = makeText(tr("Queue a single track or an entire folder tree."),
+                                 {TextStyle::subheadline}, this);
+    explanation->setInk(Ink::Name::secondary);
+
+    const int side = sidePadding + outlineInset + textMargin;
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(side, outlineInset, side, outlineInset);
+    column->setSpacing(0);
+    column->addStretch(1);
+    column->addWidget(new DropBadge(this), 0, Qt::AlignHCenter);
+    column->addSpacing(spacing + 12);
+    column->addWidget(title);
+    column->addSpacing(spacing + 2);
+    column->addWidget(explanation);
+    column->addSpacing(spacing + 12);
+    column->addLayout(makeButtons());
+    column->addStretch(1);
+}
+
+QBoxLayout* DropZone::makeButtons() {
+    auto* chooseAudio = new Button(Button::Look::bordered, tr("Choose Audio"), this);
+    auto* chooseFolder = new Button(Button::Look::bordered, tr("Choose Folder"), this);
     connect(chooseAudio, &QPushButton::clicked, this, [this] { model_->chooseFiles(); });
     connect(chooseFolder, &QPushButton::clicked, this, [this] { model_->chooseFolder(); });
     setFocusProxy(chooseAudio);
-
     auto* buttons = new QHBoxLayout;
-    buttons->setSpacing(8);
+    buttons->setSpacing(spacing);
     buttons->addStretch(1);
     buttons->addWidget(chooseAudio);
     buttons->addWidget(chooseFolder);
     buttons->addStretch(1);
-
-    auto* column = new QVBoxLayout(this);
-    column->setSpacing(8);
-    column->addStretch(1);
-    column->addWidget(title, 0, Qt::AlignHCenter);
-    column->addWidget(explanation, 0, Qt::AlignHCenter);
-    column->addLayout(buttons);
-    column->addStretch(1);
+    return buttons;
 }
 
 void DropZone::refresh() {
@@ -48,13 +81,19 @@ void DropZone::refresh() {
 void DropZone::paintEvent(QPaintEvent*) {
     const bool isTargeted = model_->isDropTargeted();
     const int width = isTargeted ? 2 : 1;
-    QPen pen(palette().color(isTargeted ? QPalette::Highlight : QPalette::Mid), width);
-    pen.setDashPattern({7.0 / width, 7.0 / width});
-    pen.setCapStyle(Qt::FlatCap);
+    const Ink ink =
+        isTargeted ? Ink(Ink::Name::purple) : Ink(Ink::Name::secondary).withOpacity(0.2);
+    QPen pen(ink.color(palette()), width, Qt::CustomDashLine, Qt::FlatCap, Qt::MiterJoin);
+    pen.setMiterLimit(10);
+    // A pen counts its dashes in its own widths.
+    pen.setDashPattern({dashLength / width, dashLength / width});
+    const double side = sidePadding + outlineInset + width / 2.0;
+    const double top = outlineInset + width / 2.0;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(pen);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(26, 20, -26, -20), 18, 18);
+    painter.drawPath(
+        continuousRectangle(QRectF(rect()).adjusted(side, top, -side, -top), outlineRadius));
 }
 
 } // namespace kestrel

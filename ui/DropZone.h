@@ -6,6 +6,8 @@
 
 #include <memory>
 
+class QBoxLayout;
+
 namespace kestrel {
 
 /// What the queue panel shows while the queue is empty: a place to drop files, with an outline that
@@ -23,6 +25,8 @@ class DropZone : public QWidget {
     void paintEvent(QPaintEvent* event) override;
 
   private:
+    QBoxLayout* makeButtons();
+
     std::shared_ptr<ConverterViewModel> model_;
 };
 

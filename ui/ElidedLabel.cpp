@@ -15,14 +15,15 @@
 
 namespace kestrel {
 
-ElidedLabel::ElidedLabel(Qt::TextElideMode elideMode, QWidget* parent)
-    : QLabel(parent), elideMode_(elideMode) {
-    setTextFormat(Qt::PlainText);
+ElidedLabel::ElidedLabel(Qt::TextElideMode elideMode, const TextFont& font, QWidget* parent)
+    : Label({}, font, parent), elideMode_(elideMode) {
+    setWordWrap(false);
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
 }
 
-ElidedLabel::ElidedLabel(int maxLines, QWidget* parent) : QLabel(parent), maxLines_(maxLines) {
-    setTextFormat(Qt::PlainText);
+ElidedLabel::ElidedLabel(int maxLines, const TextFont& font, QWidget* parent)
+    : Label({}, font, parent), maxLines_(maxLines) {
+    setWordWrap(false);
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::MinimumExpanding);
 }
 
@@ -37,6 +38,10 @@ QSize ElidedLabel::minimumSizeHint() const {
     const QSize hint = sizeHint();
     const int ellipsisWidth = fontMetrics().horizontalAdvance(QChar(u'\u2026')) + 1;
     return {std::min(hint.width(), ellipsisWidth), hint.height()};
+}
+
+int ElidedLabel::heightForWidth(int) const {
+    return -1;
 }
 
 QStringList ElidedLabel::shownLines(const QString& text, const QFont& font, int width,
@@ -90,7 +95,7 @@ bool ElidedLabel::isShownWhole() const {
 
 bool ElidedLabel::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip) {
-        return QLabel::event(event);
+        return Label::event(event);
     }
     if (isShownWhole()) {
         QToolTip::hideText();
@@ -105,16 +110,17 @@ bool ElidedLabel::event(QEvent* event) {
 
 void ElidedLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
+    painter.setPen(color());
     QRect line = contentsRect();
     if (maxLines_ == 1) {
         line.setTop(line.top() + (line.height() - fontMetrics().height()) / 2);
     }
     line.setHeight(fontMetrics().height());
-    const int flags = static_cast<int>((alignment() & Qt::AlignHorizontal_Mask) | Qt::AlignTop) |
-                      static_cast<int>(Qt::TextSingleLine);
+    const Qt::Alignment side =
+        QStyle::visualAlignment(layoutDirection(), alignment() & Qt::AlignHorizontal_Mask);
+    const int flags = static_cast<int>(side | Qt::AlignTop) | Qt::TextSingleLine;
     for (const QString& shown : shownLines()) {
-        style()->drawItemText(&painter, line, flags, palette(), isEnabled(), shown,
-                              foregroundRole());
+        painter.drawText(line, flags, shown);
         line.translate(0, fontMetrics().lineSpacing());
     }
 }

@@ -1,25 +1,27 @@
 #pragma once
 
-#include <QLabel>
+#include "Label.h"
+
 #include <QStringList>
 
 namespace kestrel {
 
 /// A label that shortens its plain text with an ellipsis to what fits, instead of asking for room.
 /// `text()` stays the whole text, and the tool tip shows it wherever something is left out.
-class ElidedLabel : public QLabel {
+class ElidedLabel : public Label {
     Q_OBJECT
 
   public:
     /// A label of one line, shortened at `elideMode`.
-    explicit ElidedLabel(Qt::TextElideMode elideMode, QWidget* parent = nullptr);
+    ElidedLabel(Qt::TextElideMode elideMode, const TextFont& font, QWidget* parent = nullptr);
 
     /// A label that wraps its text into at most `maxLines` lines; the last one is shortened at its
     /// right end. Takes all the height that it is given.
-    explicit ElidedLabel(int maxLines, QWidget* parent = nullptr);
+    ElidedLabel(int maxLines, const TextFont& font, QWidget* parent = nullptr);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+    int heightForWidth(int width) const override;
 
     /// What of the text is shown in a width in pixels: at least one line, at most `maxLines`.
     static QStringList shownLines(const QString& text, const QFont& font, int width, int maxLines);

@@ -1,18 +1,37 @@
 #include "FormatButton.h"
 
+#include "ContinuousRectangle.h"
+#include "KeyboardFocus.h"
+
+#include <QPainter>
 #include <QSignalBlocker>
+#include <QStyle>
 
 #include <utility>
 
 namespace kestrel {
+namespace {
+
+constexpr int buttonHeight = 36;
+constexpr int sidePadding = 12;
+constexpr int spacing = 10;
+constexpr int symbolWidth = 18;
+constexpr double radius = 9;
+
+TextFont nameFont(bool isSelected) {
+    return {TextStyle::subheadline, isSelected ? QFont::DemiBold : QFont::Normal};
+}
+
+} // namespace
 
 FormatButton::FormatButton(OutputFormat format, std::function<void()> action, QWidget* parent)
-    : QPushButton(parent), format_(format) {
+    : Button(Look::plain, {}, parent), format_(format) {
     const std::string_view name = format.rawValue();
     setText(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())));
     setAccessibleName(text());
     setCheckable(true);
-    setFixedHeight(36);
+    setFixedHeight(buttonHeight);
+    setTextFont(nameFont(false));
     connect(this, &QPushButton::clicked, this, action);
     // Assistive technology switches a checkable button without a click, which is a press all the
     // same.
@@ -20,10 +39,59 @@ FormatButton::FormatButton(OutputFormat format, std::function<void()> action, QW
 }
 
 void FormatButton::setSelected(bool isSelected) {
+    if (isSelected == isChecked()) {
+        return;
+    }
     const QSignalBlocker blocker(this);
     setChecked(isSelected);
+    setTextFont(nameFont(isSelected));
+}
+
+Symbol FormatButton::symbol() const {
+    if (format_ == OutputFormat::mp3) {
+        return Symbol::musicNote;
+    }
+    return format_ == OutputFormat::aiff ? Symbol::waveformBadgeMagnifyingglass : Symbol::waveform;
 }
 
 void FormatButton::nextCheckState() {}
+
+void FormatButton::drawBackground(QPainter& painter) {
+    double opacity = isChecked() ? 0.11 : 0.0;
+    if (isDown()) {
+        opacity += 0.08;
+    } else if (underMouse() && !isChecked()) {
+        opacity = 0.05;
+    }
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Ink(Ink::Name::white).withOpacity(opacity).color(palette()));
+    painter.drawPath(continuousRectangle(rect(), radius));
+    if (KeyboardFocus::isShownOn(*this)) {
+        drawFocusRing(painter, rect(), radius, Ink(Ink::Name::purple).color(palette()));
+    }
+}
+
+void FormatButton::drawLabel(QPainter& painter) {
+    const QRect content = rect().adjusted(sidePadding, 0, -sidePadding, 0);
+    const auto mirrored = [this](const QRect& box) {
+        return QStyle::visualRect(layoutDirection(), rect(), box);
+    };
+    const QColor color = Ink(Ink::Name::primary).color(palette());
+    QRect symbolBox = content;
+    symbolBox.setWidth(symbolWidth);
+    drawSymbol(painter, mirrored(symbolBox), symbol(), symbolWidth, color);
+
+    painter.setPen(color);
+    const QRect textBox = content.adjusted(symbolWidth + spacing, 0, 0, 0);
+    const Qt::Alignment side = QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft);
+    painter.drawText(mirrored(textBox),
+                     static_cast<int>(side | Qt::AlignVCenter) | Qt::TextSingleLine, text());
+    if (isChecked()) {
+        QRect checkBox = content;
+        checkBox.setLeft(content.right() + 1 - symbolWidth);
+        drawSymbol(painter, mirrored(checkBox), Symbol::checkmarkCircleFill, symbolWidth - 2,
+                   Ink(Ink::Name::purple).color(palette()));
+    }
+}
 
 } // namespace kestrel

@@ -1,8 +1,7 @@
 #pragma once
 
+#include "Button.h"
 #include "OutputFormat.h"
-
-#include <QPushButton>
 
 #include <functional>
 
@@ -10,7 +9,7 @@ namespace kestrel {
 
 /// Stands for one output format. A press calls the action; only `setSelected` changes what is
 /// shown.
-class FormatButton : public QPushButton {
+class FormatButton : public Button {
     Q_OBJECT
 
   public:
@@ -20,8 +19,13 @@ class FormatButton : public QPushButton {
 
     void setSelected(bool isSelected);
 
+    /// What stands for the format beside its name.
+    Symbol symbol() const;
+
   protected:
     void nextCheckState() override;
+    void drawBackground(QPainter& painter) override;
+    void drawLabel(QPainter& painter) override;
 
   private:
     OutputFormat format_;

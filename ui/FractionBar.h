@@ -13,6 +13,9 @@ class FractionBar : public QProgressBar {
 
     /// Shows a fraction done; what lies outside 0 to 1 shows as the nearer end, NaN as 0.
     void setFraction(double fraction);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 };
 
 } // namespace kestrel

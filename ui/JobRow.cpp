@@ -1,13 +1,15 @@
 #include "JobRow.h"
 
+#include "Button.h"
 #include "DisplayText.h"
 #include "ElidedLabel.h"
 #include "FractionBar.h"
+#include "JobBadge.h"
+#include "Label.h"
+#include "SymbolView.h"
 
 #include <QFontMetrics>
 #include <QHBoxLayout>
-#include <QLabel>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -28,33 +30,38 @@ JobRow::JobRow(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 7, 0, 7);
     row->setSpacing(14);
+    row->addWidget(new JobBadge(this), 0, Qt::AlignVCenter);
     row->addLayout(makeTexts(), 1);
 
-    checkMark_ = new QLabel(QStringLiteral("✓"), this);
+    checkMark_ =
+        new SymbolView(Symbol::checkmarkCircleFill, {TextStyle::title3}, Ink::Name::green, this);
     checkMark_->setObjectName(QStringLiteral("checkMark"));
     checkMark_->setAccessibleName(tr("Complete"));
-    row->addWidget(checkMark_);
+    row->addWidget(checkMark_, 0, Qt::AlignVCenter);
 
-    removeButton_ = new QToolButton(this);
+    removeButton_ = new Button(Button::Look::plain, {}, this);
     removeButton_->setObjectName(QStringLiteral("removeButton"));
-    removeButton_->setText(QStringLiteral("✕"));
-    removeButton_->setAutoRaise(true);
-    connect(removeButton_, &QToolButton::clicked, this, [this] { model_->remove(job()); });
-    row->addWidget(removeButton_);
+    removeButton_->setSymbol(Symbol::xmarkCircleFill);
+    removeButton_->setInk(Ink(Ink::Name::secondary).withOpacity(0.7));
+    connect(removeButton_, &QPushButton::clicked, this, [this] { model_->remove(job()); });
+    row->addWidget(removeButton_, 0, Qt::AlignVCenter);
 }
 
 QBoxLayout* JobRow::makeTexts() {
-    name_ = new ElidedLabel(Qt::ElideRight, this);
+    name_ = new ElidedLabel(Qt::ElideRight, {TextStyle::body, QFont::Medium}, this);
     name_->setObjectName(QStringLiteral("name"));
-    folder_ = new ElidedLabel(Qt::ElideRight, this);
+    folder_ = new ElidedLabel(Qt::ElideRight, {TextStyle::caption}, this);
     folder_->setObjectName(QStringLiteral("folder"));
-    auto* bullet = new QLabel(tr("•"), this);
-    state_ = new QLabel(this);
+    folder_->setInk(Ink::Name::secondary);
+    auto* bullet = new Label(tr("•"), {TextStyle::caption}, this);
+    bullet->setInk(Ink::Name::secondary);
+    state_ = new Label({}, {TextStyle::caption}, this);
     state_->setObjectName(QStringLiteral("state"));
-    state_->setTextFormat(Qt::PlainText);
+    state_->setWordWrap(false);
     progress_ = new FractionBar(this);
     progress_->setAccessibleName(tr("Progress"));
-    message_ = new ElidedLabel(maxMessageLines, this);
+    message_ = new ElidedLabel(maxMessageLines, {TextStyle::caption2}, this);
+    message_->setInk(Ink::Name::red);
     message_->setObjectName(QStringLiteral("message"));
 
     auto* status = new QHBoxLayout;
@@ -101,6 +108,7 @@ void JobRow::showSource() {
 void JobRow::showState() {
     const JobState& state = job().state;
     state_->setText(stateText());
+    state_->setInk(stateInk());
     progress_->setVisible(state.is(JobState::Case::converting));
     message_->setText(displayMessage(state.message()));
     message_->setVisible(state.is(JobState::Case::failed));
@@ -129,6 +137,19 @@ QString JobRow::stateText() const {
         break;
     }
     return tr("Failed");
+}
+
+Ink JobRow::stateInk() const {
+    switch (job().state.which()) {
+    case JobState::Case::converting:
+        return Ink::Name::purple;
+    case JobState::Case::completed:
+        return Ink::Name::green;
+    case JobState::Case::failed:
+        return Ink::Name::red;
+    default:
+        return Ink::Name::secondary;
+    }
 }
 
 void JobRow::updateAccessibleNames() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ConverterViewModel.h"
+#include "Ink.h"
 #include "JobRowMetrics.h"
 
 #include <QWidget>
@@ -9,13 +10,14 @@
 #include <optional>
 
 class QBoxLayout;
-class QLabel;
-class QToolButton;
 
 namespace kestrel {
 
+class Button;
 class ElidedLabel;
 class FractionBar;
+class Label;
+class SymbolView;
 
 /// Shows one job: name, folder, state, and what the state brings with it.
 class JobRow : public QWidget {
@@ -46,16 +48,17 @@ class JobRow : public QWidget {
     void showState();
     void updateAccessibleNames();
     QString stateText() const;
+    Ink stateInk() const;
 
     std::shared_ptr<ConverterViewModel> model_;
     std::optional<ConversionJob> job_;
     ElidedLabel* name_ = nullptr;
     ElidedLabel* folder_ = nullptr;
-    QLabel* state_ = nullptr;
+    Label* state_ = nullptr;
     FractionBar* progress_ = nullptr;
     ElidedLabel* message_ = nullptr;
-    QLabel* checkMark_ = nullptr;
-    QToolButton* removeButton_ = nullptr;
+    SymbolView* checkMark_ = nullptr;
+    Button* removeButton_ = nullptr;
 };
 
 } // namespace kestrel

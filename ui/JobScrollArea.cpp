@@ -3,8 +3,8 @@
 #include "DisplayText.h"
 #include "ElidedLabel.h"
 #include "JobRow.h"
+#include "UserFont.h"
 
-#include <QEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
@@ -22,6 +22,13 @@ JobScrollArea::JobScrollArea(std::shared_ptr<ConverterViewModel> model, QWidget*
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     // A bar that came and went would change the width, and every height with it.
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    connect(
+        UserFont::shared(), &UserFont::changed, this,
+        [this] {
+            metrics_.reset();
+            refresh();
+        },
+        Qt::QueuedConnection);
 }
 
 void JobScrollArea::refresh() {
@@ -39,14 +46,6 @@ void JobScrollArea::refresh() {
 void JobScrollArea::resizeEvent(QResizeEvent* event) {
     QAbstractScrollArea::resizeEvent(event);
     refresh();
-}
-
-void JobScrollArea::changeEvent(QEvent* event) {
-    QAbstractScrollArea::changeEvent(event);
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
-        metrics_.reset();
-        refresh();
-    }
 }
 
 void JobScrollArea::scrollContentsBy(int, int) {

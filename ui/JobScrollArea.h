@@ -30,7 +30,6 @@ class JobScrollArea : public QAbstractScrollArea {
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
-    void changeEvent(QEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
 
   private:

@@ -1,20 +1,23 @@
 #include "QueueView.h"
 
 #include "DestinationButton.h"
+#include "Divider.h"
 #include "DropZone.h"
 #include "JobList.h"
+#include "Label.h"
 
-#include <QFrame>
 #include <QHBoxLayout>
-#include <QLabel>
-#include <QPushButton>
 #include <QStackedWidget>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <utility>
 
 namespace kestrel {
+namespace {
+
+constexpr int sideMargin = 26;
+
+} // namespace
 
 QueueView::QueueView(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
     : QWidget(parent),
@@ -34,64 +37,67 @@ QueueView::QueueView(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
 }
 
 QBoxLayout* QueueView::makeHeader() {
-    auto* title = new QLabel(tr("Conversion Queue"), this);
-    summary_ = new QLabel(this);
+    auto* title = new Label(tr("Conversion Queue"), {TextStyle::title2, QFont::Bold}, this);
+    summary_ = new Label({}, {TextStyle::subheadline}, this);
     summary_->setObjectName(QStringLiteral("summary"));
-    summary_->setTextFormat(Qt::PlainText);
+    summary_->setInk(Ink::Name::secondary);
     auto* texts = new QVBoxLayout;
     texts->setSpacing(3);
     texts->addWidget(title);
     texts->addWidget(summary_);
 
-    auto* folderButton = new QPushButton(tr("Folder"), this);
+    auto* folderButton = new Button(Button::Look::bordered, tr("Folder"), this);
     folderButton->setObjectName(QStringLiteral("folderButton"));
+    folderButton->setSymbol(Symbol::folderBadgePlus);
     connect(folderButton, &QPushButton::clicked, this, [this] { model_->chooseFolder(); });
-    auto* addButton = new QPushButton(tr("Add Audio"), this);
+    auto* addButton = new Button(Button::Look::prominent, tr("Add Audio"), this);
     addButton->setObjectName(QStringLiteral("addButton"));
+    addButton->setSymbol(Symbol::plus);
     connect(addButton, &QPushButton::clicked, this, [this] { model_->chooseFiles(); });
 
     auto* header = new QHBoxLayout;
-    header->setContentsMargins(26, 27, 26, 20);
+    header->setContentsMargins(sideMargin, 27, sideMargin, 20);
     header->setSpacing(8);
-    header->addLayout(texts);
-    header->addStretch(1);
-    header->addWidget(folderButton);
-    header->addWidget(addButton);
+    header->addLayout(texts, 1);
+    header->addWidget(folderButton, 0, Qt::AlignVCenter);
+    header->addWidget(addButton, 0, Qt::AlignVCenter);
     return header;
 }
 
 QBoxLayout* QueueView::makeFooter() {
-    auto* divider = new QFrame(this);
-    divider->setFrameShape(QFrame::HLine);
-
     destinationButton_ = new DestinationButton(this);
     destinationButton_->setObjectName(QStringLiteral("destinationButton"));
     connect(destinationButton_, &QPushButton::clicked, this,
             [this] { model_->chooseDestination(); });
-    revealButton_ = new QToolButton(this);
+    revealButton_ = new Button(Button::Look::plain, {}, this);
     revealButton_->setObjectName(QStringLiteral("revealButton"));
-    revealButton_->setText(QStringLiteral("→"));
+    revealButton_->setSymbol(Symbol::arrowRightCircle);
     revealButton_->setAccessibleName(tr("Show output folder"));
-    revealButton_->setAutoRaise(true);
-    connect(revealButton_, &QToolButton::clicked, this, [this] { model_->revealDestination(); });
-    startButton_ = new QPushButton(this);
+    revealButton_->setToolTip(tr("Show output folder"));
+    connect(revealButton_, &QPushButton::clicked, this, [this] { model_->revealDestination(); });
+    startButton_ = new Button(Button::Look::prominent, {}, this);
     startButton_->setObjectName(QStringLiteral("startButton"));
-    startButton_->setMinimumWidth(138);
+    startButton_->setSymbol(Symbol::boltFill);
+    startButton_->setControlSize(Button::ControlSize::large);
+    startButton_->setMinimumLabelWidth(138);
     connect(startButton_, &QPushButton::clicked, this, [this] { model_->start(); });
-    cancelButton_ = new QPushButton(tr("Cancel"), this);
+    cancelButton_ = new Button(Button::Look::bordered, tr("Cancel"), this);
     cancelButton_->setObjectName(QStringLiteral("cancelButton"));
+    cancelButton_->setDestructive(true);
     connect(cancelButton_, &QPushButton::clicked, this, [this] { model_->cancel(); });
 
     auto* row = new QHBoxLayout;
     row->setSpacing(12);
-    row->addWidget(destinationButton_, 1);
-    row->addWidget(revealButton_);
-    row->addWidget(startButton_);
-    row->addWidget(cancelButton_);
+    // The smaller button in the larger one's place does not move the rest.
+    row->addStrut(startButton_->sizeHint().height());
+    row->addWidget(destinationButton_, 1, Qt::AlignVCenter);
+    for (Button* button : {revealButton_, startButton_, cancelButton_}) {
+        row->addWidget(button, 0, Qt::AlignVCenter);
+    }
     auto* footer = new QVBoxLayout;
-    footer->setContentsMargins(26, 0, 26, 22);
+    footer->setContentsMargins(sideMargin, 0, sideMargin, 22);
     footer->setSpacing(14);
-    footer->addWidget(divider);
+    footer->addWidget(new Divider(Qt::Horizontal, this));
     footer->addLayout(row);
     return footer;
 }
@@ -140,8 +146,8 @@ void QueueView::refreshFooter() {
     const bool isConverting = model_->isConverting();
     startButton_->setText(startText());
     startButton_->setEnabled(!model_->jobs().empty());
-    QPushButton* shown = isConverting ? cancelButton_ : startButton_;
-    QPushButton* hidden = isConverting ? startButton_ : cancelButton_;
+    Button* shown = isConverting ? cancelButton_ : startButton_;
+    Button* hidden = isConverting ? startButton_ : cancelButton_;
     shown->setVisible(true);
     if (hadFocus) {
         shown->setFocus(Qt::OtherFocusReason);

@@ -7,16 +7,15 @@
 #include <memory>
 
 class QBoxLayout;
-class QLabel;
-class QPushButton;
 class QStackedWidget;
-class QToolButton;
 
 namespace kestrel {
 
+class Button;
 class DestinationButton;
 class DropZone;
 class JobList;
+class Label;
 
 /// The queue panel: what is queued, where it goes, and the button that starts it.
 class QueueView : public QWidget {
@@ -37,14 +36,14 @@ class QueueView : public QWidget {
     void refreshFooter();
 
     std::shared_ptr<ConverterViewModel> model_;
-    QLabel* summary_ = nullptr;
+    Label* summary_ = nullptr;
     QStackedWidget* middle_ = nullptr;
     DropZone* dropZone_ = nullptr;
     JobList* jobList_ = nullptr;
     DestinationButton* destinationButton_ = nullptr;
-    QToolButton* revealButton_ = nullptr;
-    QPushButton* startButton_ = nullptr;
-    QPushButton* cancelButton_ = nullptr;
+    Button* revealButton_ = nullptr;
+    Button* startButton_ = nullptr;
+    Button* cancelButton_ = nullptr;
 };
 
 } // namespace kestrel

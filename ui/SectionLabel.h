@@ -1,15 +1,18 @@
 #pragma once
 
-#include <QLabel>
+#include "Label.h"
 
 namespace kestrel {
 
 /// The caption above a section of the sidebar; shows its text exactly as passed.
-class SectionLabel : public QLabel {
+class SectionLabel : public Label {
     Q_OBJECT
 
   public:
     explicit SectionLabel(const QString& text, QWidget* parent = nullptr);
+
+  protected:
+    QFont currentFont() const override;
 };
 
 } // namespace kestrel

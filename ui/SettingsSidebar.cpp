@@ -1,26 +1,39 @@
 #include "SettingsSidebar.h"
 
+#include "AppBadge.h"
 #include "FormatButton.h"
+#include "Label.h"
+#include "PercentLabel.h"
+#include "PopUpButton.h"
+#include "QualitySlider.h"
 #include "SectionLabel.h"
+#include "StatusDot.h"
 
-#include <QComboBox>
 #include <QHBoxLayout>
-#include <QLabel>
+#include <QLinearGradient>
+#include <QPainter>
 #include <QSignalBlocker>
-#include <QSlider>
 #include <QVBoxLayout>
 
-#include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace kestrel {
 namespace {
 
-/// The slider counts in whole numbers; this many make one percent of quality.
-constexpr int sliderStepsPerPercent = 1000;
-constexpr int lowestQuality = 30;
-constexpr int highestQuality = 100;
+constexpr int sidebarWidth = 310;
+constexpr QMargins padding(24, 32, 24, 22);
+
+/// The colours of the sidebar, which is dark on every desktop.
+QPalette darkPalette() {
+    const QColor text = Qt::white;
+    const QColor window(0x17, 0x17, 0x29);
+    const QColor raised(0x2A, 0x2A, 0x3C);
+    QPalette palette(text, raised, raised.lighter(), raised.darker(), raised.lighter(), text, text,
+                     raised, window);
+    palette.setColor(QPalette::Highlight, Ink(Ink::Name::purple).color(palette));
+    palette.setColor(QPalette::HighlightedText, text);
+    return palette;
+}
 
 QVBoxLayout* addColumn(QWidget* parent, int spacing) {
     auto* column = new QVBoxLayout(parent);
@@ -29,10 +42,9 @@ QVBoxLayout* addColumn(QWidget* parent, int spacing) {
     return column;
 }
 
-QLabel* makeLabel(const QString& text, QWidget* parent) {
-    auto* label = new QLabel(parent);
-    label->setTextFormat(Qt::PlainText);
-    label->setText(text);
+Label* makeCaption(const QString& text, QWidget* parent) {
+    auto* label = new Label(text, {TextStyle::caption}, parent);
+    label->setInk(Ink::Name::secondary);
     return label;
 }
 
@@ -41,26 +53,38 @@ QLabel* makeLabel(const QString& text, QWidget* parent) {
 SettingsSidebar::SettingsSidebar(std::shared_ptr<ConverterViewModel> model,
                                  BinaryLocator locateBinary, QWidget* parent)
     : QWidget(parent), model_(std::move(model)), locateBinary_(std::move(locateBinary)) {
-    setFixedWidth(310);
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(24, 32, 24, 22);
-    column->setSpacing(22);
-    column->addWidget(makeHeader());
-    column->addWidget(makeFormatSection());
-    column->addWidget(makeQualitySection());
-    column->addWidget(makePCMSection());
-    column->addStretch(1);
-    status_ = makeLabel(QString(), this);
-    status_->setObjectName(QStringLiteral("ffmpegStatus"));
-    column->addWidget(status_);
+    setFixedWidth(sidebarWidth);
+    setPalette(darkPalette());
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    column_ = addColumn(this, 22);
+    column_->setContentsMargins(padding);
+    column_->addWidget(makeHeader());
+    column_->addWidget(makeFormatSection());
+    column_->addWidget(makeQualitySection());
+    column_->addWidget(makePCMSection());
+    column_->addStretch(1);
+    column_->addWidget(makeStatus());
     refresh();
+}
+
+void SettingsSidebar::setTopInset(int height) {
+    column_->setContentsMargins(padding + QMargins(0, height, 0, 0));
 }
 
 QWidget* SettingsSidebar::makeHeader() {
     auto* header = new QWidget(this);
-    auto* column = addColumn(header, 1);
-    column->addWidget(makeLabel(tr("Kestrel"), header));
-    column->addWidget(makeLabel(tr("Opus, made universal"), header));
+    badge_ = new AppBadge(header);
+    auto* texts = new QVBoxLayout;
+    texts->setSpacing(1);
+    texts->addStretch(1);
+    texts->addWidget(new Label(tr("Kestrel"), {TextStyle::title2, QFont::Bold}, header));
+    texts->addWidget(makeCaption(tr("Opus, made universal"), header));
+    texts->addStretch(1);
+    auto* row = new QHBoxLayout(header);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(12);
+    row->addWidget(badge_, 0, Qt::AlignVCenter);
+    row->addLayout(texts, 1);
     return header;
 }
 
@@ -87,28 +111,19 @@ QWidget* SettingsSidebar::makeQualitySection() {
     auto* row = new QHBoxLayout(qualityControls_);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(8);
-    qualitySlider_ = new QSlider(Qt::Horizontal, qualityControls_);
+    qualitySlider_ = new QualitySlider(qualityControls_);
     qualitySlider_->setAccessibleName(tr("Quality"));
-    qualitySlider_->setRange(lowestQuality * sliderStepsPerPercent,
-                             highestQuality * sliderStepsPerPercent);
-    qualitySlider_->setSingleStep(sliderStepsPerPercent);
-    qualitySlider_->setPageStep(10 * sliderStepsPerPercent);
-    connect(qualitySlider_, &QSlider::valueChanged, this, [this](int value) {
-        changeSettings([value](ConversionSettings& settings) {
-            settings.quality = static_cast<double>(value) / sliderStepsPerPercent;
-        });
+    connect(qualitySlider_, &QualitySlider::qualityChanged, this, [this](double quality) {
+        changeSettings([quality](ConversionSettings& settings) { settings.quality = quality; });
     });
-    qualityLabel_ = makeLabel(QString(), qualityControls_);
+    qualityLabel_ = new PercentLabel(38, qualityControls_);
     qualityLabel_->setObjectName(QStringLiteral("qualityLabel"));
-    qualityLabel_->setFixedWidth(38);
-    qualityLabel_->setAlignment(Qt::AlignCenter);
     row->addWidget(qualitySlider_);
     row->addWidget(qualityLabel_);
     column->addWidget(qualityControls_);
 
-    qualityNote_ = makeLabel(QString(), section);
+    qualityNote_ = makeCaption(QString(), section);
     qualityNote_->setObjectName(QStringLiteral("qualityNote"));
-    qualityNote_->setWordWrap(true);
     column->addWidget(qualityNote_);
     return section;
 }
@@ -118,12 +133,10 @@ QWidget* SettingsSidebar::makePCMSection() {
     auto* column = addColumn(section, 12);
     column->addWidget(new SectionLabel(QStringLiteral("PCM OPTIONS"), section));
 
-    auto* row = new QHBoxLayout;
-    row->setSpacing(8);
-    auto* label = makeLabel(tr("Bit depth"), section);
-    bitDepthPicker_ = new QComboBox(section);
+    bitDepthLabel_ = new Label(tr("Bit depth"), {}, section);
+    bitDepthPicker_ = new PopUpButton(section);
     bitDepthPicker_->setAccessibleName(tr("Bit depth"));
-    label->setBuddy(bitDepthPicker_);
+    bitDepthLabel_->setBuddy(bitDepthPicker_);
     for (const PCMBitDepth depth : PCMBitDepth::allCases) {
         const std::string_view name = depth.rawValue();
         bitDepthPicker_->addItem(
@@ -134,10 +147,25 @@ QWidget* SettingsSidebar::makePCMSection() {
             settings.bitDepth = PCMBitDepth::allCases.at(static_cast<std::size_t>(index));
         });
     });
-    row->addWidget(label);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(8);
+    row->addWidget(bitDepthLabel_);
     row->addWidget(bitDepthPicker_, 1);
     column->addLayout(row);
     return section;
+}
+
+QWidget* SettingsSidebar::makeStatus() {
+    auto* row = new QWidget(this);
+    statusDot_ = new StatusDot(row);
+    status_ = makeCaption(QString(), row);
+    status_->setObjectName(QStringLiteral("ffmpegStatus"));
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(7);
+    layout->addWidget(statusDot_, 0, Qt::AlignVCenter);
+    layout->addWidget(status_, 1);
+    return row;
 }
 
 template <typename Change> void SettingsSidebar::changeSettings(Change change) {
@@ -153,14 +181,8 @@ void SettingsSidebar::refresh() {
         button->setSelected(button->format() == settings.format);
     }
 
-    {
-        // The slider stays within its range; the model keeps the value that it has.
-        const QSignalBlocker blocker(qualitySlider_);
-        const double shown = std::clamp(settings.quality, static_cast<double>(lowestQuality),
-                                        static_cast<double>(highestQuality));
-        qualitySlider_->setValue(static_cast<int>(std::lround(shown * sliderStepsPerPercent)));
-    }
-    qualityLabel_->setText(tr("%1%").arg(QString::number(std::trunc(settings.quality), 'f', 0)));
+    qualitySlider_->showQuality(settings.quality);
+    qualityLabel_->setPercent(settings.quality);
     qualityControls_->setVisible(isMP3);
     qualityNote_->setText(isMP3 ? tr("Higher quality creates larger MP3 files.")
                                 : tr("AIFF and WAV preserve uncompressed PCM audio."));
@@ -170,8 +192,22 @@ void SettingsSidebar::refresh() {
         bitDepthPicker_->setCurrentIndex(settings.bitDepth == PCMBitDepth::sixteen ? 0 : 1);
     }
     bitDepthPicker_->setEnabled(!isMP3);
+    bitDepthLabel_->setEnabled(!isMP3);
+    refreshStatus();
+}
 
+void SettingsSidebar::refreshStatus() {
+    statusDot_->setInk(locateBinary_() ? Ink::Name::green : Ink::Name::orange);
     status_->setText(locateBinary_() ? tr("FFmpeg ready") : tr("FFmpeg required"));
+}
+
+void SettingsSidebar::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    QLinearGradient gradient(rect().topLeft(), rect().bottomRight());
+    gradient.setColorAt(0, QColor::fromRgbF(0.08F, 0.10F, 0.16F));
+    gradient.setColorAt(1, QColor::fromRgbF(0.10F, 0.07F, 0.16F));
+    painter.fillRect(rect(), gradient);
+    AppBadge::drawGlow(painter, QRect(badge_->mapTo(this, QPoint()), badge_->size()), palette());
 }
 
 } // namespace kestrel

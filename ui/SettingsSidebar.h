@@ -10,12 +10,16 @@
 #include <vector>
 
 class QComboBox;
-class QLabel;
-class QSlider;
+class QVBoxLayout;
 
 namespace kestrel {
 
+class AppBadge;
 class FormatButton;
+class Label;
+class PercentLabel;
+class QualitySlider;
+class StatusDot;
 
 /// The column of settings: output format, quality, bit depth, and whether ffmpeg is there.
 class SettingsSidebar : public QWidget {
@@ -30,8 +34,16 @@ class SettingsSidebar : public QWidget {
     /// Shows the model as it is now, and looks for ffmpeg anew.
     void refresh();
 
+    /// Leaves this height at the top free of contents.
+    void setTopInset(int height);
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+
   private:
     QWidget* makeHeader();
+    QWidget* makeStatus();
+    void refreshStatus();
     QWidget* makeFormatSection();
     QWidget* makeQualitySection();
     QWidget* makePCMSection();
@@ -42,12 +54,16 @@ class SettingsSidebar : public QWidget {
     std::shared_ptr<ConverterViewModel> model_;
     BinaryLocator locateBinary_;
     std::vector<FormatButton*> formatButtons_;
+    QVBoxLayout* column_ = nullptr;
+    AppBadge* badge_ = nullptr;
     QWidget* qualityControls_ = nullptr;
-    QSlider* qualitySlider_ = nullptr;
-    QLabel* qualityLabel_ = nullptr;
-    QLabel* qualityNote_ = nullptr;
+    QualitySlider* qualitySlider_ = nullptr;
+    PercentLabel* qualityLabel_ = nullptr;
+    Label* qualityNote_ = nullptr;
+    Label* bitDepthLabel_ = nullptr;
     QComboBox* bitDepthPicker_ = nullptr;
-    QLabel* status_ = nullptr;
+    StatusDot* statusDot_ = nullptr;
+    Label* status_ = nullptr;
 };
 
 } // namespace kestrel

@@ -55,7 +55,7 @@ TEST(ElidedLabel, continuesTheLastLineWithTheLinesThatFollow) {
 }
 
 TEST(ElidedLabel, keepsItsWholeTextThoughItAsksForLittleRoom) {
-    ElidedLabel label(Qt::ElideMiddle);
+    ElidedLabel label(Qt::ElideMiddle, TextFont{});
     const QString path(4000, u'x');
     label.setText(path);
     EXPECT_EQ(label.text(), path);
@@ -71,7 +71,7 @@ std::string toolTipOf(ElidedLabel& label) {
 }
 
 TEST(ElidedLabel, showsTheWholeTextAsToolTipWhereItIsShortened) {
-    ElidedLabel label(Qt::ElideRight);
+    ElidedLabel label(Qt::ElideRight, TextFont{});
     label.setText(QStringLiteral("a <b>long</b> text that does not fit"));
     label.resize(50, 20);
     label.show();
@@ -79,7 +79,7 @@ TEST(ElidedLabel, showsTheWholeTextAsToolTipWhereItIsShortened) {
 }
 
 TEST(ElidedLabel, showsNoToolTipWhereTheTextIsWhole) {
-    ElidedLabel label(2);
+    ElidedLabel label(2, TextFont{});
     label.setText(QStringLiteral("two words"));
     label.resize(widthOf("words"), 60);
     label.show();

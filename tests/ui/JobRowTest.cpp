@@ -5,7 +5,7 @@
 #include "Scenario.h"
 
 #include <QLabel>
-#include <QToolButton>
+#include <QPushButton>
 
 #include <gtest/gtest.h>
 
@@ -135,14 +135,14 @@ TEST_F(JobRowTest, showsMarkupInNamesToTheLetter) {
 TEST_F(JobRowTest, removesItsJobOnly) {
     scenario_.add({"a.opus", "b.opus", "c.opus"});
     row_.setJob(scenario_.model->jobs()[1]);
-    QTest::mouseClick(find<QToolButton>(row_, "removeButton"), Qt::LeftButton);
+    QTest::mouseClick(find<QPushButton>(row_, "removeButton"), Qt::LeftButton);
     ASSERT_EQ(scenario_.model->jobs().size(), 2U);
     EXPECT_EQ(scenario_.model->jobs()[0].source().lastPathComponent(), "a.opus");
     EXPECT_EQ(scenario_.model->jobs()[1].source().lastPathComponent(), "c.opus");
 }
 
 TEST_F(JobRowTest, saysWhatItsRemoveButtonRemoves) {
-    EXPECT_EQ(utf8(find<QToolButton>(row_, "removeButton")->accessibleName()), "Remove track.opus");
+    EXPECT_EQ(utf8(find<QPushButton>(row_, "removeButton")->accessibleName()), "Remove track.opus");
 }
 
 TEST_F(JobRowTest, isolatesANameThatTurnsItsSentenceAround) {

@@ -8,7 +8,6 @@
 #include <QAbstractButton>
 #include <QLabel>
 #include <QPushButton>
-#include <QToolButton>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -37,7 +36,7 @@ class QueueViewTest : public ::testing::Test {
 
     QPushButton* cancel() const { return find<QPushButton>(view_, "cancelButton"); }
 
-    QToolButton* reveal() const { return find<QToolButton>(view_, "revealButton"); }
+    QPushButton* reveal() const { return find<QPushButton>(view_, "revealButton"); }
 
     static void click(QAbstractButton* button) {
         ASSERT_NE(button, nullptr);
@@ -103,7 +102,7 @@ TEST_F(QueueViewTest, writesLargeCountsWithoutGrouping) {
 
 TEST_F(QueueViewTest, showsTheDropZoneAgainWhenTheLastJobIsRemoved) {
     scenario_.add({"a.opus"});
-    click(find<QToolButton>(view_, "removeButton"));
+    click(find<QPushButton>(view_, "removeButton"));
     EXPECT_TRUE(scenario_.model->jobs().empty());
     EXPECT_TRUE(showsDropZone());
     EXPECT_FALSE(showsJobList());

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QWidget>
+
+namespace kestrel {
+
+/// The program's mark in the head of the sidebar.
+class AppBadge : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit AppBadge(QWidget* parent = nullptr);
+
+    /// Draws the glow around a badge, most of which lies outside of it, into a widget around it.
+    static void drawGlow(QPainter& painter, const QRect& badge, const QPalette& palette);
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+} // namespace kestrel

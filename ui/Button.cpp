@@ -1,0 +1,204 @@
+#include "Button.h"
+
+#include "ContinuousRectangle.h"
+#include "KeyboardFocus.h"
+#include "UserFont.h"
+
+#include <QPainter>
+#include <QStyle>
+
+#include <algorithm>
+
+namespace kestrel {
+namespace {
+
+constexpr int symbolGap = 6;
+constexpr double disabledOpacity = 0.4;
+
+struct Measures {
+    int minHeight;
+    int verticalPadding;
+    int horizontalPadding;
+    double radius;
+};
+
+Measures measures(Button::Look look, Button::ControlSize size) {
+    if (look == Button::Look::plain) {
+        return {24, 2, 4, 6};
+    }
+    if (size == Button::ControlSize::large) {
+        return {36, 9, 16, 9};
+    }
+    return {30, 6, 13, 7};
+}
+
+QColor blended(const QColor& below, const QColor& above, double share) {
+    const auto mix = [share](float a, float b) {
+        return static_cast<float>(a * (1 - share) + b * share);
+    };
+    return QColor::fromRgbF(mix(below.redF(), above.redF()), mix(below.greenF(), above.greenF()),
+                            mix(below.blueF(), above.blueF()));
+}
+
+} // namespace
+
+Button::Button(Look look, const QString& text, QWidget* parent)
+    : QPushButton(text, parent), look_(look) {
+    setFocusPolicy(Qt::TabFocus);
+    setAttribute(Qt::WA_Hover);
+    // Enter presses it, as Space does.
+    setAutoDefault(true);
+    setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
+    if (look == Look::prominent) {
+        setInk(Ink::Name::white);
+        textFont_.weight = QFont::DemiBold;
+    }
+    setFont(textFont_.font());
+    KeyboardFocus::watch();
+    connect(UserFont::shared(), &UserFont::changed, this, [this] { setTextFont(textFont_); });
+}
+
+void Button::setSymbol(Symbol symbol) {
+    symbol_ = symbol;
+    updateGeometry();
+    update();
+}
+
+void Button::setTextFont(const TextFont& font) {
+    textFont_ = font;
+    setFont(textFont_.font());
+    updateGeometry();
+}
+
+void Button::setInk(Ink ink) {
+    ink_ = ink;
+    update();
+}
+
+void Button::setControlSize(ControlSize size) {
+    controlSize_ = size;
+    updateGeometry();
+}
+
+void Button::setMinimumLabelWidth(int width) {
+    minimumLabelWidth_ = width;
+    updateGeometry();
+}
+
+void Button::setDestructive(bool isDestructive) {
+    setInk(isDestructive ? Ink::Name::red : Ink::Name::primary);
+}
+
+int Button::padding() const {
+    return measures(look_, controlSize_).horizontalPadding;
+}
+
+double Button::cornerRadius() const {
+    return measures(look_, controlSize_).radius;
+}
+
+int Button::labelWidth() const {
+    int width = text().isEmpty() ? 0 : fontMetrics().horizontalAdvance(text()) + 1;
+    if (symbol_) {
+        width += symbolSize(font()) + (text().isEmpty() ? 0 : symbolGap);
+    }
+    return width;
+}
+
+QSize Button::sizeHint() const {
+    const Measures all = measures(look_, controlSize_);
+    const int contents = std::max(fontMetrics().height(), symbol_ ? symbolSize(font()) : 0);
+    const int height = std::max(all.minHeight, contents + 2 * all.verticalPadding);
+    return {std::max(labelWidth(), minimumLabelWidth_) + 2 * all.horizontalPadding, height};
+}
+
+QSize Button::minimumSizeHint() const {
+    return sizeHint();
+}
+
+QColor Button::fillColor() const {
+    const bool isHovered = isEnabled() && underMouse();
+    const bool isPressed = isDown();
+    const bool isDark = colorScheme(palette()) == ColorScheme::dark;
+    const Ink primary = Ink::Name::primary;
+    if (look_ == Look::plain || !isEnabled()) {
+        double opacity = isPressed ? 0.14 : isHovered ? 0.07 : 0.0;
+        if (look_ != Look::plain) {
+            opacity = 0.08;
+        }
+        return primary.withOpacity(opacity).color(palette());
+    }
+    QColor fill = Ink(Ink::Name::purple).color(palette());
+    if (look_ == Look::bordered) {
+        fill = isDark ? primary.withOpacity(0.12).color(palette())
+                      : blended(palette().color(QPalette::Window), Qt::white, 0.8);
+        if (isPressed || isHovered) {
+            const QColor text = palette().color(QPalette::WindowText);
+            fill = isDark ? primary.withOpacity(isPressed ? 0.24 : 0.17).color(palette())
+                          : blended(fill, text, isPressed ? 0.14 : 0.05);
+        }
+        return fill;
+    }
+    return isPressed   ? blended(fill, Qt::black, 0.18)
+           : isHovered ? blended(fill, Qt::white, 0.1)
+                       : fill;
+}
+
+QColor Button::labelColor() const {
+    if (isEnabled()) {
+        return ink_.color(palette());
+    }
+    return Ink(Ink::Name::primary).withOpacity(disabledOpacity).color(palette());
+}
+
+void Button::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    drawBackground(painter);
+    drawLabel(painter);
+}
+
+void Button::drawBackground(QPainter& painter) {
+    const QRectF area = rect();
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(fillColor());
+    painter.drawPath(continuousRectangle(area, cornerRadius()));
+    if (look_ == Look::bordered) {
+        painter.setPen(separatorColor(palette()));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawPath(continuousRectangle(area.adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius()));
+    }
+    if (!KeyboardFocus::isShownOn(*this)) {
+        return;
+    }
+    if (look_ == Look::prominent) {
+        constexpr double gap = 2;
+        drawFocusRing(painter, area.adjusted(gap, gap, -gap, -gap), cornerRadius() - gap,
+                      Qt::white);
+    } else {
+        drawFocusRing(painter, area, cornerRadius(), Ink(Ink::Name::purple).color(palette()));
+    }
+}
+
+void Button::drawLabel(QPainter& painter) {
+    const QColor color = labelColor();
+    const int symbolSide = symbol_ ? symbolSize(font()) : 0;
+    QRect label(0, 0, std::min(labelWidth(), width() - 2 * std::min(padding(), 4)), height());
+    label.moveCenter(rect().center());
+    QRect symbolBox(label.left(), 0, symbolSide, height());
+    QRect textBox = label.adjusted(symbolSide + (symbol_ ? symbolGap : 0), 0, 0, 0);
+    if (text().isEmpty()) {
+        symbolBox = rect();
+    }
+    symbolBox = QStyle::visualRect(layoutDirection(), rect(), symbolBox);
+    textBox = QStyle::visualRect(layoutDirection(), rect(), textBox);
+    if (symbol_) {
+        drawSymbol(painter, symbolBox, *symbol_, symbolSide, color);
+    }
+    painter.setPen(color);
+    const Qt::Alignment side = QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft);
+    painter.drawText(textBox, static_cast<int>(side | Qt::AlignVCenter) | Qt::TextSingleLine,
+                     text());
+}
+
+} // namespace kestrel

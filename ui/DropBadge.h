@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QWidget>
+
+namespace kestrel {
+
+/// The mark in the middle of the drop zone.
+class DropBadge : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit DropBadge(QWidget* parent = nullptr);
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+} // namespace kestrel

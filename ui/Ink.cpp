@@ -1,0 +1,65 @@
+#include "Ink.h"
+
+#include <QPalette>
+
+namespace kestrel {
+namespace {
+
+constexpr double separatorOpacity = 0.2;
+
+QColor named(Ink::Name name, ColorScheme scheme) {
+    const bool isDark = scheme == ColorScheme::dark;
+    switch (name) {
+    case Ink::Name::purple:
+        return QColor::fromRgb(isDark ? 0xBF5AF2 : 0xAF52DE);
+    case Ink::Name::blue:
+        return QColor::fromRgb(isDark ? 0x0A84FF : 0x007AFF);
+    case Ink::Name::green:
+        return QColor::fromRgb(isDark ? 0x32D74B : 0x28CD41);
+    case Ink::Name::orange:
+        return QColor::fromRgb(isDark ? 0xFF9F0A : 0xFF9500);
+    case Ink::Name::red:
+        return QColor::fromRgb(isDark ? 0xFF453A : 0xFF3B30);
+    default:
+        return Qt::white;
+    }
+}
+
+QColor scaled(QColor color, double opacity) {
+    color.setAlphaF(static_cast<float>(color.alphaF() * opacity));
+    return color;
+}
+
+} // namespace
+
+ColorScheme colorScheme(const QPalette& palette) {
+    const QColor window = palette.color(QPalette::Active, QPalette::Window);
+    const QColor text = palette.color(QPalette::Active, QPalette::WindowText);
+    return window.lightnessF() < text.lightnessF() ? ColorScheme::dark : ColorScheme::light;
+}
+
+Ink Ink::withOpacity(double opacity) const {
+    Ink ink = *this;
+    ink.opacity_ *= opacity;
+    return ink;
+}
+
+QColor Ink::color(const QPalette& palette) const {
+    const ColorScheme scheme = colorScheme(palette);
+    switch (name_) {
+    case Name::primary:
+        return scaled(palette.color(QPalette::Active, QPalette::WindowText), opacity_);
+    case Name::secondary: {
+        const double dimmed = scheme == ColorScheme::dark ? 0.6 : 0.55;
+        return scaled(palette.color(QPalette::Active, QPalette::WindowText), dimmed * opacity_);
+    }
+    default:
+        return scaled(named(name_, scheme), opacity_);
+    }
+}
+
+QColor separatorColor(const QPalette& palette) {
+    return Ink(Ink::Name::primary).withOpacity(separatorOpacity).color(palette);
+}
+
+} // namespace kestrel

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QColor>
+
+class QPalette;
+
+namespace kestrel {
+
+enum class ColorScheme { light, dark };
+
+/// Which of the two a palette is.
+ColorScheme colorScheme(const QPalette& palette);
+
+/// What something is drawn in: a named colour or a role, which becomes a colour only with the
+/// palette of the place where it is drawn.
+class Ink {
+  public:
+    enum class Name { primary, secondary, white, purple, blue, green, orange, red };
+
+    // NOLINTNEXTLINE(google-explicit-constructor): a name is an ink
+    Ink(Name name) : name_(name) {}
+
+    /// The ink at a fraction of its own opacity.
+    Ink withOpacity(double opacity) const;
+
+    QColor color(const QPalette& palette) const;
+
+    friend bool operator==(const Ink&, const Ink&) = default;
+
+  private:
+    Name name_;
+    double opacity_ = 1;
+};
+
+/// The lines between parts of the window, and the edges of its controls.
+QColor separatorColor(const QPalette& palette);
+
+} // namespace kestrel

@@ -1,0 +1,36 @@
+#include "JobBadge.h"
+
+#include "ContinuousRectangle.h"
+#include "Ink.h"
+#include "Symbol.h"
+#include "TextFont.h"
+
+#include <QPainter>
+
+#include <algorithm>
+
+namespace kestrel {
+namespace {
+
+constexpr int side = 42;
+constexpr double cornerRadius = 9;
+constexpr int symbolMargin = 6;
+
+} // namespace
+
+JobBadge::JobBadge(QWidget* parent) : QWidget(parent) {
+    setFixedSize(side, side);
+}
+
+void JobBadge::paintEvent(QPaintEvent*) {
+    const Ink purple = Ink::Name::purple;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(purple.withOpacity(0.11).color(palette()));
+    painter.drawPath(continuousRectangle(rect(), cornerRadius));
+    const int symbolSide = std::min(symbolSize(TextFont{}.font()), side - 2 * symbolMargin);
+    drawSymbol(painter, rect(), Symbol::waveform, symbolSide, purple.color(palette()));
+}
+
+} // namespace kestrel

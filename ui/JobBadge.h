@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QWidget>
+
+namespace kestrel {
+
+/// The mark at the start of a job's row, the same for every job.
+class JobBadge : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit JobBadge(QWidget* parent = nullptr);
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+} // namespace kestrel

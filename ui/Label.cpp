@@ -1,0 +1,84 @@
+#include "Label.h"
+
+#include "UserFont.h"
+
+#include <QPainter>
+#include <QStyle>
+
+#include <algorithm>
+#include <limits>
+
+namespace kestrel {
+namespace {
+
+constexpr double disabledOpacity = 0.45;
+
+} // namespace
+
+Label::Label(const QString& text, const TextFont& font, QWidget* parent)
+    : QLabel(parent), textFont_(font) {
+    setTextFormat(Qt::PlainText);
+    setWordWrap(true);
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
+    setFont(textFont_.font());
+    setText(text);
+    connect(UserFont::shared(), &UserFont::changed, this, [this] { setFont(currentFont()); });
+}
+
+void Label::setTextFont(const TextFont& font) {
+    textFont_ = font;
+    setFont(currentFont());
+}
+
+void Label::setInk(Ink ink) {
+    ink_ = ink;
+    update();
+}
+
+QColor Label::color() const {
+    return (isEnabled() ? ink_ : ink_.withOpacity(disabledOpacity)).color(palette());
+}
+
+QFont Label::currentFont() const {
+    return textFont_.font();
+}
+
+QSize Label::sizeHint() const {
+    return fontMetrics()
+        .boundingRect(QRect(0, 0, std::numeric_limits<short>::max(), 0), Qt::AlignLeft, text())
+        .size()
+        .expandedTo(QSize(0, fontMetrics().height()))
+        .grownBy(QMargins(0, 0, 1, 0));
+}
+
+QSize Label::minimumSizeHint() const {
+    if (!wordWrap()) {
+        return sizeHint();
+    }
+    int width = 0;
+    for (const QString& word : text().split(u' ')) {
+        width = std::max(width, fontMetrics().horizontalAdvance(word) + 1);
+    }
+    return {width, fontMetrics().height()};
+}
+
+int Label::heightForWidth(int width) const {
+    if (!wordWrap()) {
+        return sizeHint().height();
+    }
+    return std::max(
+        fontMetrics().height(),
+        fontMetrics().boundingRect(QRect(0, 0, width, 0), Qt::TextWordWrap, text()).height());
+}
+
+void Label::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setPen(color());
+    const Qt::Alignment side = QStyle::visualAlignment(layoutDirection(), alignment());
+    const int wrap = wordWrap() ? static_cast<int>(Qt::TextWordWrap) : 0;
+    painter.drawText(contentsRect(), static_cast<int>(side) | wrap, text());
+}
+
+} // namespace kestrel

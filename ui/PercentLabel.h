@@ -1,0 +1,21 @@
+#pragma once
+
+#include "Label.h"
+
+namespace kestrel {
+
+/// A percentage in a fixed width. The font follows the user's as far as "100%" has room.
+class PercentLabel : public Label {
+    Q_OBJECT
+
+  public:
+    explicit PercentLabel(int width, QWidget* parent = nullptr);
+
+    /// Shows the whole percents; the rest is cut off.
+    void setPercent(double percent);
+
+  protected:
+    QFont currentFont() const override;
+};
+
+} // namespace kestrel

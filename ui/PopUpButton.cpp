@@ -1,0 +1,30 @@
+#include "PopUpButton.h"
+
+#include "ControlStyle.h"
+#include "KeyboardFocus.h"
+
+#include <QKeyEvent>
+
+namespace kestrel {
+
+PopUpButton::PopUpButton(QWidget* parent) : QComboBox(parent) {
+    setStyle(ControlStyle::shared());
+    setFocusPolicy(Qt::StrongFocus);
+    KeyboardFocus::watch();
+}
+
+void PopUpButton::keyPressEvent(QKeyEvent* event) {
+    // The toolkit leaves Enter to a dialog's default button, and there is no dialog.
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        showPopup();
+        return;
+    }
+    QComboBox::keyPressEvent(event);
+}
+
+void PopUpButton::wheelEvent(QWheelEvent* event) {
+    // A turn of the wheel meant for something else must not change a setting.
+    event->ignore();
+}
+
+} // namespace kestrel

@@ -1,0 +1,101 @@
+#include "Symbol.h"
+
+#include <QFontInfo>
+#include <QImage>
+#include <QPainter>
+#include <QPixmapCache>
+#include <QSvgRenderer>
+
+#include <cmath>
+
+namespace kestrel {
+namespace {
+
+/// The drawings have some air around them, which makes them as high as capitals with descenders.
+constexpr double sizePerFontSize = 1.25;
+
+/// What the drawing covers. It is black on nothing, and white where it takes black away again.
+QImage mask(Symbol symbol, int size) {
+    QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QSvgRenderer renderer(QStringLiteral(":/symbols/%1.svg").arg(symbolName(symbol)));
+    QPainter painter(&image);
+    renderer.render(&painter, QRectF(0, 0, size, size));
+    painter.end();
+    for (int y = 0; y < size; ++y) {
+        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y)); // NOLINT: the format's pixels
+        for (int x = 0; x < size; ++x) {
+            line[x] = qRgba(0, 0, 0, qAlpha(line[x]) - qRed(line[x]));
+        }
+    }
+    return image;
+}
+
+} // namespace
+
+QString symbolName(Symbol symbol) {
+    switch (symbol) {
+    case Symbol::arrowDownDocFill:
+        return QStringLiteral("arrow.down.doc.fill");
+    case Symbol::arrowRightCircle:
+        return QStringLiteral("arrow.right.circle");
+    case Symbol::boltFill:
+        return QStringLiteral("bolt.fill");
+    case Symbol::checkmarkCircleFill:
+        return QStringLiteral("checkmark.circle.fill");
+    case Symbol::folderBadgePlus:
+        return QStringLiteral("folder.badge.plus");
+    case Symbol::folderFill:
+        return QStringLiteral("folder.fill");
+    case Symbol::musicNote:
+        return QStringLiteral("music.note");
+    case Symbol::plus:
+        return QStringLiteral("plus");
+    case Symbol::waveform:
+        return QStringLiteral("waveform");
+    case Symbol::waveformBadgeMagnifyingglass:
+        return QStringLiteral("waveform.badge.magnifyingglass");
+    case Symbol::waveformBadgePlus:
+        return QStringLiteral("waveform.badge.plus");
+    case Symbol::xmarkCircleFill:
+        break;
+    }
+    return QStringLiteral("xmark.circle.fill");
+}
+
+int symbolSize(const QFont& font) {
+    return static_cast<int>(std::lround(QFontInfo(font).pixelSize() * sizePerFontSize));
+}
+
+QPixmap symbolPixmap(Symbol symbol, int size, const QColor& color, double devicePixelRatio) {
+    const auto pixels = static_cast<int>(std::lround(size * devicePixelRatio));
+    const QString key =
+        QStringLiteral("kestrel/%1/%2/%3/%4")
+            .arg(QString::number(static_cast<int>(symbol)), QString::number(pixels),
+                 QString::number(devicePixelRatio), QString::number(color.rgba(), 16));
+    QPixmap pixmap;
+    if (QPixmapCache::find(key, &pixmap)) {
+        return pixmap;
+    }
+    QImage image = mask(symbol, pixels);
+    QPainter painter(&image);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(image.rect(), color);
+    painter.end();
+    pixmap = QPixmap::fromImage(std::move(image));
+    pixmap.setDevicePixelRatio(devicePixelRatio);
+    QPixmapCache::insert(key, pixmap);
+    return pixmap;
+}
+
+void drawSymbol(QPainter& painter, const QRectF& box, Symbol symbol, int size,
+                const QColor& color) {
+    const QPixmap pixmap = symbolPixmap(symbol, size, color, painter.device()->devicePixelRatioF());
+    // Between device pixels the drawing would blur.
+    const QTransform toDevice = painter.deviceTransform();
+    const QPointF corner = box.center() - QPointF(size, size) / 2;
+    const QPointF aligned = toDevice.inverted().map(QPointF(toDevice.map(corner).toPoint()));
+    painter.drawPixmap(aligned, pixmap);
+}
+
+} // namespace kestrel

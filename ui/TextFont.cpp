@@ -1,0 +1,69 @@
+#include "TextFont.h"
+
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QScreen>
+
+#include <algorithm>
+#include <cmath>
+
+namespace kestrel {
+namespace {
+
+constexpr int minPixelSize = 9;
+/// The sizes of the styles beside a body font of this size.
+constexpr double bodySize = 13;
+
+double sizeOf(TextStyle style) {
+    switch (style) {
+    case TextStyle::title2:
+        return 17;
+    case TextStyle::title3:
+        return 15;
+    case TextStyle::subheadline:
+        return 11;
+    case TextStyle::caption:
+    case TextStyle::caption2:
+        return 10;
+    case TextStyle::body:
+        break;
+    }
+    return bodySize;
+}
+
+double pixelsPerPoint() {
+    constexpr double pointsPerInch = 72;
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen != nullptr ? screen->logicalDotsPerInchY() / pointsPerInch : 96 / pointsPerInch;
+}
+
+void scale(QFont& font, double ratio) {
+    if (font.pixelSize() > 0) {
+        const auto pixels = static_cast<int>(std::lround(font.pixelSize() * ratio));
+        font.setPixelSize(std::max(pixels, minPixelSize));
+    } else {
+        font.setPointSizeF(std::max(font.pointSizeF() * ratio, minPixelSize / pixelsPerPoint()));
+    }
+}
+
+} // namespace
+
+QFont TextFont::font() const {
+    QFont font = QGuiApplication::font();
+    if (isMonospaced) {
+        font.setFamilies(QFontDatabase::systemFont(QFontDatabase::FixedFont).families());
+        font.setStyleHint(QFont::Monospace);
+    }
+    font.setWeight(weight);
+    scale(font, sizeOf(style) / bodySize);
+    return font;
+}
+
+QFont systemFont(int pixelSize, QFont::Weight weight) {
+    QFont font = QGuiApplication::font();
+    font.setPixelSize(pixelSize);
+    font.setWeight(weight);
+    return font;
+}
+
+} // namespace kestrel

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QFont>
+
+namespace kestrel {
+
+enum class TextStyle { body, title2, title3, subheadline, caption, caption2 };
+
+/// A font by its part in the window. Its size follows the user's own font.
+struct TextFont {
+    TextStyle style = TextStyle::body;
+    QFont::Weight weight = QFont::Normal;
+    bool isMonospaced = false;
+
+    /// The font for the application font as it is now, never smaller than 9 pixels.
+    QFont font() const;
+};
+
+/// A font of a fixed size in pixels, whatever the size of the user's own font is.
+QFont systemFont(int pixelSize, QFont::Weight weight = QFont::Normal);
+
+} // namespace kestrel

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QObject>
+
+namespace kestrel {
+
+/// Tells of changes of the user's own font, of which the toolkit tells windows only. One for the
+/// program.
+class UserFont : public QObject {
+    Q_OBJECT
+
+  public:
+    static UserFont* shared();
+
+  Q_SIGNALS:
+    /// Fonts are to be made anew.
+    void changed();
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    using QObject::QObject;
+};
+
+} // namespace kestrel

@@ -10,6 +10,7 @@
 #include <QPainter>
 #include <QPixmapCache>
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -47,6 +48,19 @@ QPixmap makeGlow(const QColor& color, double devicePixelRatio) {
     return glow;
 }
 
+void drawBadge(QPainter& painter, const QPalette& palette) {
+    const QRect badge(0, 0, side, side);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QLinearGradient gradient(0, 0, side, side);
+    gradient.setColorAt(0, Ink(Ink::Name::purple).color(palette));
+    gradient.setColorAt(1, Ink(Ink::Name::blue).color(palette));
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(gradient);
+    painter.drawPath(continuousRectangle(badge, cornerRadius));
+    const int symbolSide = std::min(symbolSize(TextFont{TextStyle::title2}.font()), side - 12);
+    drawSymbol(painter, badge, Symbol::waveformBadgePlus, symbolSide, Qt::white);
+}
+
 } // namespace
 
 AppBadge::AppBadge(QWidget* parent) : QWidget(parent) {
@@ -64,17 +78,18 @@ void AppBadge::drawGlow(QPainter& painter, const QRect& badge, const QPalette& p
     painter.drawPixmap(badge.topLeft() - QPoint(glowRadius, glowRadius), glow);
 }
 
+QPixmap AppBadge::pixmap(const QPalette& palette, double devicePixelRatio) {
+    QPixmap pixmap(QSize(side, side) * devicePixelRatio);
+    pixmap.setDevicePixelRatio(devicePixelRatio);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    drawBadge(painter, palette);
+    return pixmap;
+}
+
 void AppBadge::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    QLinearGradient gradient(rect().topLeft(), rect().bottomRight());
-    gradient.setColorAt(0, Ink(Ink::Name::purple).color(palette()));
-    gradient.setColorAt(1, Ink(Ink::Name::blue).color(palette()));
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(gradient);
-    painter.drawPath(continuousRectangle(rect(), cornerRadius));
-    const int symbolSide = std::min(symbolSize(TextFont{TextStyle::title2}.font()), side - 12);
-    drawSymbol(painter, rect(), Symbol::waveformBadgePlus, symbolSide, Qt::white);
+    drawBadge(painter, palette());
 }
 
 } // namespace kestrel

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPixmap>
 #include <QWidget>
 
 namespace kestrel {
@@ -10,6 +11,9 @@ class AppBadge : public QWidget {
 
   public:
     explicit AppBadge(QWidget* parent = nullptr);
+
+    /// The badge as a picture.
+    static QPixmap pixmap(const QPalette& palette, double devicePixelRatio);
 
     /// Draws the glow around a badge, most of which lies outside of it, into a widget around it.
     static void drawGlow(QPainter& painter, const QRect& badge, const QPalette& palette);

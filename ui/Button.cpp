@@ -2,6 +2,7 @@
 
 #include "ContinuousRectangle.h"
 #include "KeyboardFocus.h"
+#include "TextDrawing.h"
 #include "UserFont.h"
 
 #include <QPainter>
@@ -196,9 +197,7 @@ void Button::drawLabel(QPainter& painter) {
         drawSymbol(painter, symbolBox, *symbol_, symbolSide, color);
     }
     painter.setPen(color);
-    const Qt::Alignment side = QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft);
-    painter.drawText(textBox, static_cast<int>(side | Qt::AlignVCenter) | Qt::TextSingleLine,
-                     text());
+    drawAligned(painter, textBox, layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter, text());
 }
 
 } // namespace kestrel

@@ -1,12 +1,13 @@
 #include "ContentView.h"
 
+#include "AppBadge.h"
+#include "Button.h"
 #include "DisplayText.h"
 #include "Divider.h"
 #include "QueueView.h"
 
 #include <QHBoxLayout>
 #include <QMessageBox>
-#include <QPushButton>
 
 #include <utility>
 
@@ -73,10 +74,15 @@ void ContentView::showAlert(const QString& message) {
         alert_->setText(message);
         return;
     }
-    alert_ =
-        new QMessageBox(QMessageBox::NoIcon, tr("Kestrel"), message, QMessageBox::NoButton, this);
+    alert_ = new QMessageBox(this);
+    alert_->setWindowTitle(tr("Kestrel"));
     alert_->setTextFormat(Qt::PlainText);
-    alert_->addButton(tr("OK"), QMessageBox::AcceptRole);
+    alert_->setText(message);
+    alert_->setIconPixmap(AppBadge::pixmap(palette(), devicePixelRatioF()));
+    auto* button = new Button(Button::Look::prominent, tr("OK"), alert_);
+    alert_->addButton(button, QMessageBox::AcceptRole);
+    alert_->setDefaultButton(button);
+    alert_->setEscapeButton(button);
     alert_->setAttribute(Qt::WA_DeleteOnClose);
     connect(alert_, &QDialog::finished, this, [this] {
         alert_.clear();

@@ -3,6 +3,7 @@
 #include "ContinuousRectangle.h"
 #include "Ink.h"
 #include "KeyboardFocus.h"
+#include "TextDrawing.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -120,9 +121,8 @@ void drawComboBox(QPainter& painter, const QStyleOptionComboBox& option, const Q
 void drawComboBoxLabel(QPainter& painter, const QStyleOptionComboBox& option, const QRect& text) {
     const double opacity = isEnabled(option) ? 1 : disabledOpacity;
     painter.setPen(ink(Ink::Name::primary, opacity, option));
-    const Qt::Alignment side = QStyle::visualAlignment(option.direction, Qt::AlignLeft);
-    painter.drawText(text, static_cast<int>(side | Qt::AlignVCenter) | Qt::TextSingleLine,
-                     option.currentText);
+    drawAligned(painter, text, option.direction, Qt::AlignLeft | Qt::AlignVCenter,
+                option.currentText);
 }
 
 void drawProgressBar(QPainter& painter, const QStyleOptionProgressBar& option) {

@@ -16,6 +16,7 @@ DestinationButton::DestinationButton(QWidget* parent)
       path_(new ElidedLabel(Qt::ElideMiddle, {}, this)) {
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     caption_->setInk(Ink::Name::secondary);
+    path_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     path_->setObjectName(QStringLiteral("destinationPath"));
     auto* symbol = new SymbolView(Symbol::folderFill, {}, Ink::Name::purple, this);
 

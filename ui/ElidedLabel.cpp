@@ -1,11 +1,11 @@
 #include "ElidedLabel.h"
 
 #include "DisplayText.h"
+#include "TextDrawing.h"
 
 #include <QFontMetrics>
 #include <QHelpEvent>
 #include <QPainter>
-#include <QStyle>
 #include <QTextLayout>
 #include <QTextOption>
 #include <QToolTip>
@@ -116,11 +116,9 @@ void ElidedLabel::paintEvent(QPaintEvent*) {
         line.setTop(line.top() + (line.height() - fontMetrics().height()) / 2);
     }
     line.setHeight(fontMetrics().height());
-    const Qt::Alignment side =
-        QStyle::visualAlignment(layoutDirection(), alignment() & Qt::AlignHorizontal_Mask);
-    const int flags = static_cast<int>(side | Qt::AlignTop) | Qt::TextSingleLine;
+    const Qt::Alignment side = (alignment() & Qt::AlignHorizontal_Mask) | Qt::AlignTop;
     for (const QString& shown : shownLines()) {
-        painter.drawText(line, flags, shown);
+        drawAligned(painter, line, layoutDirection(), side, shown);
         line.translate(0, fontMetrics().lineSpacing());
     }
 }

@@ -2,6 +2,7 @@
 
 #include "ContinuousRectangle.h"
 #include "KeyboardFocus.h"
+#include "TextDrawing.h"
 
 #include <QPainter>
 #include <QSignalBlocker>
@@ -83,9 +84,8 @@ void FormatButton::drawLabel(QPainter& painter) {
 
     painter.setPen(color);
     const QRect textBox = content.adjusted(symbolWidth + spacing, 0, 0, 0);
-    const Qt::Alignment side = QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft);
-    painter.drawText(mirrored(textBox),
-                     static_cast<int>(side | Qt::AlignVCenter) | Qt::TextSingleLine, text());
+    drawAligned(painter, mirrored(textBox), layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter,
+                text());
     if (isChecked()) {
         QRect checkBox = content;
         checkBox.setLeft(content.right() + 1 - symbolWidth);

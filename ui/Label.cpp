@@ -1,9 +1,9 @@
 #include "Label.h"
 
+#include "TextDrawing.h"
 #include "UserFont.h"
 
 #include <QPainter>
-#include <QStyle>
 
 #include <algorithm>
 #include <limits>
@@ -19,7 +19,7 @@ Label::Label(const QString& text, const TextFont& font, QWidget* parent)
     : QLabel(parent), textFont_(font) {
     setTextFormat(Qt::PlainText);
     setWordWrap(true);
-    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
     setFont(textFont_.font());
@@ -76,9 +76,7 @@ int Label::heightForWidth(int width) const {
 void Label::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setPen(color());
-    const Qt::Alignment side = QStyle::visualAlignment(layoutDirection(), alignment());
-    const int wrap = wordWrap() ? static_cast<int>(Qt::TextWordWrap) : 0;
-    painter.drawText(contentsRect(), static_cast<int>(side) | wrap, text());
+    drawAligned(painter, contentsRect(), layoutDirection(), alignment(), text(), wordWrap());
 }
 
 } // namespace kestrel

@@ -203,7 +203,7 @@ void SettingsSidebar::refreshStatus() {
 
 void SettingsSidebar::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    QLinearGradient gradient(rect().topLeft(), rect().bottomRight());
+    QLinearGradient gradient(0, 0, width(), height());
     gradient.setColorAt(0, QColor::fromRgbF(0.08F, 0.10F, 0.16F));
     gradient.setColorAt(1, QColor::fromRgbF(0.10F, 0.07F, 0.16F));
     painter.fillRect(rect(), gradient);

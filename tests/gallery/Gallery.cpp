@@ -1,0 +1,206 @@
+#include "ContentView.h"
+#include "FFmpegError.h"
+#include "Scenario.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QMessageBox>
+#include <QPainter>
+
+#include <cstdio>
+#include <functional>
+#include <utility>
+
+namespace kestrel {
+namespace {
+
+/// One picture: what happens before the window is there, and with it.
+struct Picture {
+    const char* name;
+    std::function<void(Scenario&)> prepare = [](Scenario&) {};
+    bool hasFFmpeg = true;
+    bool isRightToLeft = false;
+    int fontPercent = 100;
+};
+
+QPalette darkPalette() {
+    QPalette palette(Qt::white, QColor(0x2C, 0x2C, 0x30), QColor(0x50, 0x50, 0x55),
+                     QColor(0x14, 0x14, 0x16), QColor(0x38, 0x38, 0x3C), Qt::white, Qt::white,
+                     QColor(0x1E, 0x1E, 0x20), QColor(0x24, 0x24, 0x27));
+    palette.setColor(QPalette::Highlight, QColor(0x2F, 0x65, 0xCA));
+    return palette;
+}
+
+void add(const Scenario& scenario, const std::string& folder,
+         std::initializer_list<std::string> names) {
+    std::vector<FileURL> urls;
+    for (const std::string& name : names) {
+        urls.emplace_back("/home/ada/Music/" + folder + "/" + name);
+    }
+    scenario.model->add(urls);
+}
+
+void choose(const Scenario& scenario, OutputFormat format) {
+    ConversionSettings settings = scenario.model->settings();
+    settings.format = format;
+    scenario.model->setSettings(settings);
+}
+
+void addAlbum(const Scenario& scenario) {
+    add(scenario, "Evening Songs",
+        {"01 Harbour Lights.opus", "02 A Long Way Down.opus", "03 Broken Reel.opus",
+         "04 Kingfisher.opus", "05 Salt and Cedar.opus"});
+    scenario.chooseDestination("/home/ada/Music/Converted");
+}
+
+/// Two batches, of which the first one was cancelled.
+void showAllStates(Scenario& scenario) {
+    addAlbum(scenario);
+    const auto fail = [](const auto&, const auto&) {
+        throw FFmpegError::processFailed(
+            "[ogg @ 0x5581] Page at 81920 is missing its header\n"
+            "/home/ada/Music/Evening Songs/02 A Long Way Down.opus: Invalid data found when "
+            "processing input");
+    };
+    scenario.runner->setScript("02 A Long Way Down.opus", fail);
+    scenario.runner->setScript("03 Broken Reel.opus", fail);
+    scenario.runner->setScript("04 Kingfisher.opus",
+                               [](const auto&, const auto&) { throw FFmpegError::cancelled(); });
+    static_cast<void>(scenario.convertAll());
+    scenario.holdBack("03 Broken Reel.opus", 0.62);
+    scenario.start();
+    static_cast<void>(
+        QTest::qWaitFor([&scenario] { return scenario.model->jobs()[2].progress > 0; }));
+}
+
+void showConverting(Scenario& scenario) {
+    addAlbum(scenario);
+    scenario.holdBack("03 Broken Reel.opus", 0.62);
+    scenario.start();
+    static_cast<void>(
+        QTest::qWaitFor([&scenario] { return scenario.model->jobs()[2].progress > 0; }));
+}
+
+void showLongNames(Scenario& scenario) {
+    const std::string words = "A title that goes on and on, well beyond what any row can show, ";
+    add(scenario, "Symphonies, Sonatas and " + words + words,
+        {"01 " + words + words + words + ".opus", std::string(180, 'W') + ".opus",
+         "03 caf\xE9 (not UTF-8).opus", "04 \u0645\u0648\u0633\u064A\u0642\u0649.opus",
+         "05 \u97F3\u697D\u306E\u6642\u9593.opus", "06 <b>bold & more.opus"});
+    scenario.chooseDestination("/home/ada/Music/" + words + words + "/Converted");
+}
+
+void showTenThousand(Scenario& scenario) {
+    std::vector<FileURL> urls;
+    constexpr int count = 10'000;
+    urls.reserve(count);
+    for (int number = 1; number <= count; ++number) {
+        urls.emplace_back("/home/ada/Music/Archive/Recording " + std::to_string(number) + ".opus");
+    }
+    scenario.model->add(urls);
+    scenario.chooseDestination("/home/ada/Music/Converted");
+}
+
+std::vector<Picture> pictures() {
+    return {
+        {.name = "empty"},
+        {.name = "hovered", .prepare = [](Scenario& s) { s.model->setIsDropTargeted(true); }},
+        {.name = "one-job",
+         .prepare = [](Scenario& s) { add(s, "Evening Songs", {"01 Harbour Lights.opus"}); }},
+        {.name = "all-states", .prepare = showAllStates},
+        {.name = "converting", .prepare = showConverting},
+        {.name = "long-names", .prepare = showLongNames},
+        {.name = "ten-thousand-jobs", .prepare = showTenThousand},
+        {.name = "no-ffmpeg", .prepare = addAlbum, .hasFFmpeg = false},
+        {.name = "alert",
+         .prepare =
+             [](Scenario& s) {
+                 addAlbum(s);
+                 s.model->setAlertMessage("FFmpeg was not found. Install it with Homebrew: brew "
+                                          "install ffmpeg");
+             },
+         .hasFFmpeg = false},
+        {.name = "aiff",
+         .prepare =
+             [](Scenario& s) {
+                 addAlbum(s);
+                 choose(s, OutputFormat::aiff);
+             }},
+        {.name = "right-to-left", .prepare = showConverting, .isRightToLeft = true},
+        {.name = "large-fonts", .prepare = showConverting, .fontPercent = 200},
+    };
+}
+
+/// The window, and the alert over it if there is one.
+QPixmap grab(QWidget& window) {
+    QPixmap picture = window.grab();
+    QWidget* alert = window.findChild<QMessageBox*>();
+    if (alert != nullptr && QTest::qWaitForWindowExposed(alert)) {
+        QRect place = alert->rect();
+        place.moveCenter(window.rect().center());
+        QPainter painter(&picture);
+        painter.fillRect(place.adjusted(-1, -1, 1, 1), QColor(0, 0, 0, 60));
+        painter.drawPixmap(place.topLeft(), alert->grab());
+    }
+    return picture;
+}
+
+bool take(const Picture& picture, const QString& path) {
+    const QFont usual = QApplication::font();
+    QFont font = usual;
+    font.setPointSizeF(usual.pointSizeF() * picture.fontPercent / 100);
+    QApplication::setFont(font);
+    QApplication::setLayoutDirection(picture.isRightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
+    bool isSaved = false;
+    {
+        Scenario scenario;
+        ContentView window(scenario.model, [&picture] {
+            return picture.hasFFmpeg ? std::optional(FileURL("/usr/bin/ffmpeg")) : std::nullopt;
+        });
+        window.resize(1060, 700);
+        window.show();
+        picture.prepare(scenario);
+        settle();
+        isSaved = QTest::qWaitForWindowExposed(&window);
+        settle();
+        isSaved = isSaved && grab(window).save(path);
+    }
+    QApplication::setFont(usual);
+    QApplication::setLayoutDirection(Qt::LeftToRight);
+    return isSaved;
+}
+
+int run(const QString& folder) {
+    if (!QDir().mkpath(folder)) {
+        static_cast<void>(std::fprintf(stderr, "gallery: cannot make the folder\n"));
+        return 1;
+    }
+    const QPalette light = QApplication::palette();
+    for (const auto& [scheme, palette] :
+         {std::pair("light", light), std::pair("dark", darkPalette())}) {
+        QApplication::setPalette(palette);
+        for (const Picture& picture : pictures()) {
+            const QString path =
+                QStringLiteral("%1/%2-%3.png")
+                    .arg(folder, QString::fromLatin1(picture.name), QString::fromLatin1(scheme));
+            if (!take(picture, path)) {
+                static_cast<void>(std::fprintf(stderr, "gallery: cannot make %s\n",
+                                               path.toLocal8Bit().constData()));
+                return 1;
+            }
+        }
+    }
+    return 0;
+}
+
+} // namespace
+} // namespace kestrel
+
+int main(int argc, char** argv) {
+    const QApplication application(argc, argv);
+    if (argc != 2) {
+        static_cast<void>(std::fprintf(stderr, "usage: kestrel_gallery FOLDER\n"));
+        return 2;
+    }
+    return kestrel::run(QString::fromLocal8Bit(argv[1]));
+}

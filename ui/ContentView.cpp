@@ -1,6 +1,8 @@
 #include "ContentView.h"
 
+#include "AccessibleViews.h"
 #include "AppBadge.h"
+#include "BatchAnnouncer.h"
 #include "Button.h"
 #include "DisplayText.h"
 #include "Divider.h"
@@ -15,11 +17,14 @@ namespace kestrel {
 
 ContentView::ContentView(std::shared_ptr<ConverterViewModel> model,
                          SettingsSidebar::BinaryLocator locateBinary, QWidget* parent)
-    : QWidget(parent),
-      model_(std::move(model)),
-      sidebar_(new SettingsSidebar(model_, std::move(locateBinary), this)),
-      queue_(new QueueView(model_, this)) {
+    : QWidget(parent), model_(std::move(model)) {
+    // Before there is a view that it is asked about.
+    installAccessibleViews();
+    sidebar_ = new SettingsSidebar(model_, std::move(locateBinary), this);
+    queue_ = new QueueView(model_, this);
+    announcer_ = new BatchAnnouncer(model_, this);
     auto* divider = new Divider(Qt::Vertical, this);
+    divider->setObjectName(QStringLiteral("sidebarDivider"));
     divider->setOpacity(0.55);
     belowInset_ = new QHBoxLayout;
     belowInset_->setSpacing(0);
@@ -55,6 +60,7 @@ void ContentView::refresh() {
     isRefreshScheduled_ = false;
     sidebar_->refresh();
     queue_->refresh();
+    announcer_->refresh();
     refreshAlert();
 }
 

@@ -14,6 +14,7 @@ class QMessageBox;
 
 namespace kestrel {
 
+class BatchAnnouncer;
 class QueueView;
 
 /// Everything in the main window: the sidebar beside the queue panel, and the one alert. Redraws
@@ -39,8 +40,9 @@ class ContentView : public QWidget {
     void showAlert(const QString& message);
 
     std::shared_ptr<ConverterViewModel> model_;
-    SettingsSidebar* sidebar_;
-    QueueView* queue_;
+    SettingsSidebar* sidebar_ = nullptr;
+    QueueView* queue_ = nullptr;
+    BatchAnnouncer* announcer_ = nullptr;
     QHBoxLayout* belowInset_ = nullptr;
     QPointer<QMessageBox> alert_;
     bool isRefreshScheduled_ = false;

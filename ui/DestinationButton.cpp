@@ -15,6 +15,7 @@ DestinationButton::DestinationButton(QWidget* parent)
       caption_(new Label(tr("Save to"), {TextStyle::caption}, this)),
       path_(new ElidedLabel(Qt::ElideMiddle, {}, this)) {
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    caption_->setObjectName(QStringLiteral("destinationCaption"));
     caption_->setInk(Ink::Name::secondary);
     path_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     path_->setObjectName(QStringLiteral("destinationPath"));

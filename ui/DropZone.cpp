@@ -36,12 +36,14 @@ DropZone::DropZone(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
     : QWidget(parent), model_(std::move(model)) {
     new FileDropTarget(this, model_);
     setAccessibleName(tr("Drop zone"));
-    setAccessibleDescription(tr("Drop Opus audio or folders here"));
+    setAccessibleDescription(tr("Drop Opus audio or folders here to queue them."));
 
     auto* title =
         makeText(tr("Drop Opus audio or folders here"), {TextStyle::title3, QFont::Bold}, this);
+    title->setObjectName(QStringLiteral("dropTitle"));
     auto* explanation = makeText(tr("Queue a single track or an entire folder tree."),
                                  {TextStyle::subheadline}, this);
+    explanation->setObjectName(QStringLiteral("dropExplanation"));
     explanation->setInk(Ink::Name::secondary);
 
     const int side = sidePadding + outlineInset + textMargin;

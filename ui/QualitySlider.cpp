@@ -21,6 +21,10 @@ QualitySlider::QualitySlider(QWidget* parent) : QSlider(Qt::Horizontal, parent) 
 
 void QualitySlider::showQuality(double quality) {
     const QSignalBlocker blocker(this);
+    chooseQuality(quality);
+}
+
+void QualitySlider::chooseQuality(double quality) {
     const double shown = std::clamp(quality, lowest, highest);
     setValue(static_cast<int>(std::lround(shown * stepsPerPercent)));
 }

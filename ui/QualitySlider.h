@@ -20,6 +20,9 @@ class QualitySlider : public QSlider {
     /// Shows the quality, or the nearer end of the range, without a word to anybody.
     void showQuality(double quality);
 
+    /// Moves to the quality, or to the nearer end of the range, as the user does.
+    void chooseQuality(double quality);
+
   Q_SIGNALS:
     /// The user chose another quality.
     void qualityChanged(double quality);

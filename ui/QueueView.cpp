@@ -20,24 +20,21 @@ constexpr int sideMargin = 26;
 } // namespace
 
 QueueView::QueueView(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
-    : QWidget(parent),
-      model_(std::move(model)),
-      middle_(new QStackedWidget(this)),
-      dropZone_(new DropZone(model_, middle_)),
-      jobList_(new JobList(model_, middle_)) {
-    middle_->addWidget(dropZone_);
-    middle_->addWidget(jobList_);
+    : QWidget(parent), model_(std::move(model)) {
+    setAccessibleName(tr("Conversion Queue"));
+    // The keyboard focus goes through the parts in the order in which they are made.
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addLayout(makeHeader());
-    column->addWidget(middle_, 1);
+    column->addWidget(makeMiddle(), 1);
     column->addLayout(makeFooter());
     refresh();
 }
 
 QBoxLayout* QueueView::makeHeader() {
     auto* title = new Label(tr("Conversion Queue"), {TextStyle::title2, QFont::Bold}, this);
+    title->setObjectName(QStringLiteral("queueTitle"));
     summary_ = new Label({}, {TextStyle::subheadline}, this);
     summary_->setObjectName(QStringLiteral("summary"));
     summary_->setInk(Ink::Name::secondary);
@@ -62,6 +59,15 @@ QBoxLayout* QueueView::makeHeader() {
     header->addWidget(folderButton, 0, Qt::AlignVCenter);
     header->addWidget(addButton, 0, Qt::AlignVCenter);
     return header;
+}
+
+QWidget* QueueView::makeMiddle() {
+    middle_ = new QStackedWidget(this);
+    dropZone_ = new DropZone(model_, middle_);
+    jobList_ = new JobList(model_, middle_);
+    middle_->addWidget(dropZone_);
+    middle_->addWidget(jobList_);
+    return middle_;
 }
 
 QBoxLayout* QueueView::makeFooter() {
@@ -97,7 +103,9 @@ QBoxLayout* QueueView::makeFooter() {
     auto* footer = new QVBoxLayout;
     footer->setContentsMargins(sideMargin, 0, sideMargin, 22);
     footer->setSpacing(14);
-    footer->addWidget(new Divider(Qt::Horizontal, this));
+    auto* divider = new Divider(Qt::Horizontal, this);
+    divider->setObjectName(QStringLiteral("footerDivider"));
+    footer->addWidget(divider);
     footer->addLayout(row);
     return footer;
 }

@@ -29,6 +29,7 @@ class QueueView : public QWidget {
 
   private:
     QBoxLayout* makeHeader();
+    QWidget* makeMiddle();
     QBoxLayout* makeFooter();
     QString summary() const;
     QString startText() const;

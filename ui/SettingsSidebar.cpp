@@ -53,6 +53,7 @@ Label* makeCaption(const QString& text, QWidget* parent) {
 SettingsSidebar::SettingsSidebar(std::shared_ptr<ConverterViewModel> model,
                                  BinaryLocator locateBinary, QWidget* parent)
     : QWidget(parent), model_(std::move(model)), locateBinary_(std::move(locateBinary)) {
+    setAccessibleName(tr("Settings"));
     setFixedWidth(sidebarWidth);
     setPalette(darkPalette());
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -77,8 +78,12 @@ QWidget* SettingsSidebar::makeHeader() {
     auto* texts = new QVBoxLayout;
     texts->setSpacing(1);
     texts->addStretch(1);
-    texts->addWidget(new Label(tr("Kestrel"), {TextStyle::title2, QFont::Bold}, header));
-    texts->addWidget(makeCaption(tr("Opus, made universal"), header));
+    auto* title = new Label(tr("Kestrel"), {TextStyle::title2, QFont::Bold}, header);
+    title->setObjectName(QStringLiteral("appTitle"));
+    auto* subtitle = makeCaption(tr("Opus, made universal"), header);
+    subtitle->setObjectName(QStringLiteral("appSubtitle"));
+    texts->addWidget(title);
+    texts->addWidget(subtitle);
     texts->addStretch(1);
     auto* row = new QHBoxLayout(header);
     row->setContentsMargins(0, 0, 0, 0);

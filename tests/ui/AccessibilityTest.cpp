@@ -1,0 +1,179 @@
+#include "Button.h"
+#include "ContentView.h"
+#include "DropZone.h"
+#include "FFmpegError.h"
+#include "FormatButton.h"
+#include "FractionBar.h"
+#include "JobScrollArea.h"
+#include "PopUpButton.h"
+#include "QualitySlider.h"
+#include "Scenario.h"
+
+#include <QAccessible>
+#include <QDBusInterface>
+#include <QMessageBox>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace kestrel {
+namespace {
+
+using ::testing::ElementsAre;
+
+/// What assistive technology was told of notifications, in order.
+std::vector<std::string> notifications;
+
+void record(QAccessibleEvent* event) {
+    if (event->type() != QAccessible::ObjectShow) {
+        return;
+    }
+    const QAccessibleInterface* interface = event->accessibleInterface();
+    if (interface != nullptr && interface->role() == QAccessible::Notification) {
+        notifications.push_back(utf8(interface->text(QAccessible::Name)));
+    }
+}
+
+/// Switches assistive technology on or off for the desktop, as its users do in its settings.
+void setScreenReaderEnabled(bool isEnabled) {
+    QDBusInterface status(QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
+                          QStringLiteral("org.a11y.Status"));
+    EXPECT_TRUE(status.setProperty("IsEnabled", isEnabled));
+}
+
+class AccessibilityTest : public ::testing::Test {
+  protected:
+    AccessibilityTest() : view_(scenario_.model) {
+        view_.resize(960, 640);
+        view_.show();
+        view_.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&view_));
+        settle();
+        notifications.clear();
+        setScreenReaderEnabled(true);
+        EXPECT_TRUE(QTest::qWaitFor([] { return QAccessible::isActive(); }));
+        QAccessible::installUpdateHandler(record);
+    }
+
+    ~AccessibilityTest() override {
+        QAccessible::installUpdateHandler(nullptr);
+        setScreenReaderEnabled(false);
+    }
+
+    AccessibilityTest(const AccessibilityTest&) = delete;
+    AccessibilityTest& operator=(const AccessibilityTest&) = delete;
+
+    static QAccessibleInterface* of(QObject* object) {
+        return QAccessible::queryAccessibleInterface(object);
+    }
+
+    static std::string text(QObject* object, QAccessible::Text kind = QAccessible::Name) {
+        return utf8(of(object)->text(kind));
+    }
+
+    Scenario scenario_;
+    ContentView view_;
+};
+
+TEST_F(AccessibilityTest, givesTheQualityAsAPercentage) {
+    auto* slider = view_.findChild<QualitySlider*>();
+    QAccessibleInterface* interface = of(slider);
+    EXPECT_EQ(interface->role(), QAccessible::Slider);
+    EXPECT_EQ(text(slider), "Quality");
+    EXPECT_EQ(text(slider, QAccessible::Value), "82%");
+    QAccessibleValueInterface* value = interface->valueInterface();
+    ASSERT_NE(value, nullptr);
+    EXPECT_EQ(value->currentValue().toDouble(), 82);
+    EXPECT_EQ(value->minimumValue().toDouble(), 30);
+    EXPECT_EQ(value->maximumValue().toDouble(), 100);
+    EXPECT_EQ(value->minimumStepSize().toDouble(), 1);
+}
+
+TEST_F(AccessibilityTest, takesTheQualityFromAssistiveTechnology) {
+    QAccessibleValueInterface* value = of(view_.findChild<QualitySlider*>())->valueInterface();
+    value->setCurrentValue(64.5);
+    EXPECT_EQ(scenario_.model->settings().quality, 64.5);
+    value->setCurrentValue(7);
+    EXPECT_EQ(scenario_.model->settings().quality, 30);
+}
+
+TEST_F(AccessibilityTest, saysWhatTheDropZoneIsFor) {
+    auto* zone = view_.findChild<DropZone*>();
+    EXPECT_EQ(of(zone)->role(), QAccessible::Grouping);
+    EXPECT_EQ(text(zone), "Drop zone");
+    EXPECT_EQ(text(zone, QAccessible::Description),
+              "Drop Opus audio or folders here to queue them.");
+}
+
+TEST_F(AccessibilityTest, givesEveryControlANameARoleAStateAndAnAction) {
+    scenario_.add({"a.opus"});
+    scenario_.chooseDestination("/no-such-folder/Out");
+    int controls = 0;
+    for (QWidget* widget : view_.findChildren<QWidget*>()) {
+        if (widget->focusPolicy() == Qt::NoFocus || !widget->isVisible() ||
+            widget->inherits("QAbstractScrollArea")) {
+            continue;
+        }
+        ++controls;
+        const std::string what = widget->metaObject()->className();
+        QAccessibleInterface* interface = of(widget);
+        EXPECT_GT(text(widget).size(), 2U) << what;
+        EXPECT_NE(interface->role(), QAccessible::Client) << what;
+        EXPECT_TRUE(interface->state().focusable) << what;
+        EXPECT_EQ(interface->state().disabled, !widget->isEnabled()) << what;
+        const bool canAct = interface->actionInterface() != nullptr &&
+                            !interface->actionInterface()->actionNames().isEmpty();
+        EXPECT_TRUE(canAct || interface->valueInterface() != nullptr) << what;
+    }
+    EXPECT_GE(controls, 9);
+}
+
+TEST_F(AccessibilityTest, tellsTheChosenFormatFromTheOthers) {
+    for (FormatButton* button : view_.findChildren<FormatButton*>()) {
+        EXPECT_TRUE(of(button)->state().checkable);
+        EXPECT_EQ(of(button)->state().checked, button->format() == OutputFormat::mp3);
+    }
+}
+
+TEST_F(AccessibilityTest, givesTheProgressAsAValue) {
+    scenario_.holdBack("a.opus", 0.5);
+    scenario_.add({"a.opus"});
+    scenario_.start();
+    auto* bar = find<FractionBar>(view_, "overallProgress");
+    ASSERT_TRUE(QTest::qWaitFor([bar] { return bar->value() == 500; }));
+    EXPECT_EQ(of(bar)->role(), QAccessible::ProgressBar);
+    EXPECT_EQ(text(bar), "Overall progress");
+    EXPECT_EQ(of(bar)->valueInterface()->currentValue().toInt(), 500);
+    EXPECT_EQ(of(bar)->valueInterface()->maximumValue().toInt(), 1000);
+}
+
+TEST_F(AccessibilityTest, announcesTheStartAndTheEndOfABatch) {
+    scenario_.runner->setScript("b.opus", [](const auto&, const auto&) {
+        throw FFmpegError::processFailed("no such stream");
+    });
+    scenario_.add({"a.opus", "b.opus", "c.opus"});
+    EXPECT_THAT(notifications, ElementsAre());
+    ASSERT_TRUE(scenario_.convertAll());
+    EXPECT_THAT(notifications,
+                ElementsAre("Converting", "Conversion finished: 2 complete, 1 failed"));
+}
+
+TEST_F(AccessibilityTest, announcesABatchThatWasStopped) {
+    scenario_.runner->setScript("b.opus",
+                                [](const auto&, const auto&) { throw FFmpegError::cancelled(); });
+    scenario_.add({"a.opus", "b.opus"});
+    ASSERT_TRUE(scenario_.convertAll());
+    EXPECT_THAT(notifications,
+                ElementsAre("Converting", "Conversion stopped: 1 complete, 0 failed"));
+}
+
+TEST_F(AccessibilityTest, announcesWithoutTakingTheFocus) {
+    scenario_.add({"a.opus"});
+    auto* picker = view_.findChild<QualitySlider*>();
+    picker->setFocus();
+    ASSERT_TRUE(scenario_.convertAll());
+    EXPECT_TRUE(picker->hasFocus());
+}
+
+} // namespace
+} // namespace kestrel

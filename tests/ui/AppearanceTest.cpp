@@ -1,0 +1,299 @@
+#include "AppBadge.h"
+#include "ContentView.h"
+#include "DropZone.h"
+#include "FFmpegError.h"
+#include "FormatButton.h"
+#include "FractionBar.h"
+#include "JobRow.h"
+#include "Label.h"
+#include "Scenario.h"
+#include "StatusDot.h"
+
+#include <QImage>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace kestrel {
+namespace {
+
+constexpr int lightPurple = 0xAF52DE;
+constexpr int darkPurple = 0xBF5AF2;
+
+QColor mixed(const QColor& below, const QColor& above, double share) {
+    const auto mix = [share](int a, int b) {
+        return static_cast<int>(std::lround(a * (1 - share) + b * share));
+    };
+    return {mix(below.red(), above.red()), mix(below.green(), above.green()),
+            mix(below.blue(), above.blue())};
+}
+
+bool isNear(const QColor& a, const QColor& b, int tolerance) {
+    return std::abs(a.red() - b.red()) <= tolerance &&
+           std::abs(a.green() - b.green()) <= tolerance &&
+           std::abs(a.blue() - b.blue()) <= tolerance;
+}
+
+#define EXPECT_COLOR(actual, expected, tolerance)                                                  \
+    EXPECT_TRUE(isNear(actual, expected, tolerance))                                               \
+        << utf8((actual).name()) << " is not " << utf8((expected).name())
+
+/// Looks at the pixels of the window, light unless told.
+class AppearanceTest : public ::testing::Test {
+  protected:
+    AppearanceTest()
+        : view_(scenario_.model, [this] {
+              return hasFFmpeg_ ? std::optional(FileURL("/usr/bin/ffmpeg")) : std::nullopt;
+          }) {
+        QPalette light(QColor(Qt::black), QColor(0xEE, 0xEE, 0xEE));
+        view_.setPalette(light);
+        view_.resize(960, 640);
+        view_.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&view_));
+        settle();
+    }
+
+    void makeDark() {
+        view_.setPalette(QPalette(QColor(Qt::white), QColor(0x20, 0x20, 0x22)));
+        settle();
+    }
+
+    QImage image() { return view_.grab().toImage(); }
+
+    QImage image(QWidget* widget) {
+        return image().copy(QRect(widget->mapTo(&view_, QPoint()), widget->size()));
+    }
+
+    DropZone* zone() const { return view_.findChild<DropZone*>(); }
+
+    QColor windowColor() const { return view_.palette().color(QPalette::Window); }
+
+    QColor colorOf(const char* name) const { return find<Label>(view_, name)->color(); }
+
+    /// The colours of the drop zone's outline down its left side, `column` pixels from the edge.
+    std::vector<QColor> outline(int column) {
+        const QImage picture = image(zone());
+        std::vector<QColor> colors;
+        for (int y = 60; y < picture.height() - 60; ++y) {
+            colors.push_back(picture.pixelColor(column, y));
+        }
+        return colors;
+    }
+
+    /// The strongest colour of the outline in that column.
+    QColor outlineColor(int column) {
+        QColor strongest = windowColor();
+        for (const QColor& color : outline(column)) {
+            if (std::abs(color.green() - windowColor().green()) >
+                std::abs(strongest.green() - windowColor().green())) {
+                strongest = color;
+            }
+        }
+        return strongest;
+    }
+
+    /// How long the dashes and the gaps between them are, in pixels; whole ones only.
+    std::vector<int> dashes(int column) {
+        const QColor ink = outlineColor(column);
+        std::vector<int> runs;
+        bool wasInk = false;
+        for (const QColor& color : outline(column)) {
+            const bool isInk = std::abs(color.green() - ink.green()) <
+                               std::abs(color.green() - windowColor().green());
+            if (isInk != wasInk || runs.empty()) {
+                runs.push_back(0);
+            }
+            ++runs.back();
+            wasInk = isInk;
+        }
+        runs.erase(runs.begin());
+        runs.pop_back();
+        return runs;
+    }
+
+    Scenario scenario_;
+    bool hasFFmpeg_ = true;
+    ContentView view_;
+};
+
+TEST_F(AppearanceTest, paintsTheSidebarFromCornerToCorner) {
+    const QImage sidebar = image(view_.findChild<SettingsSidebar*>());
+    EXPECT_COLOR(sidebar.pixelColor(0, 0), QColor::fromRgbF(0.08F, 0.10F, 0.16F), 1);
+    EXPECT_COLOR(sidebar.pixelColor(309, 639), QColor::fromRgbF(0.10F, 0.07F, 0.16F), 1);
+}
+
+TEST_F(AppearanceTest, paintsTheBadgeFromPurpleToBlue) {
+    const QImage badge = image(view_.findChild<AppBadge*>());
+    const QColor purple(QRgb(0xFFBF5AF2));
+    const QColor blue(QRgb(0xFF0A84FF));
+    for (const int place : {6, 37}) {
+        EXPECT_COLOR(badge.pixelColor(place, place), mixed(purple, blue, (place + 0.5) / 44), 4);
+    }
+    EXPECT_FALSE(isNear(badge.pixelColor(0, 0), purple, 40)) << "the corner is round";
+}
+
+TEST_F(AppearanceTest, letsTheBadgeGlow) {
+    const QImage sidebar = image(view_.findChild<SettingsSidebar*>());
+    const QColor far = sidebar.pixelColor(2, 54);
+    int previous = far.red() + 4;
+    for (const int x : {16, 20, 23}) {
+        const int red = sidebar.pixelColor(x, 54).red();
+        EXPECT_GT(red, previous) << x;
+        previous = red;
+    }
+    // At the very edge half of the glow is left.
+    const QColor expected = mixed(far, QColor(QRgb(0xFFBF5AF2)), 0.35 / 2);
+    EXPECT_COLOR(sidebar.pixelColor(23, 54), expected, 12);
+}
+
+TEST_F(AppearanceTest, liftsTheSelectedFormat) {
+    const auto buttons = view_.findChildren<FormatButton*>();
+    const QImage selected = image(buttons[0]);
+    const QImage other = image(buttons[1]);
+    const QPoint blank(150, 18);
+    EXPECT_COLOR(selected.pixelColor(blank), mixed(other.pixelColor(blank), Qt::white, 0.11), 2);
+    EXPECT_COLOR(other.pixelColor(blank), QColor(0x15, 0x18, 0x29), 3);
+    EXPECT_COLOR(selected.pixelColor(0, 0), other.pixelColor(0, 0), 3);
+}
+
+TEST_F(AppearanceTest, checksTheSelectedFormatInPurple) {
+    const auto buttons = view_.findChildren<FormatButton*>();
+    const QPoint checkMark(262 - 12 - 9, 18 - 6);
+    EXPECT_COLOR(image(buttons[0]).pixelColor(checkMark), QColor(QRgb(darkPurple)), 2);
+    EXPECT_FALSE(isNear(image(buttons[1]).pixelColor(checkMark), QColor(QRgb(darkPurple)), 60));
+    QTest::mouseClick(buttons[1], Qt::LeftButton);
+    settle();
+    QTest::mouseMove(&view_, QPoint(5, 5));
+    settle();
+    EXPECT_COLOR(image(buttons[1]).pixelColor(checkMark), QColor(QRgb(darkPurple)), 2);
+    EXPECT_FALSE(isNear(image(buttons[0]).pixelColor(checkMark), QColor(QRgb(darkPurple)), 60));
+}
+
+TEST_F(AppearanceTest, outlinesTheDropZoneThinAndPale) {
+    const QColor pale = mixed(windowColor(), Qt::black, 0.55 * 0.2);
+    EXPECT_COLOR(outlineColor(25), windowColor(), 0);
+    EXPECT_COLOR(outlineColor(26), pale, 2);
+    EXPECT_COLOR(outlineColor(27), windowColor(), 0);
+}
+
+TEST_F(AppearanceTest, outlinesTheTargetedDropZoneTwiceAsWideInPurple) {
+    const QImage idle = image(zone());
+    scenario_.model->setIsDropTargeted(true);
+    settle();
+    const QColor purple{QRgb(lightPurple)};
+    EXPECT_COLOR(outlineColor(25), windowColor(), 0);
+    EXPECT_COLOR(outlineColor(26), purple, 2);
+    EXPECT_COLOR(outlineColor(27), purple, 2);
+    EXPECT_COLOR(outlineColor(28), windowColor(), 0);
+    // Nothing else changes.
+    const QRect inside = zone()->rect().adjusted(50, 45, -50, -45);
+    EXPECT_EQ(image(zone()).copy(inside), idle.copy(inside));
+    scenario_.model->setIsDropTargeted(false);
+    settle();
+    EXPECT_EQ(image(zone()), idle);
+}
+
+TEST_F(AppearanceTest, dashesTheOutlineInSevens) {
+    for (const bool isTargeted : {false, true}) {
+        scenario_.model->setIsDropTargeted(isTargeted);
+        settle();
+        const std::vector<int> runs = dashes(26);
+        ASSERT_GT(runs.size(), 10U);
+        for (const int run : runs) {
+            EXPECT_NEAR(run, 7, 1);
+        }
+        const int first = runs[0] + runs[1];
+        EXPECT_NEAR(first, 14, 1);
+    }
+}
+
+TEST_F(AppearanceTest, keepsTheOutlineAwayFromTheEdges) {
+    scenario_.model->setIsDropTargeted(true);
+    settle();
+    const QImage picture = image(zone());
+    const QColor purple{QRgb(lightPurple)};
+    const auto isInk = [&](int x, int y) { return isNear(picture.pixelColor(x, y), purple, 40); };
+    QRect ink;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (isInk(x, y)) {
+                ink |= QRect(x, y, 1, 1);
+            }
+        }
+    }
+    EXPECT_EQ(ink, zone()->rect().adjusted(26, 20, -26, -20));
+}
+
+TEST_F(AppearanceTest, colorsTheStatusOfFFmpeg) {
+    const auto* dot = view_.findChild<StatusDot*>();
+    EXPECT_EQ(dot->color(), QColor(QRgb(0xFF32D74B)));
+    EXPECT_COLOR(image(view_.findChild<StatusDot*>()).pixelColor(3, 3), QColor(0x32, 0xD7, 0x4B),
+                 0);
+    hasFFmpeg_ = false;
+    scenario_.model->setIsDropTargeted(true);
+    settle();
+    EXPECT_EQ(dot->color(), QColor(QRgb(0xFFFF9F0A)));
+    EXPECT_COLOR(image(view_.findChild<StatusDot*>()).pixelColor(3, 3), QColor(0xFF, 0x9F, 0x0A),
+                 0);
+}
+
+TEST_F(AppearanceTest, colorsTheStatesOfJobs) {
+    scenario_.runner->setScript("a.opus", [](const auto&, const auto&) {
+        throw FFmpegError::processFailed("no such stream");
+    });
+    scenario_.holdBack("c.opus", 0.5);
+    scenario_.add({"a.opus", "b.opus", "c.opus", "d.opus"});
+    scenario_.start();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return scenario_.model->jobs()[2].progress > 0; }));
+    settle();
+    std::vector<std::string> colors;
+    for (const auto& job : scenario_.model->jobs()) {
+        for (const JobRow* row : view_.findChildren<JobRow*>()) {
+            if (row->isVisible() && row->job().id() == job.id()) {
+                colors.push_back(utf8(find<Label>(*row, "state")->color().name(QColor::HexArgb)));
+                EXPECT_EQ(find<Label>(*row, "message")->color(), QColor(0xFF, 0x3B, 0x30));
+            }
+        }
+    }
+    EXPECT_EQ(colors,
+              (std::vector<std::string>{"#ffff3b30", "#ff28cd41", "#ffaf52de", "#8c000000"}));
+}
+
+TEST_F(AppearanceTest, fillsProgressInPurple) {
+    scenario_.holdBack("a.opus", 0.5);
+    scenario_.add({"a.opus", "b.opus"});
+    scenario_.start();
+    auto* bar = find<FractionBar>(view_, "overallProgress");
+    ASSERT_TRUE(QTest::qWaitFor([bar] { return bar->value() == 250; }));
+    settle();
+    const QImage picture = image(bar);
+    const int middle = picture.height() / 2;
+    EXPECT_COLOR(picture.pixelColor(picture.width() / 4 - 6, middle), QColor(QRgb(lightPurple)), 1);
+    EXPECT_COLOR(picture.pixelColor(picture.width() / 4 + 6, middle),
+                 mixed(windowColor(), Qt::black, 0.12), 2);
+}
+
+TEST_F(AppearanceTest, followsTheDesktopIntoTheDarkExceptInTheSidebar) {
+    const QImage sidebar = image(view_.findChild<SettingsSidebar*>());
+    makeDark();
+    EXPECT_EQ(image(view_.findChild<SettingsSidebar*>()), sidebar);
+    EXPECT_COLOR(image().pixelColor(955, 5), QColor(0x20, 0x20, 0x22), 0);
+    EXPECT_EQ(colorOf("queueTitle"), QColor(Qt::white));
+    EXPECT_EQ(colorOf("summary").alpha(), 153);
+    EXPECT_COLOR(outlineColor(26), mixed(windowColor(), Qt::white, 0.6 * 0.2), 2);
+    scenario_.model->setIsDropTargeted(true);
+    settle();
+    EXPECT_COLOR(outlineColor(26), QColor(QRgb(darkPurple)), 2);
+}
+
+TEST_F(AppearanceTest, dimsSecondaryTexts) {
+    EXPECT_EQ(colorOf("queueTitle"), QColor(Qt::black));
+    EXPECT_EQ(colorOf("summary").alpha(), 140);
+    EXPECT_EQ(colorOf("dropExplanation").alpha(), 140);
+    EXPECT_EQ(colorOf("appSubtitle"), QColor(255, 255, 255, 153));
+    EXPECT_EQ(colorOf("appTitle"), QColor(Qt::white));
+}
+
+} // namespace
+} // namespace kestrel

@@ -1,0 +1,280 @@
+#include "AppBadge.h"
+#include "Button.h"
+#include "ContentView.h"
+#include "DropBadge.h"
+#include "DropZone.h"
+#include "FormatButton.h"
+#include "Label.h"
+#include "PercentLabel.h"
+#include "PopUpButton.h"
+#include "QualitySlider.h"
+#include "QueueView.h"
+#include "Scenario.h"
+#include "SectionLabel.h"
+#include "StatusDot.h"
+#include "SymbolView.h"
+
+#include <QApplication>
+#include <QFontInfo>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <vector>
+
+namespace kestrel {
+namespace {
+
+struct Measure {
+    const char* what;
+    int actual;
+    int expected;
+};
+
+/// The places and sizes of real widgets, in pixels of a window without a strip at its top.
+class GeometryTest : public ::testing::Test {
+  protected:
+    GeometryTest() : view_(scenario_.model, [] { return FileURL("/usr/bin/ffmpeg"); }) {
+        view_.resize(960, 640);
+        view_.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&view_));
+        settle();
+    }
+
+    QRect box(const QWidget* widget) const {
+        return {widget->mapTo(&view_, QPoint()), widget->size()};
+    }
+
+    template <typename Widget> QRect box(int index = 0) const {
+        return box(view_.findChildren<Widget*>().at(index));
+    }
+
+    QRect box(const char* name) const { return box(find<QWidget>(view_, name)); }
+
+    QRect button(const char* text) const { return box(findButton<Button>(view_, text)); }
+
+    static int end(const QRect& rect) { return rect.x() + rect.width(); }
+
+    static int bottom(const QRect& rect) { return rect.y() + rect.height(); }
+
+    /// The room between a box and the next one on its right, or below it.
+    static int across(const QRect& a, const QRect& b) { return b.x() - end(a); }
+
+    static int down(const QRect& a, const QRect& b) { return b.y() - bottom(a); }
+
+    static void expectAll(const std::vector<Measure>& measures) {
+        for (const Measure& measure : measures) {
+            EXPECT_EQ(measure.actual, measure.expected) << measure.what;
+        }
+    }
+
+    Scenario scenario_;
+    ContentView view_;
+};
+
+TEST_F(GeometryTest, laysOutTheSidebar) {
+    const QRect sidebar = box<SettingsSidebar>();
+    const QRect badge = box<AppBadge>();
+    const QRect title = box("appTitle");
+    const QRect subtitle = box("appSubtitle");
+    const QRect format = box<SectionLabel>(0);
+    const QRect mp3 = box<FormatButton>(0);
+    const QRect aiff = box<FormatButton>(1);
+    const QRect wav = box<FormatButton>(2);
+    const QRect quality = box<SectionLabel>(1);
+    const QRect slider = box<QualitySlider>();
+    const QRect percent = box<PercentLabel>();
+    const QRect note = box("qualityNote");
+    const QRect pcm = box<SectionLabel>(2);
+    const QRect picker = box<PopUpButton>();
+    const QRect dot = box<StatusDot>();
+    const QRect status = box("ffmpegStatus");
+    expectAll({
+        // clang-format off
+        {"sidebar: x",                          sidebar.x(),                0},
+        {"sidebar: y",                          sidebar.y(),                0},
+        {"sidebar: width",                      sidebar.width(),            310},
+        {"sidebar: height",                     sidebar.height(),           640},
+        {"badge: padding at the left",          badge.x(),                  24},
+        {"badge: padding at the top",           badge.y(),                  32},
+        {"badge: width",                        badge.width(),              44},
+        {"badge: height",                       badge.height(),             44},
+        {"badge to title",                      across(badge, title),       12},
+        {"title to subtitle",                   down(title, subtitle),      1},
+        {"header to format section",            down(badge, format),        22},
+        {"OUTPUT FORMAT to MP3",                down(format, mp3),          10},
+        {"MP3: x",                              mp3.x(),                    24},
+        {"MP3: width",                          mp3.width(),                262},
+        {"MP3: height",                         mp3.height(),               36},
+        {"AIFF: height",                        aiff.height(),              36},
+        {"WAV: height",                         wav.height(),               36},
+        {"MP3 to AIFF",                         down(mp3, aiff),            10},
+        {"AIFF to WAV",                         down(aiff, wav),            10},
+        {"format section to quality section",   down(wav, quality),         22},
+        {"QUALITY to slider",                   down(quality, slider),      10},
+        {"slider to value",                     across(slider, percent),    8},
+        {"value: width",                        percent.width(),            38},
+        {"value: right edge",                   end(percent),               286},
+        {"slider to note",                      down(slider, note),         10},
+        {"quality section to PCM section",      down(note, pcm),            22},
+        {"PCM OPTIONS to picker",               down(pcm, picker),          12},
+        {"picker: right edge",                  end(picker),                286},
+        {"dot: x",                              dot.x(),                    24},
+        {"dot: width",                          dot.width(),                7},
+        {"dot: height",                         dot.height(),               7},
+        {"dot to status",                       across(dot, status),        7},
+        {"status: padding at the bottom",       640 - bottom(status),       22},
+        // clang-format on
+    });
+}
+
+TEST_F(GeometryTest, laysOutTheQueuePanel) {
+    scenario_.chooseDestination("/no-such-folder/Out");
+    const QRect sidebarDivider = box("sidebarDivider");
+    const QRect queue = box<QueueView>();
+    const QRect title = box("queueTitle");
+    const QRect summary = box("summary");
+    const QRect folder = button("Folder");
+    const QRect add = button("Add Audio");
+    const QRect zone = box<DropZone>();
+    const QRect divider = box("footerDivider");
+    const QRect destination = box("destinationButton");
+    const QRect symbol = box(find<QWidget>(view_, "destinationButton")->findChild<SymbolView*>());
+    const QRect caption = box("destinationCaption");
+    const QRect path = box("destinationPath");
+    const QRect reveal = box("revealButton");
+    const QRect start = box("startButton");
+    expectAll({
+        // clang-format off
+        {"divider: x",                          sidebarDivider.x(),         310},
+        {"divider: width",                      sidebarDivider.width(),     1},
+        {"divider: height",                     sidebarDivider.height(),    640},
+        {"queue: x",                            queue.x(),                  311},
+        {"queue: width",                        queue.width(),              649},
+        {"title: padding at the left",          title.x() - 311,            26},
+        {"title: padding at the top",           title.y(),                  27},
+        {"title to summary",                    down(title, summary),       3},
+        {"Folder to Add Audio",                 across(folder, add),        8},
+        {"Add Audio: padding at the right",     960 - end(add),             26},
+        {"header: padding at the bottom",       down(summary, zone),        20},
+        {"drop zone: x",                        zone.x(),                   311},
+        {"drop zone: width",                    zone.width(),               649},
+        {"drop zone to footer",                 down(zone, divider),        0},
+        {"footer divider: left",                divider.x() - 311,          26},
+        {"footer divider: right",               960 - end(divider),         26},
+        {"footer divider: height",              divider.height(),           1},
+        {"footer divider to start button",      down(divider, start),       14},
+        {"start button: padding at the bottom", 640 - bottom(start),        22},
+        {"start button: padding at the right",  960 - end(start),           26},
+        {"start button: height",                start.height(),             36},
+        {"start button: room for its label",    start.width() - 2 * 16,     138},
+        {"destination: padding at the left",    destination.x() - 311,      26},
+        {"destination: symbol to texts",        across(symbol, caption),    10},
+        {"destination: caption to path",        down(caption, path),        2},
+        {"destination to reveal button",        across(destination, reveal), 12},
+        {"reveal button to start button",       across(reveal, start),      12},
+        // clang-format on
+    });
+}
+
+TEST_F(GeometryTest, laysOutTheDropZone) {
+    const QRect zone = box<DropZone>();
+    const QRect badge = box<DropBadge>();
+    const QRect title = box("dropTitle");
+    const QRect explanation = box("dropExplanation");
+    const QRect audio = button("Choose Audio");
+    const QRect folder = button("Choose Folder");
+    const int above = badge.y() - zone.y();
+    const int below = bottom(zone) - bottom(audio);
+    const int left = audio.x() - zone.x();
+    const int right = end(zone) - end(folder);
+    const int aside = (badge.x() - zone.x()) - (end(zone) - end(badge));
+    expectAll({
+        // clang-format off
+        {"badge: width",                        badge.width(),              112},
+        {"badge: height",                       badge.height(),             112},
+        {"badge to title",                      down(badge, title),         8 + 12},
+        {"title to explanation",                down(title, explanation),   8 + 2},
+        {"explanation to buttons",              down(explanation, audio),   8 + 12},
+        {"Choose Audio to Choose Folder",       across(audio, folder),      8},
+        {"centred down",                        std::abs(above - below) / 2, 0},
+        {"buttons centred across",              std::abs(left - right) / 2, 0},
+        {"badge centred across",                std::abs(aside) / 2,        0},
+        // clang-format on
+    });
+}
+
+TEST_F(GeometryTest, keepsTheSidebarAtItsWidthInAWiderWindow) {
+    view_.resize(1400, 900);
+    settle();
+    expectAll({
+        {"sidebar: width", box<SettingsSidebar>().width(), 310},
+        {"sidebar: height", box<SettingsSidebar>().height(), 900},
+        {"queue: width", box<QueueView>().width(), 1400 - 311},
+    });
+}
+
+TEST_F(GeometryTest, keepsContentsOutOfTheTopInsetAndBackgroundsUnderIt) {
+    view_.setTopInset(28);
+    settle();
+    expectAll({
+        {"sidebar: y", box<SettingsSidebar>().y(), 0},
+        {"sidebar: height", box<SettingsSidebar>().height(), 640},
+        {"badge: y", box<AppBadge>().y(), 28 + 32},
+        {"divider: y", box("sidebarDivider").y(), 28},
+        {"queue: y", box<QueueView>().y(), 28},
+        {"title: y", box("queueTitle").y(), 28 + 27},
+    });
+}
+
+TEST_F(GeometryTest, sizesItsFontsAfterTheUsersFont) {
+    scenario_.add({"a.opus"});
+
+    struct Text {
+        const char* name;
+        double ratio;
+        QFont::Weight weight;
+    };
+
+    const std::vector<Text> texts = {
+        // clang-format off
+        {"appTitle",            17.0 / 13,  QFont::Bold},
+        {"appSubtitle",         10.0 / 13,  QFont::Normal},
+        {"qualityLabel",        10.0 / 13,  QFont::DemiBold},
+        {"qualityNote",         10.0 / 13,  QFont::Normal},
+        {"ffmpegStatus",        10.0 / 13,  QFont::Normal},
+        {"queueTitle",          17.0 / 13,  QFont::Bold},
+        {"summary",             11.0 / 13,  QFont::Normal},
+        {"dropTitle",           15.0 / 13,  QFont::Bold},
+        {"dropExplanation",     11.0 / 13,  QFont::Normal},
+        {"destinationCaption",  10.0 / 13,  QFont::Normal},
+        {"destinationPath",     13.0 / 13,  QFont::Normal},
+        {"name",                13.0 / 13,  QFont::Medium},
+        {"folder",              10.0 / 13,  QFont::Normal},
+        {"state",               10.0 / 13,  QFont::Normal},
+        {"message",             10.0 / 13,  QFont::Normal},
+        // clang-format on
+    };
+    const double body = QApplication::font().pointSizeF();
+    const double smallest = 9 * 72.0 / view_.logicalDpiY();
+    for (const Text& text : texts) {
+        const QFont font = find<QLabel>(view_, text.name)->font();
+        EXPECT_NEAR(font.pointSizeF(), std::max(body * text.ratio, smallest), 0.01) << text.name;
+        EXPECT_EQ(font.weight(), text.weight) << text.name;
+    }
+    EXPECT_TRUE(QFontInfo(find<QLabel>(view_, "qualityLabel")->font()).fixedPitch());
+}
+
+TEST_F(GeometryTest, keepsTheSectionLabelsAtTheirOwnSize) {
+    for (const SectionLabel* label : view_.findChildren<SectionLabel*>()) {
+        EXPECT_EQ(label->font().pixelSize(), 10);
+        EXPECT_EQ(label->font().weight(), QFont::Bold);
+        // The toolkit keeps it in sixty-fourths.
+        EXPECT_NEAR(label->font().letterSpacing(), 1.1, 1.0 / 64);
+        EXPECT_EQ(label->font().letterSpacingType(), QFont::AbsoluteSpacing);
+    }
+}
+
+} // namespace
+} // namespace kestrel

@@ -1,0 +1,110 @@
+#include "Symbol.h"
+
+#include "Scenario.h"
+
+#include <QFontInfo>
+#include <QImage>
+#include <QPainter>
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace kestrel {
+namespace {
+
+const std::vector<Symbol> allSymbols = {
+    Symbol::arrowDownDocFill,  Symbol::arrowRightCircle,
+    Symbol::boltFill,          Symbol::checkmarkCircleFill,
+    Symbol::folderBadgePlus,   Symbol::folderFill,
+    Symbol::musicNote,         Symbol::plus,
+    Symbol::waveform,          Symbol::waveformBadgeMagnifyingglass,
+    Symbol::waveformBadgePlus, Symbol::xmarkCircleFill,
+};
+
+QImage draw(Symbol symbol, int size, const QColor& color, double ratio = 1) {
+    return symbolPixmap(symbol, size, color, ratio)
+        .toImage()
+        .convertToFormat(QImage::Format_ARGB32);
+}
+
+/// How much of the square is covered, from 0 to 1.
+double coverage(const QImage& image) {
+    double sum = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            sum += image.pixelColor(x, y).alphaF();
+        }
+    }
+    return sum / (image.width() * image.height());
+}
+
+TEST(SymbolTest, isDrawnInTheColourAskedForAndNoOther) {
+    for (const Symbol symbol : allSymbols) {
+        const QImage image = draw(symbol, 24, QColor(10, 200, 30));
+        const double covered = coverage(image);
+        EXPECT_GT(covered, 0.04) << utf8(symbolName(symbol));
+        EXPECT_LT(covered, 0.85) << utf8(symbolName(symbol));
+        for (int y = 0; y < 24; ++y) {
+            for (int x = 0; x < 24; ++x) {
+                const QColor pixel = image.pixelColor(x, y);
+                if (pixel.alpha() == 255) {
+                    ASSERT_EQ(pixel.rgb(), qRgb(10, 200, 30)) << utf8(symbolName(symbol));
+                }
+            }
+        }
+    }
+}
+
+TEST(SymbolTest, takesTheOpacityOfItsColour) {
+    const QImage image = draw(Symbol::folderFill, 24, QColor(0, 0, 0, 100));
+    EXPECT_EQ(image.pixelColor(12, 14).alpha(), 100);
+}
+
+TEST(SymbolTest, isDrawnAnewForEachScale) {
+    for (const Symbol symbol : allSymbols) {
+        for (const double ratio : {1.0, 1.5, 2.0}) {
+            const QPixmap pixmap = symbolPixmap(symbol, 20, Qt::black, ratio);
+            EXPECT_EQ(pixmap.width(), static_cast<int>(20 * ratio));
+            EXPECT_EQ(pixmap.devicePixelRatio(), ratio);
+        }
+        // Enlarged pixels would be alike in fours.
+        const QImage large = draw(symbol, 20, Qt::black, 2);
+        const QImage enlarged = draw(symbol, 20, Qt::black).scaled(40, 40);
+        EXPECT_NE(large, enlarged) << utf8(symbolName(symbol));
+    }
+}
+
+TEST(SymbolTest, hasTwelveDrawingsThatDiffer) {
+    std::set<std::vector<uchar>> drawings;
+    for (const Symbol symbol : allSymbols) {
+        const QImage image = draw(symbol, 24, Qt::black);
+        drawings.emplace(image.constBits(), image.constBits() + image.sizeInBytes());
+    }
+    EXPECT_EQ(drawings.size(), 12U);
+}
+
+TEST(SymbolTest, cutsTheCrossOutOfItsDisc) {
+    const QImage image = draw(Symbol::xmarkCircleFill, 24, Qt::black);
+    EXPECT_EQ(image.pixelColor(12, 12).alpha(), 0);
+    EXPECT_EQ(image.pixelColor(12, 5).alpha(), 255);
+}
+
+TEST(SymbolTest, isAsLargeAsItsFont) {
+    QFont font;
+    font.setPixelSize(20);
+    EXPECT_EQ(symbolSize(font), 25);
+}
+
+TEST(SymbolTest, isDrawnOnWholePixels) {
+    QImage canvas(30, 30, QImage::Format_ARGB32_Premultiplied);
+    canvas.fill(Qt::transparent);
+    QPainter painter(&canvas);
+    drawSymbol(painter, QRectF(3.5, 2.5, 24, 24), Symbol::plus, 24, Qt::black);
+    painter.end();
+    const QImage expected = draw(Symbol::plus, 24, Qt::black);
+    EXPECT_EQ(canvas.copy(4, 3, 24, 24).convertToFormat(QImage::Format_ARGB32), expected);
+}
+
+} // namespace
+} // namespace kestrel

@@ -1,0 +1,79 @@
+#include "AccessibleViews.h"
+
+#include "BatchAnnouncer.h"
+#include "DropZone.h"
+#include "QualitySlider.h"
+#include "QueueView.h"
+#include "SettingsSidebar.h"
+#include "SymbolView.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+
+namespace kestrel {
+namespace {
+
+/// A slider whose value is the quality itself, not the number of its steps.
+class AccessibleQualitySlider : public QAccessibleWidget, public QAccessibleValueInterface {
+  public:
+    explicit AccessibleQualitySlider(QualitySlider* slider)
+        : QAccessibleWidget(slider, QAccessible::Slider), slider_(slider) {}
+
+    void* interface_cast(QAccessible::InterfaceType type) override {
+        if (type == QAccessible::ValueInterface) {
+            return static_cast<QAccessibleValueInterface*>(this);
+        }
+        return QAccessibleWidget::interface_cast(type);
+    }
+
+    QString text(QAccessible::Text kind) const override {
+        if (kind == QAccessible::Value) {
+            return QualitySlider::tr("%1%").arg(static_cast<int>(slider_->quality()));
+        }
+        return QAccessibleWidget::text(kind);
+    }
+
+    QVariant currentValue() const override { return slider_->quality(); }
+
+    void setCurrentValue(const QVariant& value) override {
+        slider_->chooseQuality(value.toDouble());
+    }
+
+    QVariant maximumValue() const override { return QualitySlider::highest; }
+
+    QVariant minimumValue() const override { return QualitySlider::lowest; }
+
+    QVariant minimumStepSize() const override { return 1.0; }
+
+  private:
+    QualitySlider* slider_;
+};
+
+QAccessibleInterface* makeInterface(const QString&, QObject* object) {
+    if (auto* slider = qobject_cast<QualitySlider*>(object)) {
+        return new AccessibleQualitySlider(slider);
+    }
+    if (auto* announcer = qobject_cast<BatchAnnouncer*>(object)) {
+        return new QAccessibleWidget(announcer, QAccessible::Notification);
+    }
+    if (auto* symbol = qobject_cast<SymbolView*>(object)) {
+        return new QAccessibleWidget(symbol, QAccessible::Graphic);
+    }
+    if (qobject_cast<DropZone*>(object) != nullptr || qobject_cast<QueueView*>(object) != nullptr ||
+        qobject_cast<SettingsSidebar*>(object) != nullptr) {
+        return new QAccessibleWidget(qobject_cast<QWidget*>(object), QAccessible::Grouping);
+    }
+    return nullptr;
+}
+
+} // namespace
+
+void installAccessibleViews() {
+    static const bool isInstalled = [] {
+        QAccessible::installFactory(makeInterface);
+        return true;
+    }();
+    static_cast<void>(isInstalled);
+}
+
+} // namespace kestrel

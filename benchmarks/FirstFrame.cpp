@@ -1,0 +1,81 @@
+// Shows a window, and prints when its first frame was painted and how much memory the process had
+// then. The window is a bare one, or the program's own.
+#include <QApplication>
+#include <QEvent>
+#include <QTimer>
+#include <QWidget>
+
+#ifdef HAS_KESTREL
+#include "KestrelApp.h"
+#endif
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <string>
+
+namespace {
+
+/// Reports once the first frame of a window is on the screen, and ends the program.
+class FirstFrame : public QObject {
+    Q_OBJECT
+
+  public:
+    FirstFrame(QWidget& window, long long startNanoseconds) : start_(startNanoseconds) {
+        window.installEventFilter(this);
+    }
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Paint && !isPainted_) {
+            isPainted_ = true;
+            // The frame is handed over before the event loop turns.
+            QMetaObject::invokeMethod(this, &FirstFrame::report, Qt::QueuedConnection);
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+  private:
+    void report() const {
+        const auto now = std::chrono::steady_clock::now().time_since_epoch();
+        const auto elapsed = std::chrono::nanoseconds(now).count() - start_;
+        std::ifstream status("/proc/self/status");
+        for (std::string line; std::getline(status, line);) {
+            if (line.rfind("VmRSS:", 0) == 0) {
+                std::printf("%.3f %ld\n", static_cast<double>(elapsed) / 1e6,
+                            std::strtol(line.c_str() + 6, nullptr, 10));
+            }
+        }
+        QCoreApplication::quit();
+    }
+
+    long long start_;
+    bool isPainted_ = false;
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 2) {
+        static_cast<void>(std::fprintf(stderr, "usage: %s START\n", argv[0]));
+        return 2;
+    }
+    const long long start = std::strtoll(argv[1], nullptr, 10);
+#ifdef HAS_KESTREL
+    kestrel::KestrelApp::setIdentity();
+    const QApplication application(argc, argv);
+    kestrel::KestrelApp app;
+    FirstFrame frame(app.window(), start);
+    return app.run();
+#else
+    const QApplication application(argc, argv);
+    QWidget window;
+    window.resize(960, 640);
+    FirstFrame frame(window, start);
+    window.show();
+    return QApplication::exec();
+#endif
+}
+
+#include "FirstFrame.moc"

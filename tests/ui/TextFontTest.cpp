@@ -1,0 +1,72 @@
+#include "TextFont.h"
+
+#include <QApplication>
+#include <QFontInfo>
+
+#include <gtest/gtest.h>
+
+namespace kestrel {
+namespace {
+
+class TextFontTest : public ::testing::Test {
+  protected:
+    ~TextFontTest() override { QApplication::setFont(usual_); }
+
+    TextFontTest() = default;
+    TextFontTest(const TextFontTest&) = delete;
+    TextFontTest& operator=(const TextFontTest&) = delete;
+
+    static void setPixels(int size) {
+        QFont font = QApplication::font();
+        font.setPixelSize(size);
+        QApplication::setFont(font);
+    }
+
+    static int pixels(TextStyle style) { return TextFont{style}.font().pixelSize(); }
+
+  private:
+    const QFont usual_ = QApplication::font();
+};
+
+TEST_F(TextFontTest, scalesWithTheUsersFont) {
+    setPixels(13);
+    EXPECT_EQ(pixels(TextStyle::body), 13);
+    EXPECT_EQ(pixels(TextStyle::title2), 17);
+    EXPECT_EQ(pixels(TextStyle::title3), 15);
+    EXPECT_EQ(pixels(TextStyle::subheadline), 11);
+    EXPECT_EQ(pixels(TextStyle::caption), 10);
+    EXPECT_EQ(pixels(TextStyle::caption2), 10);
+    setPixels(26);
+    EXPECT_EQ(pixels(TextStyle::title2), 34);
+    EXPECT_EQ(pixels(TextStyle::caption), 20);
+}
+
+TEST_F(TextFontTest, isNeverSmallerThanNinePixels) {
+    setPixels(8);
+    EXPECT_EQ(pixels(TextStyle::caption), 9);
+    EXPECT_EQ(pixels(TextStyle::body), 9);
+    QFont font;
+    font.setPointSizeF(5);
+    QApplication::setFont(font);
+    EXPECT_EQ(QFontInfo(TextFont{TextStyle::caption}.font()).pixelSize(), 9);
+}
+
+TEST_F(TextFontTest, keepsASizeInPoints) {
+    QFont font;
+    font.setPointSizeF(13);
+    QApplication::setFont(font);
+    EXPECT_EQ((TextFont{TextStyle::title2}.font().pointSizeF()), 17);
+}
+
+TEST_F(TextFontTest, takesTheUsersFixedFontForFigures) {
+    EXPECT_TRUE(QFontInfo(TextFont{TextStyle::caption, QFont::Normal, true}.font()).fixedPitch());
+    EXPECT_FALSE(QFontInfo(TextFont{TextStyle::caption}.font()).fixedPitch());
+}
+
+TEST_F(TextFontTest, hasFontsOfAFixedSizeToo) {
+    setPixels(30);
+    EXPECT_EQ(systemFont(10).pixelSize(), 10);
+}
+
+} // namespace
+} // namespace kestrel

@@ -1,29 +1,67 @@
 #include "RowOffsets.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace kestrel {
+namespace {
 
-void RowOffsets::assign(const std::vector<int>& heights) {
-    tops_.resize(1);
-    tops_.reserve(heights.size() + 1);
-    for (const int height : heights) {
-        tops_.push_back(tops_.back() + height);
+std::size_t lowestBit(std::size_t number) {
+    return number & (~number + 1);
+}
+
+} // namespace
+
+void RowOffsets::assign(std::vector<int> heights) {
+    heights_ = std::move(heights);
+    sums_.assign(heights_.begin(), heights_.end());
+    total_ = 0;
+    for (std::size_t number = 1; number <= sums_.size(); ++number) {
+        total_ += heights_[number - 1];
+        const std::size_t next = number + lowestBit(number);
+        if (next <= sums_.size()) {
+            sums_[next - 1] += sums_[number - 1];
+        }
     }
 }
 
-int RowOffsets::height(std::size_t row) const {
-    return static_cast<int>(tops_.at(row + 1) - tops_.at(row));
+void RowOffsets::setHeight(std::size_t row, int height) {
+    const qint64 difference = qint64{height} - heights_.at(row);
+    heights_[row] = height;
+    total_ += difference;
+    for (std::size_t number = row + 1; number <= sums_.size(); number += lowestBit(number)) {
+        sums_[number - 1] += difference;
+    }
+}
+
+qint64 RowOffsets::top(std::size_t row) const {
+    qint64 sum = 0;
+    for (std::size_t number = row; number > 0; number -= lowestBit(number)) {
+        sum += sums_.at(number - 1);
+    }
+    return sum;
+}
+
+std::size_t RowOffsets::rowsWithin(qint64 limit) const {
+    std::size_t rows = 0;
+    for (std::size_t step = std::bit_floor(sums_.size()); step > 0; step /= 2) {
+        if (rows + step <= sums_.size() && sums_[rows + step - 1] <= limit) {
+            rows += step;
+            limit -= sums_[rows - 1];
+        }
+    }
+    return rows;
+}
+
+std::size_t RowOffsets::rowAt(qint64 position) const {
+    return rowsWithin(position);
 }
 
 std::pair<std::size_t, std::size_t> RowOffsets::rowsBetween(qint64 from, qint64 to) const {
-    // The first row ends below `from`; the first row that starts at or after `to` is out again.
-    const auto ends = tops_.begin() + 1;
-    const auto first = std::upper_bound(ends, tops_.end(), from);
-    const auto last = std::lower_bound(tops_.begin(), tops_.end() - 1, to);
-    const auto firstRow = static_cast<std::size_t>(first - ends);
-    const auto endRow = static_cast<std::size_t>(last - tops_.begin());
-    return {firstRow, std::max(firstRow, endRow)};
+    const std::size_t first = rowAt(from);
+    // The last row starts before `to`: the rows above it end there at the latest.
+    const std::size_t end = to > 0 ? std::min(rowsWithin(to - 1) + 1, count()) : 0;
+    return {first, std::max(first, end)};
 }
 
 } // namespace kestrel

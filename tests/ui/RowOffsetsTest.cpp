@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <numeric>
+#include <random>
+#include <string>
+
 namespace kestrel {
 namespace {
 
@@ -40,6 +45,78 @@ TEST(RowOffsets, countBeyondThirtyTwoBits) {
     offsets.assign({2'000'000'000, 2'000'000'000, 5});
     EXPECT_EQ(offsets.top(2), 4'000'000'000);
     EXPECT_EQ(offsets.rowsBetween(4'000'000'000, 4'000'000'001), Range(2, 3));
+}
+
+TEST(RowOffsets, moveTheRowsBelowOneThatChanges) {
+    RowOffsets offsets;
+    offsets.assign({10, 20, 30});
+    offsets.setHeight(1, 5);
+    EXPECT_EQ(offsets.height(1), 5);
+    EXPECT_EQ(offsets.top(1), 10);
+    EXPECT_EQ(offsets.top(2), 15);
+    EXPECT_EQ(offsets.total(), 45);
+    EXPECT_EQ(offsets.rowAt(14), 1U);
+    EXPECT_EQ(offsets.rowAt(15), 2U);
+    EXPECT_EQ(offsets.rowAt(45), 3U);
+}
+
+/// The same sums in the plainest way.
+class NaiveOffsets {
+  public:
+    std::vector<int> heights;
+
+    qint64 top(std::size_t row) const {
+        return std::accumulate(heights.begin(), heights.begin() + static_cast<std::ptrdiff_t>(row),
+                               qint64{0});
+    }
+
+    Range rowsBetween(qint64 from, qint64 to) const {
+        std::size_t first = 0;
+        while (first < heights.size() && top(first + 1) <= from) {
+            ++first;
+        }
+        std::size_t end = first;
+        while (end < heights.size() && top(end) < to) {
+            ++end;
+        }
+        return {first, end};
+    }
+};
+
+TEST(RowOffsets, agreeWithPlainSums) {
+    const unsigned seed = std::random_device{}();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 random(seed);
+    const auto number = [&random](qint64 least, qint64 most) {
+        return std::uniform_int_distribution<qint64>(least, most)(random);
+    };
+    for (int round = 0; round < 60; ++round) {
+        NaiveOffsets naive;
+        const bool isHuge = number(0, 3) == 0;
+        naive.heights.resize(static_cast<std::size_t>(number(0, 70)));
+        const auto height = [&] {
+            return number(0, 4) == 0 ? 0 : static_cast<int>(number(1, isHuge ? 2'000'000'000 : 90));
+        };
+        std::generate(naive.heights.begin(), naive.heights.end(), height);
+        RowOffsets offsets;
+        offsets.assign(naive.heights);
+        const std::size_t count = naive.heights.size();
+        for (int step = 0; step < 60; ++step) {
+            if (count > 0) {
+                const auto row = static_cast<std::size_t>(number(0, static_cast<int>(count) - 1));
+                naive.heights[row] = height();
+                offsets.setHeight(row, naive.heights[row]);
+            }
+            const auto row = static_cast<std::size_t>(number(0, static_cast<int>(count)));
+            ASSERT_EQ(offsets.top(row), naive.top(row));
+            ASSERT_EQ(offsets.total(), naive.top(count));
+            const qint64 from = number(-100, offsets.total() + 100);
+            const qint64 to = from + number(0, isHuge ? offsets.total() : 300);
+            ASSERT_EQ(offsets.rowsBetween(from, to), naive.rowsBetween(from, to))
+                << from << " to " << to;
+            ASSERT_EQ(offsets.rowAt(from), naive.rowsBetween(from, from).first);
+        }
+    }
 }
 
 TEST(RowOffsets, areReplacedAsAWhole) {

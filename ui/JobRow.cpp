@@ -5,13 +5,16 @@
 #include "ElidedLabel.h"
 #include "FractionBar.h"
 #include "JobBadge.h"
+#include "KeyboardFocus.h"
 #include "Label.h"
 #include "SymbolView.h"
 
 #include <QFontMetrics>
 #include <QHBoxLayout>
+#include <QPainter>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace kestrel {
@@ -23,12 +26,19 @@ void setAccessibleNameIfChanged(QWidget& widget, const QString& name) {
     }
 }
 
+void setAccessibleDescriptionIfChanged(QWidget& widget, const QString& description) {
+    if (widget.accessibleDescription() != description) {
+        widget.setAccessibleDescription(description);
+    }
+}
+
 } // namespace
 
 JobRow::JobRow(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
     : QWidget(parent), model_(std::move(model)) {
+    setFocusPolicy(Qt::ClickFocus);
     auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(0, 7, 0, 7);
+    row->setContentsMargins(overhang, 7, overhang, 7);
     row->setSpacing(14);
     row->addWidget(new JobBadge(this), 0, Qt::AlignVCenter);
     row->addLayout(makeTexts(), 1);
@@ -41,6 +51,8 @@ JobRow::JobRow(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
 
     removeButton_ = new Button(Button::Look::plain, {}, this);
     removeButton_->setObjectName(QStringLiteral("removeButton"));
+    // The keyboard comes to it through the row.
+    removeButton_->setFocusPolicy(Qt::ClickFocus);
     removeButton_->setSymbol(Symbol::xmarkCircleFill);
     removeButton_->setInk(Ink(Ink::Name::secondary).withOpacity(0.7));
     connect(removeButton_, &QPushButton::clicked, this, [this] { model_->remove(job()); });
@@ -86,6 +98,10 @@ void JobRow::setJob(const ConversionJob& job) {
     }
     const bool isOtherSource = !job_ || job_->source() != job.source();
     const bool isOtherState = !job_ || job_->state != job.state;
+    if (job_ && job_->id() != job.id()) {
+        // A press that began for one job must not end in the removal of another.
+        removeButton_->setDown(false);
+    }
     job_ = job;
     if (isOtherSource) {
         showSource();
@@ -116,11 +132,17 @@ void JobRow::showState() {
 
     const bool isRemovable =
         !state.is(JobState::Case::completed) && !state.is(JobState::Case::converting);
-    if (!isRemovable && removeButton_->hasFocus() && parentWidget() != nullptr) {
-        // A button that hides passes the focus to whatever comes next; the list around is nearer.
-        parentWidget()->setFocus(Qt::OtherFocusReason);
+    if (!isRemovable && window()->focusWidget() == removeButton_) {
+        // A button that hides passes the focus to whatever comes next; the row is nearer.
+        setFocus(Qt::OtherFocusReason);
     }
     removeButton_->setVisible(isRemovable);
+}
+
+void JobRow::setPosition(std::size_t index, std::size_t count) {
+    const QString position = tr("%1 of %2").arg(QString::number(index + 1), QString::number(count));
+    setAccessibleDescriptionIfChanged(*this, position);
+    setAccessibleDescriptionIfChanged(*removeButton_, position);
 }
 
 QString JobRow::stateText() const {
@@ -162,9 +184,19 @@ void JobRow::updateAccessibleNames() {
     setAccessibleNameIfChanged(*removeButton_, tr("Remove %1").arg(name));
 }
 
-void JobRow::focusRemoveButton(Qt::FocusReason reason) {
-    if (!removeButton_->isHidden()) {
-        removeButton_->setFocus(reason);
+bool JobRow::isRemovable() const {
+    return !removeButton_->isHidden();
+}
+
+QAbstractButton* JobRow::removeButton() const {
+    return removeButton_;
+}
+
+void JobRow::paintEvent(QPaintEvent*) {
+    if (KeyboardFocus::isShownOn(*this)) {
+        constexpr double cornerRadius = 9;
+        QPainter painter(this);
+        drawFocusRing(painter, rect(), cornerRadius, Ink(Ink::Name::purple).color(palette()));
     }
 }
 

@@ -6,9 +6,11 @@
 
 #include <QWidget>
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 
+class QAbstractButton;
 class QBoxLayout;
 
 namespace kestrel {
@@ -27,6 +29,13 @@ class JobRow : public QWidget {
     /// A failure message is shown on at most this many lines.
     static constexpr int maxMessageLines = 2;
 
+    /// How far the row reaches beyond its contents on either side, in pixels, so that the mark of
+    /// the keyboard focus does not touch them.
+    static constexpr int overhang = 8;
+
+    /// How far from the start of the contents the texts start, in pixels.
+    static constexpr int textIndent = 56;
+
     explicit JobRow(std::shared_ptr<ConverterViewModel> model, QWidget* parent = nullptr);
 
     /// Shows a copy of the job, in place of any job shown before.
@@ -35,12 +44,21 @@ class JobRow : public QWidget {
     /// Only after `setJob`.
     const ConversionJob& job() const { return job_.value(); }
 
-    /// Gives the keyboard focus to the row's remove button, if it has one.
-    void focusRemoveButton(Qt::FocusReason reason);
+    /// Tells assistive technology which one of how many the job is, the first one being 0.
+    void setPosition(std::size_t index, std::size_t count);
+
+    /// Whether the row has a remove button now.
+    bool isRemovable() const;
+
+    /// Never null; hidden in rows that have none.
+    QAbstractButton* removeButton() const;
 
     /// How high rows must be inside a parent, for a width in pixels.
     static JobRowMetrics measure(const std::shared_ptr<ConverterViewModel>& model, QWidget* parent,
                                  int width);
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
 
   private:
     QBoxLayout* makeTexts();

@@ -6,6 +6,7 @@ namespace kestrel {
 
 /// The heights of job rows, in pixels, for one width and one set of fonts.
 struct JobRowMetrics {
+    /// Of a whole row.
     int width = 0;
     int plainHeight = 0;
     int convertingHeight = 0;

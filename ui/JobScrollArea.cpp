@@ -1,46 +1,94 @@
 #include "JobScrollArea.h"
 
-#include "DisplayText.h"
-#include "ElidedLabel.h"
+#include "ControlStyle.h"
+#include "Ink.h"
 #include "JobRow.h"
 #include "UserFont.h"
 
+#include <QAbstractButton>
+#include <QApplication>
+#include <QPaintEvent>
+#include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
 #include <algorithm>
 #include <limits>
-#include <string_view>
-#include <utility>
+#include <unordered_map>
 
 namespace kestrel {
+namespace {
+
+/// From the edges of the list to the contents of the rows, the scroll bar lying in between.
+constexpr int sideMargin = 26;
+
+constexpr double separatorStrength = 0.5;
+
+} // namespace
 
 JobScrollArea::JobScrollArea(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
     : QAbstractScrollArea(parent), model_(std::move(model)) {
     setAccessibleName(tr("Conversion Queue"));
+    viewport()->setAccessibleName(accessibleName());
     setFrameShape(QFrame::NoFrame);
+    viewport()->setAutoFillBackground(false);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     // A bar that came and went would change the width, and every height with it.
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    verticalScrollBar()->setStyle(ControlStyle::shared());
+    // Where its style paints nothing, the window shows.
+    verticalScrollBar()->setAttribute(Qt::WA_OpaquePaintEvent, false);
+    setFocusPolicy(Qt::StrongFocus);
     connect(
         UserFont::shared(), &UserFont::changed, this,
         [this] {
-            metrics_.reset();
+            isFontStale_ = true;
             refresh();
         },
         Qt::QueuedConnection);
+    connect(qApp, &QApplication::focusChanged, this, [this] {
+        updateFocusPolicy();
+        noteCurrent();
+    });
+}
+
+JobScrollArea::~JobScrollArea() {
+    // A row that goes away with the list changes the focus once more.
+    qApp->disconnect(this);
 }
 
 void JobScrollArea::refresh() {
-    if (isRefreshing_) {
+    if (isPlacing_) {
         return;
     }
-    const QScopedValueRollback<bool> refreshing(isRefreshing_, true);
-    const std::vector<Anchor> before = anchors();
+    const QScopedValueRollback<bool> placing(isPlacing_, true);
+    const std::vector<Sighting> before = sightings();
+    noteCurrent();
     updateMetrics();
-    updateOffsets();
-    updateScrollBar(before);
+    heights_.update(model_->jobs());
+    findCurrent();
+    updateScrollRange();
+    scrollBack(before);
     placeRows();
+    if (hasFocus()) {
+        enter(Qt::OtherFocusReason);
+    }
+}
+
+std::vector<JobRow*> JobScrollArea::rows() const {
+    std::vector<JobRow*> rows;
+    rows.reserve(shown_.size());
+    for (const ShownRow& shown : shown_) {
+        rows.push_back(shown.row);
+    }
+    return rows;
+}
+
+void JobScrollArea::changeEvent(QEvent* event) {
+    QAbstractScrollArea::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange) {
+        refresh();
+    }
 }
 
 void JobScrollArea::resizeEvent(QResizeEvent* event) {
@@ -49,168 +97,19 @@ void JobScrollArea::resizeEvent(QResizeEvent* event) {
 }
 
 void JobScrollArea::scrollContentsBy(int, int) {
-    if (isRefreshing_) {
+    if (isPlacing_) {
         return;
     }
-    if (offsets_.count() != model_->jobs().size()) {
-        // The queue has changed and its refresh is still to come.
+    if (isStale()) {
         refresh();
         return;
     }
+    const QScopedValueRollback<bool> placing(isPlacing_, true);
     placeRows();
 }
 
-std::vector<JobScrollArea::Anchor> JobScrollArea::anchors() const {
-    std::vector<Anchor> anchors;
-    for (const ShownRow& shown : shown_) {
-        const QRect geometry = shown.row->geometry();
-        if (geometry.bottom() >= 0 && geometry.top() < viewport()->height()) {
-            anchors.push_back({shown.row->job().id(), geometry.top()});
-        }
-    }
-    std::sort(anchors.begin(), anchors.end(),
-              [](const Anchor& a, const Anchor& b) { return a.y < b.y; });
-    return anchors;
-}
-
-void JobScrollArea::updateMetrics() {
-    const int width = viewport()->width();
-    if (!metrics_ || metrics_->width != width) {
-        metrics_ = JobRow::measure(model_, viewport(), width);
-        messages_.clear();
-        verticalScrollBar()->setSingleStep(std::max(1, metrics_->plainHeight / 3));
-    }
-}
-
-void JobScrollArea::updateOffsets() {
-    std::vector<int> heights;
-    heights.reserve(model_->jobs().size());
-    for (const ConversionJob& job : model_->jobs()) {
-        heights.push_back(heightOf(job));
-    }
-    offsets_.assign(heights);
-}
-
-int JobScrollArea::heightOf(const ConversionJob& job) {
-    switch (job.state.which()) {
-    case JobState::Case::converting:
-        return metrics_->convertingHeight;
-    case JobState::Case::failed:
-        return metrics_->failedHeight + (messageLines(job) - 1) * metrics_->messageLineHeight;
-    default:
-        return metrics_->plainHeight;
-    }
-}
-
-int JobScrollArea::messageLines(const ConversionJob& job) {
-    const std::string_view message = job.state.message();
-    const std::size_t hash = std::hash<std::string_view>()(message.substr(0, 4096));
-    const auto [known, isNew] = messages_.try_emplace(job.id(), MeasuredMessage{hash, 0});
-    if (isNew || known->second.hash != hash) {
-        const QStringList lines =
-            ElidedLabel::shownLines(displayMessage(message), metrics_->messageFont,
-                                    metrics_->messageWidth, JobRow::maxMessageLines);
-        known->second = {hash, static_cast<int>(lines.size())};
-    }
-    return known->second.lines;
-}
-
-void JobScrollArea::updateScrollBar(const std::vector<Anchor>& anchors) {
-    QScrollBar* bar = verticalScrollBar();
-    const int page = viewport()->height();
-    const qint64 range =
-        std::clamp<qint64>(offsets_.total() - page, 0, std::numeric_limits<int>::max());
-    bar->setPageStep(page);
-    bar->setRange(0, static_cast<int>(range));
-    for (const Anchor& anchor : anchors) {
-        if (const std::optional<std::size_t> index = indexOf(anchor.id)) {
-            bar->setValue(static_cast<int>(std::min(offsets_.top(*index) - anchor.y, range)));
-            return;
-        }
-    }
-}
-
-void JobScrollArea::placeRows() {
-    const std::vector<ConversionJob>& jobs = model_->jobs();
-    const qint64 top = verticalScrollBar()->value();
-    const auto [first, end] = offsets_.rowsBetween(top, top + viewport()->height());
-
-    std::unordered_map<UUID, ShownRow> old;
-    for (const ShownRow& shown : shown_) {
-        old.emplace(shown.row->job().id(), shown);
-    }
-    shown_.clear();
-    std::vector<std::size_t> missing;
-    for (std::size_t index = first; index < end; ++index) {
-        const auto found = old.find(jobs[index].id());
-        if (found == old.end()) {
-            missing.push_back(index);
-            continue;
-        }
-        place(found->second.row, index);
-        old.erase(found);
-    }
-    for (const auto& [id, shown] : old) {
-        const std::optional<std::size_t> index =
-            hasFocusWithin(shown.row) ? indexOf(id) : std::nullopt;
-        if (index) {
-            place(shown.row, *index);
-        } else {
-            retire(shown);
-        }
-    }
-    for (const std::size_t index : missing) {
-        place(spareRow(), index);
-    }
-    restoreFocus();
-}
-
-void JobScrollArea::place(JobRow* row, std::size_t index) {
-    row->setJob(model_->jobs()[index]);
-    const qint64 y = offsets_.top(index) - verticalScrollBar()->value();
-    // A row that is kept for its focus may lie further away than a window can reach.
-    constexpr qint64 farAway = 1'000'000;
-    row->setGeometry(0, static_cast<int>(std::clamp(y, -farAway, farAway)), viewport()->width(),
-                     offsets_.height(index));
-    row->show();
-    shown_.push_back({row, index});
-}
-
-void JobScrollArea::retire(const ShownRow& shown) {
-    if (hasFocusWithin(shown.row)) {
-        lostFocus_ = shown.index;
-        setFocus(Qt::OtherFocusReason);
-    }
-    shown.row->hide();
-    spare_.push_back(shown.row);
-}
-
-JobRow* JobScrollArea::spareRow() {
-    if (spare_.empty()) {
-        return new JobRow(model_, viewport());
-    }
-    JobRow* row = spare_.back();
-    spare_.pop_back();
-    return row;
-}
-
-void JobScrollArea::restoreFocus() {
-    if (!lostFocus_ || model_->jobs().empty()) {
-        lostFocus_.reset();
-        return;
-    }
-    const std::size_t index = std::min(*lostFocus_, model_->jobs().size() - 1);
-    lostFocus_.reset();
-    for (const ShownRow& shown : shown_) {
-        if (shown.index == index) {
-            shown.row->focusRemoveButton(Qt::OtherFocusReason);
-        }
-    }
-}
-
-bool JobScrollArea::hasFocusWithin(const JobRow* row) const {
-    const QWidget* focus = window()->focusWidget();
-    return focus != nullptr && row->isAncestorOf(focus);
+bool JobScrollArea::isStale() const {
+    return heights_.offsets().count() != model_->jobs().size();
 }
 
 std::optional<std::size_t> JobScrollArea::indexOf(const UUID& id) const {
@@ -221,6 +120,217 @@ std::optional<std::size_t> JobScrollArea::indexOf(const UUID& id) const {
         return std::nullopt;
     }
     return static_cast<std::size_t>(found - jobs.begin());
+}
+
+std::vector<JobScrollArea::Sighting> JobScrollArea::sightings() const {
+    std::vector<Sighting> sightings;
+    for (const auto& [row, index] : shown_) {
+        const QRect geometry = row->geometry();
+        const int bottom = geometry.top() + geometry.height();
+        if (bottom > 0 && geometry.top() < viewport()->height()) {
+            sightings.push_back({row->job().id(), geometry.top(), bottom});
+        }
+    }
+    return sightings;
+}
+
+void JobScrollArea::updateMetrics() {
+    const int width = rowSpan().width();
+    if (isFontStale_ || !heights_.metrics() || heights_.metrics()->width != width) {
+        isFontStale_ = false;
+        heights_.setMetrics(JobRow::measure(model_, viewport(), width));
+        verticalScrollBar()->setSingleStep(std::max(1, heights_.metrics()->plainHeight / 3));
+    }
+}
+
+void JobScrollArea::updateScrollRange() {
+    const int page = viewport()->height();
+    const qint64 range = heights_.offsets().total() + 2 * endMargin - page;
+    verticalScrollBar()->setPageStep(page);
+    verticalScrollBar()->setRange(
+        0, static_cast<int>(std::clamp<qint64>(range, 0, std::numeric_limits<int>::max())));
+}
+
+void JobScrollArea::scrollTo(qint64 value) {
+    QScrollBar* bar = verticalScrollBar();
+    bar->setValue(static_cast<int>(std::clamp<qint64>(value, bar->minimum(), bar->maximum())));
+}
+
+void JobScrollArea::scrollBack(const std::vector<Sighting>& sightings) {
+    const RowOffsets& offsets = heights_.offsets();
+    std::optional<int> gap;
+    for (const Sighting& sighting : sightings) {
+        const std::optional<std::size_t> index = indexOf(sighting.id);
+        if (!index) {
+            // The rows below close the gap of one that was there as a whole.
+            gap = gap || sighting.top < 0 ? gap : sighting.top;
+            continue;
+        }
+        // Of a row that reaches out of sight, the end that is in sight stays.
+        const bool isCut = sighting.top < 0;
+        const qint64 edge = offsets.top(*index) + (isCut ? offsets.height(*index) : 0) + endMargin;
+        scrollTo(edge - (isCut ? sighting.bottom : gap.value_or(sighting.top)));
+        return;
+    }
+}
+
+JobScrollArea::Range JobScrollArea::sight() const {
+    const qint64 top = qint64{verticalScrollBar()->value()} - endMargin;
+    return heights_.offsets().rowsBetween(top, top + viewport()->height());
+}
+
+bool JobScrollArea::measure(const Range& range) {
+    bool isChange = false;
+    for (std::size_t index = range.first; index < range.second; ++index) {
+        isChange = heights_.measure(index, model_->jobs()[index]) || isChange;
+    }
+    return isChange;
+}
+
+JobScrollArea::Range JobScrollArea::measuredSight() {
+    Range range = sight();
+    // What was in sight before was measured then, and stays; what is new gives way.
+    std::size_t anchor = range.first;
+    for (std::size_t index = range.first; index < range.second; ++index) {
+        if (heights_.isKnown(model_->jobs()[index])) {
+            anchor = index;
+            break;
+        }
+    }
+    const RowOffsets& offsets = heights_.offsets();
+    const qint64 y = offsets.top(anchor) - verticalScrollBar()->value();
+    while (measure(range)) {
+        updateScrollRange();
+        scrollTo(offsets.top(anchor) - y);
+        range = sight();
+    }
+    return range;
+}
+
+std::vector<std::size_t> JobScrollArea::wantedRows() {
+    const auto [first, end] = measuredSight();
+    std::vector<std::size_t> wanted;
+    for (std::size_t index = first; index < end; ++index) {
+        wanted.push_back(index);
+    }
+    if (current_ && hasFocusInside() && (current_->index < first || current_->index >= end)) {
+        wanted.insert(current_->index < first ? wanted.begin() : wanted.end(), current_->index);
+    }
+    return wanted;
+}
+
+void JobScrollArea::placeRows() {
+    const std::vector<ConversionJob>& jobs = model_->jobs();
+    const std::vector<std::size_t> wanted = wantedRows();
+    std::unordered_map<UUID, JobRow*> old;
+    for (const ShownRow& shown : shown_) {
+        old.emplace(shown.row->job().id(), shown.row);
+    }
+    shown_.clear();
+    std::vector<std::size_t> missing;
+    for (const std::size_t index : wanted) {
+        const auto found = old.find(jobs[index].id());
+        if (found == old.end()) {
+            missing.push_back(index);
+            continue;
+        }
+        place(found->second, index);
+        old.erase(found);
+    }
+    JobRow* const focused = focusedRow();
+    JobRow* lost = nullptr;
+    for (const auto& [id, row] : old) {
+        if (row == focused) {
+            lost = row;
+        } else {
+            retire(row);
+        }
+    }
+    for (const std::size_t index : missing) {
+        place(spareRow(), index);
+    }
+    std::sort(shown_.begin(), shown_.end(),
+              [](const ShownRow& a, const ShownRow& b) { return a.index < b.index; });
+    if (lost != nullptr) {
+        moveFocusFrom(lost);
+    }
+    updateSeparators();
+}
+
+QRect JobScrollArea::rowSpan() const {
+    const int barSide = sideMargin - (width() - viewport()->width());
+    const QRect span = viewport()->rect().adjusted(sideMargin - JobRow::overhang, 0,
+                                                   JobRow::overhang - barSide, 0);
+    return QStyle::visualRect(layoutDirection(), viewport()->rect(), span);
+}
+
+void JobScrollArea::place(JobRow* row, std::size_t index) {
+    row->setJob(model_->jobs()[index]);
+    row->setPosition(index, model_->jobs().size());
+    const RowOffsets& offsets = heights_.offsets();
+    const qint64 y = offsets.top(index) + endMargin - verticalScrollBar()->value();
+    // A row that is kept for its focus may lie further away than a window can reach.
+    constexpr qint64 farAway = 1'000'000;
+    const QRect span = rowSpan();
+    row->setGeometry(span.left(), static_cast<int>(std::clamp(y, -farAway, farAway)), span.width(),
+                     offsets.height(index));
+    row->show();
+    shown_.push_back({row, index});
+}
+
+void JobScrollArea::retire(JobRow* row) {
+    row->hide();
+    spare_.push_back(row);
+}
+
+JobRow* JobScrollArea::spareRow() {
+    if (!spare_.empty()) {
+        JobRow* row = spare_.back();
+        spare_.pop_back();
+        return row;
+    }
+    auto* row = new JobRow(model_, viewport());
+    row->removeButton()->installEventFilter(this);
+    // Whatever is next to the list for the keyboard is next to its rows.
+    setTabOrder(this, row);
+    setTabOrder(row, row->removeButton());
+    return row;
+}
+
+void JobScrollArea::updateSeparators() {
+    std::vector<QRect> separators;
+    const QRect all = viewport()->rect();
+    for (const auto& [row, index] : shown_) {
+        const bool isLast = index + 1 == model_->jobs().size();
+        const int bottom = row->geometry().bottom();
+        if (isLast || bottom < 0 || bottom >= all.height()) {
+            continue;
+        }
+        QRect line = QStyle::visualRect(layoutDirection(), all, row->geometry());
+        line.adjust(JobRow::overhang + JobRow::textIndent, 0, -JobRow::overhang, 0);
+        line.setTop(bottom);
+        separators.push_back(QStyle::visualRect(layoutDirection(), all, line));
+    }
+    if (separators == separators_) {
+        return;
+    }
+    for (const std::vector<QRect>& lines : {separators_, separators}) {
+        for (const QRect& line : lines) {
+            viewport()->update(line);
+        }
+    }
+    separators_ = std::move(separators);
+}
+
+void JobScrollArea::paintEvent(QPaintEvent* event) {
+    QColor color = separatorColor(palette());
+    color.setAlphaF(static_cast<float>(color.alphaF() * separatorStrength));
+    QPainter painter(viewport());
+    for (const QRect& line : separators_) {
+        if (event->rect().intersects(line)) {
+            painter.fillRect(line, color);
+        }
+    }
 }
 
 } // namespace kestrel

@@ -1,97 +1,22 @@
-#include "JobList.h"
+#include "JobListFixture.h"
 
-#include "FFmpegError.h"
-#include "FractionBar.h"
-#include "JobRow.h"
-#include "JobScrollArea.h"
-#include "Scenario.h"
-
-#include <QApplication>
-#include <QLabel>
-#include <QPushButton>
-#include <QScrollBar>
-#include <QWheelEvent>
-#include <QtTest/qtestspontaneevent.h>
+#include <QImage>
+#include <QLayout>
+#include <QPaintEvent>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <algorithm>
+#include <atomic>
+#include <map>
+#include <set>
+#include <thread>
 
 namespace kestrel {
 namespace {
 
 using ::testing::ElementsAre;
 
-class JobListTest : public ::testing::Test {
-  protected:
-    JobListTest() : list_(scenario_.model) {
-        QObject::connect(scenario_.model.get(), &ConverterViewModel::willChange, &list_,
-                         &JobList::refresh, Qt::QueuedConnection);
-        list_.resize(649, 500);
-        list_.show();
-        list_.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&list_));
-    }
-
-    void addMany(int count) {
-        std::vector<FileURL> urls;
-        urls.reserve(static_cast<std::size_t>(count));
-        for (int number = 0; number < count; ++number) {
-            urls.emplace_back("/no-such-folder/" + std::to_string(number) + ".opus");
-        }
-        scenario_.model->add(urls);
-        settle();
-    }
-
-    JobScrollArea* area() const { return list_.findChild<JobScrollArea*>(); }
-
-    QScrollBar* bar() const { return area()->verticalScrollBar(); }
-
-    FractionBar* overall() const { return find<FractionBar>(list_, "overallProgress"); }
-
-    /// The rows in sight, from top to bottom.
-    std::vector<JobRow*> rows() const {
-        std::vector<JobRow*> rows;
-        for (JobRow* row : list_.findChildren<JobRow*>()) {
-            if (!row->visibleRegion().isEmpty()) {
-                rows.push_back(row);
-            }
-        }
-        std::sort(rows.begin(), rows.end(),
-                  [](const JobRow* a, const JobRow* b) { return a->y() < b->y(); });
-        return rows;
-    }
-
-    std::vector<std::string> texts(const char* name) const {
-        std::vector<std::string> texts;
-        for (const JobRow* row : rows()) {
-            texts.push_back(utf8(find<QLabel>(*row, name)->text()));
-        }
-        return texts;
-    }
-
-    JobRow* rowOf(const std::string& name) const {
-        for (JobRow* row : rows()) {
-            if (row->job().source().lastPathComponent() == name) {
-                return row;
-            }
-        }
-        return nullptr;
-    }
-
-    QPushButton* removeButtonOf(const std::string& name) const {
-        return find<QPushButton>(*rowOf(name), "removeButton");
-    }
-
-    /// The height of a line of a failure message.
-    int messageLine() const {
-        return find<QLabel>(*rows().front(), "message")->fontMetrics().lineSpacing();
-    }
-
-    Scenario scenario_;
-    JobList list_;
-};
+using JobListTest = JobListFixture;
 
 TEST_F(JobListTest, showsTheJobsInTheirOrder) {
     scenario_.add({"c.opus"});
@@ -164,121 +89,16 @@ TEST_F(JobListTest, keepsTheRowsOfTheOtherJobs) {
     EXPECT_EQ(rowOf("c.opus"), last);
 }
 
-TEST_F(JobListTest, keepsFewWidgetsForManyJobsAndScrollsToTheEnd) {
-    addMany(5000);
-    const auto rowCount = [this] { return list_.findChildren<JobRow*>().size(); };
-    EXPECT_LT(rowCount(), 20);
-    EXPECT_EQ(texts("name").front(), "0.opus");
-    for (int value = 0; value < bar()->maximum(); value += 1777) {
-        bar()->setValue(value);
-    }
-    bar()->setValue(bar()->maximum());
-    settle();
-    EXPECT_EQ(texts("name").back(), "4999.opus");
-    EXPECT_EQ(rows().back()->geometry().bottom() + 1, area()->viewport()->height());
-    EXPECT_LT(rowCount(), 20);
-}
-
-TEST_F(JobListTest, scrollsByTheWheelAndTheKeyboard) {
-    addMany(100);
-    area()->setFocus();
-    QTest::keyClick(area(), Qt::Key_PageDown);
-    const int afterPage = bar()->value();
-    EXPECT_GT(afterPage, 0);
-    const QPointF center = area()->viewport()->rect().center();
-    QWheelEvent wheel(center, area()->viewport()->mapToGlobal(center), {}, {0, -120}, Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
-    // Only a wheel that somebody turned is passed on by those that have no use for it.
-    QSpontaneKeyEvent::setSpontaneous(&wheel);
-    QCoreApplication::instance()->notify(rows().front(), &wheel);
-    EXPECT_GT(bar()->value(), afterPage);
-}
-
-TEST_F(JobListTest, staysWhereItIsWhileRowsAboveChange) {
-    addMany(100);
-    bar()->setValue(bar()->maximum() / 2 + 7);
-    const std::vector<std::string> before = texts("name");
-    const int y = rows().front()->y();
-    for (int count = 0; count < 3; ++count) {
-        scenario_.model->remove(scenario_.model->jobs().front());
-    }
-    settle();
-    EXPECT_EQ(texts("name"), before);
-    EXPECT_EQ(rows().front()->y(), y);
-}
-
-TEST_F(JobListTest, staysWhereItIsWhenARowAboveGrows) {
-    scenario_.runner->setScript(
-        "0.opus", [](const auto&, const auto&) { throw FFmpegError::processFailed("one\ntwo"); });
-    scenario_.holdBack("1.opus", 0.5);
-    addMany(100);
-    bar()->setValue(bar()->maximum() / 2 + 7);
-    const std::string name = texts("name").front();
-    const int y = rows().front()->y();
-    scenario_.start();
-    ASSERT_TRUE(QTest::qWaitFor(
-        [this] { return scenario_.model->jobs()[1].state.is(JobState::Case::converting); }));
-    settle();
-    EXPECT_EQ(texts("name").front(), name);
-    EXPECT_EQ(rows().front()->y(), y);
-}
-
-TEST_F(JobListTest, scrollsBeforeTheRefreshForARemovalHasCome) {
-    addMany(100);
-    bar()->setValue(bar()->maximum());
-    while (scenario_.model->jobs().size() > 2) {
-        scenario_.model->remove(scenario_.model->jobs().back());
-    }
-    bar()->setValue(bar()->value() - 1);
-    EXPECT_THAT(texts("name"), ElementsAre("0.opus", "1.opus"));
-}
-
-TEST_F(JobListTest, movesTheKeyboardFocusToTheNextRowWhenOneIsRemoved) {
-    scenario_.add({"a.opus", "b.opus", "c.opus"});
-    QPushButton* button = removeButtonOf("b.opus");
-    button->setFocus();
-    QTest::keyClick(button, Qt::Key_Space);
-    settle();
-    ASSERT_THAT(texts("name"), ElementsAre("a.opus", "c.opus"));
-    EXPECT_TRUE(removeButtonOf("c.opus")->hasFocus());
-    QTest::keyClick(removeButtonOf("c.opus"), Qt::Key_Space);
-    settle();
-    EXPECT_TRUE(removeButtonOf("a.opus")->hasFocus());
-}
-
-TEST_F(JobListTest, keepsTheRowWithTheKeyboardFocusThoughItIsScrolledAway) {
-    addMany(100);
-    QPushButton* button = removeButtonOf("1.opus");
-    button->setFocus();
-    bar()->setValue(bar()->maximum());
-    settle();
-    EXPECT_TRUE(button->hasFocus());
-    EXPECT_TRUE(button->visibleRegion().isEmpty());
-    bar()->setValue(0);
-    settle();
-    EXPECT_EQ(removeButtonOf("1.opus"), button);
-    EXPECT_TRUE(button->hasFocus());
-}
-
-TEST_F(JobListTest, keepsTheKeyboardFocusInTheListWhenTheButtonThatHasItGoesAway) {
-    scenario_.holdBack("a.opus", 0.5);
-    scenario_.add({"a.opus", "b.opus"});
-    removeButtonOf("a.opus")->setFocus();
-    scenario_.start();
-    ASSERT_FALSE(removeButtonOf("a.opus")->isVisible());
-    EXPECT_TRUE(area()->hasFocus());
-}
-
 TEST_F(JobListTest, measuresMessagesAnewForAnotherWidth) {
     const std::string message = "some twenty words " + std::string(60, 'x') + " and more";
     scenario_.runner->setScript("a.opus", [&message](const auto&, const auto&) {
         throw FFmpegError::processFailed(message);
     });
     scenario_.add({"a.opus"});
-    list_.resize(1600, 500);
+    window_.resize(1600, 560);
     ASSERT_TRUE(scenario_.convertAll());
     const int oneLine = rows().front()->height();
-    list_.resize(330, 500);
+    window_.resize(330, 560);
     settle();
     EXPECT_EQ(rows().front()->height(), oneLine + messageLine());
 }
@@ -296,8 +116,114 @@ TEST_F(JobListTest, followsALargerFont) {
     QApplication::setFont(usual);
     settle();
     EXPECT_GT(after, before);
-    EXPECT_EQ(second, after);
+    EXPECT_EQ(second, after + 6);
     EXPECT_EQ(rows().front()->height(), before);
+}
+
+TEST_F(JobListTest, liesInLineWithWhatIsAboveAndBelow) {
+    addMany(100);
+    for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        window_.setLayoutDirection(direction);
+        settle();
+        const JobRow* row = rows().front();
+        EXPECT_EQ(row->mapTo(area(), row->contentsRect().topLeft()).y(), 6);
+        const QRect contents = row->layout()->contentsRect();
+        EXPECT_EQ(row->mapTo(area(), contents.topLeft()).x(), 26);
+        EXPECT_EQ(row->mapTo(area(), contents.bottomRight()).x() + 1, area()->width() - 26);
+        EXPECT_EQ(bar()->width(), 12);
+        const int barLeft = bar()->mapTo(area(), QPoint()).x();
+        EXPECT_EQ(barLeft, direction == Qt::LeftToRight ? area()->width() - 12 : 0);
+    }
+}
+
+TEST_F(JobListTest, paintsNoScrollBarWhereThereIsNothingToScroll) {
+    const auto colors = [this] {
+        const QImage image = list_.grab().toImage();
+        const QRect place(bar()->mapTo(&list_, QPoint()), bar()->size());
+        std::set<QRgb> found;
+        for (int y = place.top(); y <= place.bottom(); ++y) {
+            found.insert(image.pixel(place.center().x(), y));
+        }
+        return found;
+    };
+    scenario_.add({"a.opus"});
+    EXPECT_TRUE(bar()->isVisible());
+    EXPECT_THAT(colors(), ElementsAre(window_.palette().color(QPalette::Window).rgb()));
+    addMany(100);
+    EXPECT_EQ(colors().count(window_.palette().color(QPalette::Window).rgb()), 1U);
+    EXPECT_GT(colors().size(), 1U);
+}
+
+TEST_F(JobListTest, drawsALineBetweenRowsOnly) {
+    scenario_.add({"a.opus", "b.opus"});
+    for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        window_.setLayoutDirection(direction);
+        settle();
+        const QImage image = area()->grab().toImage();
+        const QRgb background = window_.palette().color(QPalette::Window).rgb();
+        const auto line = [&](const char* name) {
+            const JobRow* row = rowOf(name);
+            const int y = row->mapTo(area(), row->rect().bottomLeft()).y();
+            std::vector<int> colored;
+            for (int x = 0; x < image.width(); ++x) {
+                if (image.pixel(x, y) != background) {
+                    colored.push_back(x);
+                }
+            }
+            return colored;
+        };
+        ASSERT_FALSE(line("a.opus").empty());
+        const bool isMirrored = direction == Qt::RightToLeft;
+        EXPECT_EQ(line("a.opus").front(), isMirrored ? 26 : 26 + 56);
+        EXPECT_EQ(line("a.opus").back(), image.width() - 1 - (isMirrored ? 26 + 56 : 26));
+        EXPECT_TRUE(line("b.opus").empty());
+    }
+}
+
+/// Remembers what is painted.
+class PaintSpy : public QObject {
+  public:
+    std::map<QWidget*, QRegion> painted;
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (const auto* paint = dynamic_cast<QPaintEvent*>(event)) {
+            painted[qobject_cast<QWidget*>(watched)] += paint->region();
+        }
+        return false;
+    }
+};
+
+TEST_F(JobListTest, repaintsNothingButTheBarWhenProgressIsMade) {
+    std::atomic<bool> isToReport = false;
+    scenario_.runner->setScript("a.opus", [&](const auto&, const auto& report) {
+        report(0.25);
+        while (!isToReport) {
+            std::this_thread::yield();
+        }
+        report(0.5);
+        scenario_.gate.pass();
+    });
+    scenario_.add({"a.opus", "b.opus", "c.opus"});
+    scenario_.start();
+    auto* progress = rowOf("a.opus")->findChild<FractionBar*>();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return progress->value() == 250; }));
+    settle();
+    PaintSpy spy;
+    for (QWidget* widget : area()->findChildren<QWidget*>()) {
+        widget->installEventFilter(&spy);
+    }
+    isToReport = true;
+    ASSERT_TRUE(QTest::qWaitFor([&] { return progress->value() == 500; }));
+    settle();
+    EXPECT_EQ(spy.painted.count(progress), 1U);
+    // What shows through the bar is painted with it, and no more of it.
+    const QRect place(progress->mapToGlobal(QPoint()), progress->size());
+    for (const auto& [widget, region] : spy.painted) {
+        EXPECT_TRUE(widget == progress || widget->isAncestorOf(progress));
+        const QRect all = region.boundingRect();
+        EXPECT_TRUE(place.contains(QRect(widget->mapToGlobal(all.topLeft()), all.size())));
+    }
 }
 
 } // namespace

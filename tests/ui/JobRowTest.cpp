@@ -5,6 +5,7 @@
 #include "Scenario.h"
 
 #include <QLabel>
+#include <QLayout>
 #include <QPushButton>
 
 #include <gtest/gtest.h>
@@ -143,6 +144,18 @@ TEST_F(JobRowTest, removesItsJobOnly) {
 
 TEST_F(JobRowTest, saysWhatItsRemoveButtonRemoves) {
     EXPECT_EQ(utf8(find<QPushButton>(row_, "removeButton")->accessibleName()), "Remove track.opus");
+}
+
+TEST_F(JobRowTest, tellsItsPosition) {
+    row_.setPosition(2, 120);
+    EXPECT_EQ(utf8(row_.accessibleDescription()), "3 of 120");
+    EXPECT_EQ(utf8(find<QPushButton>(row_, "removeButton")->accessibleDescription()), "3 of 120");
+}
+
+TEST_F(JobRowTest, startsItsTextsAtTheirIndent) {
+    const int start = row_.layout()->contentsRect().left();
+    EXPECT_EQ(start, JobRow::overhang);
+    EXPECT_EQ(find<QLabel>(row_, "name")->x(), start + JobRow::textIndent);
 }
 
 TEST_F(JobRowTest, isolatesANameThatTurnsItsSentenceAround) {

@@ -1,0 +1,131 @@
+#pragma once
+
+#include "FFmpegError.h"
+#include "FractionBar.h"
+#include "JobList.h"
+#include "JobRow.h"
+#include "JobScrollArea.h"
+#include "Scenario.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace kestrel {
+
+/// A job list in a window of its own, between two buttons, that follows its model.
+class JobListFixture : public ::testing::Test {
+  protected:
+    JobListFixture() {
+        before_.setFocusPolicy(Qt::TabFocus);
+        after_.setFocusPolicy(Qt::TabFocus);
+        auto* column = new QVBoxLayout(&window_);
+        column->setContentsMargins(0, 0, 0, 0);
+        column->setSpacing(0);
+        column->addWidget(&before_);
+        column->addWidget(&list_, 1);
+        column->addWidget(&after_);
+        QObject::connect(scenario_.model.get(), &ConverterViewModel::willChange, &list_,
+                         &JobList::refresh, Qt::QueuedConnection);
+        window_.resize(649, 560);
+        window_.show();
+        window_.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
+        before_.setFocus();
+    }
+
+    void addMany(int count) {
+        std::vector<FileURL> urls;
+        urls.reserve(static_cast<std::size_t>(count));
+        for (int number = 0; number < count; ++number) {
+            urls.emplace_back("/no-such-folder/" + std::to_string(number) + ".opus");
+        }
+        scenario_.model->add(urls);
+        settle();
+    }
+
+    JobScrollArea* area() const { return list_.findChild<JobScrollArea*>(); }
+
+    QScrollBar* bar() const { return area()->verticalScrollBar(); }
+
+    FractionBar* overall() const { return find<FractionBar>(list_, "overallProgress"); }
+
+    /// The rows in sight, from top to bottom.
+    std::vector<JobRow*> rows() const {
+        std::vector<JobRow*> rows;
+        for (JobRow* row : list_.findChildren<JobRow*>()) {
+            if (!row->visibleRegion().isEmpty()) {
+                rows.push_back(row);
+            }
+        }
+        std::sort(rows.begin(), rows.end(),
+                  [](const JobRow* a, const JobRow* b) { return a->y() < b->y(); });
+        return rows;
+    }
+
+    std::vector<std::string> texts(const char* name) const {
+        std::vector<std::string> texts;
+        for (const JobRow* row : rows()) {
+            texts.push_back(utf8(find<QLabel>(*row, name)->text()));
+        }
+        return texts;
+    }
+
+    JobRow* rowOf(const std::string& name) const {
+        for (JobRow* row : rows()) {
+            if (row->job().source().lastPathComponent() == name) {
+                return row;
+            }
+        }
+        return nullptr;
+    }
+
+    QPushButton* removeButtonOf(const std::string& name) const {
+        return find<QPushButton>(*rowOf(name), "removeButton");
+    }
+
+    /// The row with the keyboard focus, if it is on the row itself.
+    static JobRow* focusedRow() { return qobject_cast<JobRow*>(QApplication::focusWidget()); }
+
+    static std::string focusedName() {
+        const JobRow* row = focusedRow();
+        return row != nullptr ? std::string(row->job().source().lastPathComponent()) : "";
+    }
+
+    /// Whether all of the row is in sight.
+    bool isInSight(const JobRow* row) const {
+        return row->y() >= 0 && row->y() + row->height() <= area()->viewport()->height();
+    }
+
+    /// Types a key where the keyboard focus is.
+    static void type(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+        settle();
+    }
+
+    /// Has the job with this name fail, once it is converted.
+    void failWith(const std::string& name, const std::string& message) const {
+        scenario_.runner->setScript(name, [message](const auto&, const auto&) {
+            throw FFmpegError::processFailed(message);
+        });
+    }
+
+    /// The height of a line of a failure message.
+    int messageLine() const {
+        return find<QLabel>(*rows().front(), "message")->fontMetrics().lineSpacing();
+    }
+
+    Scenario scenario_;
+    QWidget window_;
+    QPushButton before_{QStringLiteral("Before"), &window_};
+    JobList list_{scenario_.model, &window_};
+    QPushButton after_{QStringLiteral("After"), &window_};
+};
+
+} // namespace kestrel

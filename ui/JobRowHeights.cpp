@@ -1,0 +1,107 @@
+#include "JobRowHeights.h"
+
+#include "DisplayText.h"
+#include "ElidedLabel.h"
+#include "JobRow.h"
+
+#include <bit>
+#include <functional>
+#include <string_view>
+#include <utility>
+
+namespace kestrel {
+namespace {
+
+std::size_t hashOf(std::string_view message) {
+    return std::hash<std::string_view>()(message);
+}
+
+} // namespace
+
+void JobRowHeights::setMetrics(JobRowMetrics metrics) {
+    metrics_ = std::move(metrics);
+    measured_.clear();
+}
+
+void JobRowHeights::update(const std::vector<ConversionJob>& jobs) {
+    if (jobs.size() != offsets_.count()) {
+        rebuild(jobs);
+        return;
+    }
+    // Setting a height takes as many steps as the count has binary digits.
+    const std::size_t few = jobs.size() / (std::bit_width(jobs.size()) + 1);
+    std::vector<std::pair<std::size_t, int>> changes;
+    for (std::size_t row = 0; row < jobs.size(); ++row) {
+        const int height = heightOf(jobs[row]);
+        if (height == offsets_.height(row)) {
+            continue;
+        }
+        if (changes.size() == few) {
+            rebuild(jobs);
+            return;
+        }
+        changes.emplace_back(row, height);
+    }
+    for (const auto& [row, height] : changes) {
+        offsets_.setHeight(row, height);
+    }
+}
+
+void JobRowHeights::rebuild(const std::vector<ConversionJob>& jobs) {
+    // Jobs come and go; what was measured for those that went is not kept for ever.
+    constexpr std::size_t spare = 1000;
+    if (measured_.size() > 2 * jobs.size() + spare) {
+        measured_.clear();
+    }
+    std::vector<int> heights;
+    heights.reserve(jobs.size());
+    for (const ConversionJob& job : jobs) {
+        heights.push_back(heightOf(job));
+    }
+    offsets_.assign(std::move(heights));
+}
+
+const JobRowHeights::MeasuredMessage* JobRowHeights::known(const ConversionJob& job) const {
+    const auto found = measured_.find(job.id());
+    const bool isSame =
+        found != measured_.end() && found->second.hash == hashOf(job.state.message());
+    return isSame ? &found->second : nullptr;
+}
+
+bool JobRowHeights::isKnown(const ConversionJob& job) const {
+    return !job.state.is(JobState::Case::failed) || known(job) != nullptr;
+}
+
+int JobRowHeights::heightOf(const ConversionJob& job) const {
+    switch (job.state.which()) {
+    case JobState::Case::converting:
+        return metrics_->convertingHeight;
+    case JobState::Case::failed: {
+        const MeasuredMessage* message = known(job);
+        const int lines = message != nullptr ? message->lines : JobRow::maxMessageLines;
+        return metrics_->failedHeight + (lines - 1) * metrics_->messageLineHeight;
+    }
+    default:
+        return metrics_->plainHeight;
+    }
+}
+
+bool JobRowHeights::measure(std::size_t row, const ConversionJob& job) {
+    if (!isKnown(job)) {
+        const std::string& message = job.state.message();
+        const QStringList lines =
+            ElidedLabel::shownLines(displayMessage(message), metrics_->messageFont,
+                                    metrics_->messageWidth, JobRow::maxMessageLines);
+        measured_.insert_or_assign(
+            job.id(), MeasuredMessage{hashOf(message), static_cast<int>(lines.size())});
+        ++measuredCount_;
+    }
+    const int height = heightOf(job);
+    if (height == offsets_.height(row)) {
+        return false;
+    }
+    offsets_.setHeight(row, height);
+    return true;
+}
+
+} // namespace kestrel

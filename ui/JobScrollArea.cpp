@@ -1,5 +1,6 @@
 #include "JobScrollArea.h"
 
+#include "AccessibleJobs.h"
 #include "ControlStyle.h"
 #include "Ink.h"
 #include "JobRow.h"
@@ -28,6 +29,7 @@ constexpr double separatorStrength = 0.5;
 
 JobScrollArea::JobScrollArea(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
     : QAbstractScrollArea(parent), model_(std::move(model)) {
+    installAccessibleJobs();
     setAccessibleName(tr("Conversion Queue"));
     viewport()->setAccessibleName(accessibleName());
     setFrameShape(QFrame::NoFrame);

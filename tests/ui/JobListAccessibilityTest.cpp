@@ -1,0 +1,137 @@
+#include "JobListFixture.h"
+
+#include <QAccessible>
+
+#include <gmock/gmock.h>
+
+namespace kestrel {
+namespace {
+
+using ::testing::ElementsAre;
+
+/// What assistive technology sees of the list.
+class JobListAccessibilityTest : public JobListFixture {
+  protected:
+    QAccessibleInterface* list() const {
+        return QAccessible::queryAccessibleInterface(area()->viewport());
+    }
+
+    std::vector<std::string> names() const { return texts(QAccessible::Name); }
+
+    std::vector<std::string> texts(QAccessible::Text kind) const {
+        std::vector<std::string> texts;
+        for (int index = 0; index < list()->childCount(); ++index) {
+            texts.push_back(utf8(list()->child(index)->text(kind)));
+        }
+        return texts;
+    }
+};
+
+TEST_F(JobListAccessibilityTest, isAListOfItsRows) {
+    scenario_.add({"a.opus", "b.opus"});
+    EXPECT_EQ(list()->role(), QAccessible::List);
+    EXPECT_EQ(utf8(list()->text(QAccessible::Name)), "Conversion Queue");
+    EXPECT_THAT(names(), ElementsAre("a.opus, in Album, Ready", "b.opus, in Album, Ready"));
+    EXPECT_THAT(texts(QAccessible::Description), ElementsAre("1 of 2", "2 of 2"));
+    QAccessibleInterface* row = list()->child(1);
+    EXPECT_EQ(row->role(), QAccessible::ListItem);
+    EXPECT_EQ(row->parent(), list());
+    EXPECT_EQ(list()->indexOfChild(row), 1);
+    EXPECT_EQ(list()->child(2), nullptr);
+    EXPECT_EQ(list()->child(-1), nullptr);
+    EXPECT_EQ(list()->indexOfChild(list()), -1);
+    const QPoint center = row->rect().center();
+    EXPECT_EQ(list()->childAt(center.x(), center.y()), row);
+    EXPECT_EQ(list()->childAt(-1, -1), nullptr);
+}
+
+TEST_F(JobListAccessibilityTest, handsOutNoRowThatIsPutAside) {
+    addMany(100);
+    bar()->setValue(bar()->maximum());
+    bar()->setValue(200);
+    while (scenario_.model->jobs().size() > 2) {
+        scenario_.model->remove(scenario_.model->jobs().back());
+    }
+    settle();
+    ASSERT_GT(list_.findChildren<JobRow*>().size(), 2);
+    EXPECT_THAT(texts(QAccessible::Description), ElementsAre("1 of 2", "2 of 2"));
+    for (JobRow* row : list_.findChildren<JobRow*>()) {
+        const int index = list()->indexOfChild(QAccessible::queryAccessibleInterface(row));
+        EXPECT_EQ(index >= 0, row->isVisible());
+    }
+}
+
+TEST_F(JobListAccessibilityTest, staysSmallAndInOrderForAHundredThousandJobs) {
+    addMany(100'000);
+    type(Qt::Key_Tab);
+    bar()->setValue(bar()->maximum() / 2);
+    bar()->setValue(bar()->value() - 300);
+    settle();
+    EXPECT_LT(list()->childCount(), 20);
+    ASSERT_GE(list()->childCount(), 6);
+    // The row with the focus is out of sight, and first.
+    EXPECT_EQ(texts(QAccessible::Description).front(), "1 of 100000");
+    EXPECT_TRUE(list()->child(0)->state().focused);
+    for (int index = 2; index < list()->childCount(); ++index) {
+        EXPECT_LT(list()->child(index - 1)->rect().top(), list()->child(index)->rect().top());
+    }
+}
+
+TEST_F(JobListAccessibilityTest, tellsPositionsAnewWhenARowIsRemoved) {
+    scenario_.add({"a.opus", "b.opus", "c.opus"});
+    QTest::mouseClick(removeButtonOf("a.opus"), Qt::LeftButton);
+    settle();
+    EXPECT_THAT(texts(QAccessible::Description), ElementsAre("1 of 2", "2 of 2"));
+    EXPECT_EQ(utf8(removeButtonOf("c.opus")->accessibleName()), "Remove c.opus");
+    EXPECT_EQ(utf8(removeButtonOf("c.opus")->accessibleDescription()), "2 of 2");
+}
+
+TEST_F(JobListAccessibilityTest, tellsWhichRowHasTheFocus) {
+    scenario_.add({"a.opus", "b.opus"});
+    EXPECT_TRUE(list()->child(1)->state().focusable);
+    EXPECT_FALSE(list()->child(1)->state().focused);
+    list()->child(1)->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
+    EXPECT_TRUE(list()->child(1)->state().focused);
+    EXPECT_EQ(list()->focusChild(), list()->child(1));
+    EXPECT_EQ(focusedName(), "b.opus");
+}
+
+TEST_F(JobListAccessibilityTest, removesAJobAsAnActionOfItsRow) {
+    const QString press = QAccessibleActionInterface::pressAction();
+    scenario_.add({"a.opus", "b.opus"});
+    QAccessibleActionInterface* action = list()->child(0)->actionInterface();
+    ASSERT_TRUE(action->actionNames().contains(press));
+    EXPECT_EQ(utf8(action->localizedActionName(press)), "Remove");
+    EXPECT_EQ(utf8(action->localizedActionDescription(press)), "Remove");
+    EXPECT_EQ(utf8(action->keyBindingsForAction(press).join(u' ')), "Del");
+    action->doAction(press);
+    settle();
+    EXPECT_THAT(names(), ElementsAre("b.opus, in Album, Ready"));
+}
+
+TEST_F(JobListAccessibilityTest, offersNoRemovalWhereThereIsNoButton) {
+    const QString press = QAccessibleActionInterface::pressAction();
+    scenario_.add({"a.opus"});
+    ASSERT_TRUE(scenario_.convertAll());
+    QAccessibleActionInterface* action = list()->child(0)->actionInterface();
+    EXPECT_FALSE(action->actionNames().contains(press));
+    action->doAction(press);
+    EXPECT_EQ(scenario_.model->jobs().size(), 1U);
+}
+
+TEST_F(JobListAccessibilityTest, hasTheProgressOfARowAsAValue) {
+    scenario_.holdBack("a.opus", 0.25);
+    scenario_.add({"a.opus"});
+    scenario_.start();
+    auto* progress = rowOf("a.opus")->findChild<FractionBar*>();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return progress->value() == 250; }));
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(progress);
+    EXPECT_EQ(accessible->role(), QAccessible::ProgressBar);
+    ASSERT_NE(accessible->valueInterface(), nullptr);
+    EXPECT_EQ(accessible->valueInterface()->currentValue().toInt(), 250);
+    EXPECT_EQ(accessible->valueInterface()->maximumValue().toInt(), 1000);
+    EXPECT_EQ(accessible->parent()->role(), QAccessible::ListItem);
+}
+
+} // namespace
+} // namespace kestrel

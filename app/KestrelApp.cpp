@@ -1,13 +1,11 @@
 #include "KestrelApp.h"
 
-#include "ContentView.h"
+#include "MenuBar.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QKeySequence>
 #include <QMenu>
-#include <QMenuBar>
-#include <QVBoxLayout>
 
 #include <cstdio>
 #include <cstdlib>
@@ -17,15 +15,10 @@ namespace kestrel {
 
 KestrelApp::KestrelApp() : KestrelApp(std::make_shared<ConverterViewModel>()) {}
 
-KestrelApp::KestrelApp(std::shared_ptr<ConverterViewModel> model) : model_(std::move(model)) {
+KestrelApp::KestrelApp(std::shared_ptr<ConverterViewModel> model)
+    : model_(std::move(model)), window_(model_) {
     window_.setWindowTitle(tr("Kestrel"));
-    window_.setMinimumSize(960, 640);
-    auto* menuBar = new QMenuBar(&window_);
-    fillMenuBar(*menuBar);
-    auto* column = new QVBoxLayout(&window_);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setMenuBar(menuBar);
-    column->addWidget(new ContentView(model_));
+    fillMenuBar(window_.menuBar());
 }
 
 void KestrelApp::setIdentity() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ConverterViewModel.h"
+#include "MainWindow.h"
 
 #include <QCoreApplication>
 #include <QWidget>
@@ -33,7 +34,7 @@ class KestrelApp {
     void fillMenuBar(QMenuBar& menuBar);
 
     std::shared_ptr<ConverterViewModel> model_;
-    QWidget window_;
+    MainWindow window_;
 };
 
 } // namespace kestrel

@@ -1,0 +1,122 @@
+#include "CaptionButton.h"
+
+#include "ContinuousRectangle.h"
+#include "KeyboardFocus.h"
+
+#include <QPainter>
+
+namespace kestrel {
+namespace {
+
+constexpr QSize buttonSize(36, 28);
+constexpr int backgroundInset = 3;
+constexpr double backgroundRadius = 6;
+constexpr int glyphSize = 10;
+constexpr double lineWidth = 1.5;
+/// From the edge of a line to its middle. A line whose edge is on a whole pixel is as sharp as its
+/// width allows, at every whole scale.
+constexpr double halfLine = lineWidth / 2;
+
+void drawMinimise(QPainter& painter, const QRectF& box) {
+    const double y = box.center().y() + halfLine;
+    painter.drawLine(QPointF(box.left() + halfLine, y), QPointF(box.right() - halfLine, y));
+}
+
+void drawMaximise(QPainter& painter, const QRectF& box) {
+    painter.drawRoundedRect(box.adjusted(halfLine, halfLine, -halfLine, -halfLine), 1, 1);
+}
+
+/// A window in front of another one.
+void drawRestore(QPainter& painter, const QRectF& box) {
+    constexpr double shift = 3;
+    drawMaximise(painter, box.adjusted(0, shift, -shift, 0));
+    const double right = box.right() - halfLine;
+    const double top = box.top() + halfLine;
+    painter.drawPolyline(QPolygonF({{box.left() + shift + halfLine, top},
+                                    {right, top},
+                                    {right, box.bottom() - shift - halfLine}}));
+}
+
+void drawClose(QPainter& painter, const QRectF& box) {
+    const QRectF ends = box.adjusted(halfLine, halfLine, -halfLine, -halfLine);
+    painter.drawLine(ends.topLeft(), ends.bottomRight());
+    painter.drawLine(ends.topRight(), ends.bottomLeft());
+}
+
+} // namespace
+
+CaptionButton::CaptionButton(Action action, QWidget* parent)
+    : Button(Look::plain, {}, parent), action_(action) {
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    refreshTitle();
+}
+
+void CaptionButton::setWindowMaximised(bool isMaximised) {
+    isWindowMaximised_ = isMaximised;
+    refreshTitle();
+    update();
+}
+
+QSize CaptionButton::sizeHint() const {
+    return buttonSize;
+}
+
+QString CaptionButton::title() const {
+    switch (action_) {
+    case Action::minimise:
+        return tr("Minimise");
+    case Action::maximise:
+        return isWindowMaximised_ ? tr("Restore") : tr("Maximise");
+    case Action::close:
+        break;
+    }
+    return tr("Close");
+}
+
+void CaptionButton::refreshTitle() {
+    setAccessibleName(title());
+    setToolTip(title());
+}
+
+bool CaptionButton::isAlarming() const {
+    return action_ == Action::close && (underMouse() || isDown());
+}
+
+void CaptionButton::drawBackground(QPainter& painter) {
+    QColor fill = Qt::transparent;
+    if (isAlarming()) {
+        const QColor red = Ink(Ink::Name::red).color(palette());
+        fill = isDown() ? red.darker(120) : red;
+    } else if (isDown() || underMouse()) {
+        fill = Ink(Ink::Name::primary).withOpacity(isDown() ? 0.14 : 0.07).color(palette());
+    }
+    const QRectF area =
+        rect().adjusted(backgroundInset, backgroundInset, -backgroundInset, -backgroundInset);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(fill);
+    painter.drawPath(continuousRectangle(area, backgroundRadius));
+    if (KeyboardFocus::isShownOn(*this)) {
+        drawFocusRing(painter, area, backgroundRadius, Ink(Ink::Name::purple).color(palette()));
+    }
+}
+
+void CaptionButton::drawLabel(QPainter& painter) {
+    const Ink ink = isAlarming() ? Ink::Name::white : Ink::Name::primary;
+    painter.setPen(
+        QPen(ink.color(palette()), lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(Qt::NoBrush);
+    const QRectF box((width() - glyphSize) / 2, (height() - glyphSize) / 2, glyphSize, glyphSize);
+    switch (action_) {
+    case Action::minimise:
+        drawMinimise(painter, box);
+        break;
+    case Action::maximise:
+        (isWindowMaximised_ ? drawRestore : drawMaximise)(painter, box);
+        break;
+    case Action::close:
+        drawClose(painter, box);
+        break;
+    }
+}
+
+} // namespace kestrel

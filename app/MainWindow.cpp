@@ -1,0 +1,182 @@
+#include "MainWindow.h"
+
+#include "CaptionButton.h"
+#include "ContentView.h"
+#include "MenuBar.h"
+#include "WindowBorder.h"
+#include "WindowEdge.h"
+#include "WindowStrip.h"
+
+#include <QEvent>
+#include <QIcon>
+#include <QPainter>
+#include <QPixmap>
+#include <QSvgRenderer>
+#include <QTimer>
+#include <QWindow>
+
+#include <algorithm>
+#include <utility>
+
+namespace kestrel {
+namespace {
+
+constexpr QSize smallest(960, 640);
+
+} // namespace
+
+MainWindow::MainWindow(std::shared_ptr<ConverterViewModel> model)
+    : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::WindowSystemMenuHint |
+                           Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint),
+      contents_(new ContentView(std::move(model), FFmpegService::locateBinary, this)),
+      strip_(new WindowStrip(this)),
+      border_(new WindowBorder(this)) {
+    contents_->setTopInset(WindowStrip::stripHeight);
+    connect(strip_, &WindowStrip::moveRequested, this, [this] { startMove(); });
+    connect(strip_, &WindowStrip::minimiseRequested, this, &QWidget::showMinimized);
+    connect(strip_, &WindowStrip::maximiseRequested, this, &MainWindow::toggleMaximised);
+    connect(strip_, &WindowStrip::closeRequested, this, &QWidget::close);
+    for (const Qt::Edges edges :
+         {Qt::Edges(Qt::LeftEdge), Qt::Edges(Qt::TopEdge), Qt::Edges(Qt::RightEdge),
+          Qt::Edges(Qt::BottomEdge), Qt::TopEdge | Qt::LeftEdge, Qt::TopEdge | Qt::RightEdge,
+          Qt::BottomEdge | Qt::LeftEdge, Qt::BottomEdge | Qt::RightEdge}) {
+        edges_.push_back(new WindowEdge(edges, this));
+        connect(edges_.back(), &WindowEdge::resizeRequested, this,
+                [this](Qt::Edges taken) { startResize(taken); });
+    }
+    refreshMinimum();
+}
+
+MenuBar& MainWindow::menuBar() {
+    return strip_->menuBar();
+}
+
+QSize MainWindow::sizeHint() const {
+    return contents_->sizeHint().expandedTo(minimumSize());
+}
+
+bool MainWindow::event(QEvent* event) {
+    if (event->type() == QEvent::LayoutRequest) {
+        refreshMinimum();
+    }
+    return QWidget::event(event);
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::WindowStateChange) {
+        refreshState();
+    } else if (event->type() == QEvent::LayoutDirectionChange) {
+        place();
+    }
+    QWidget::changeEvent(event);
+}
+
+void MainWindow::resizeEvent(QResizeEvent*) {
+    place();
+    resist();
+}
+
+void MainWindow::paintEvent(QPaintEvent*) {
+    if (std::exchange(isFirstFrame_, false)) {
+        QTimer::singleShot(0, this, &MainWindow::renderIcon);
+    }
+}
+
+bool MainWindow::focusNextPrevChild(bool isNext) {
+    // Whatever the contents have made meanwhile stands behind the buttons.
+    const auto& buttons = strip_->buttons();
+    QWidget* last = previousInFocusChain();
+    while (std::find(buttons.begin(), buttons.end(), last) != buttons.end()) {
+        last = last->previousInFocusChain();
+    }
+    for (CaptionButton* button : buttons) {
+        setTabOrder(last, button);
+        last = button;
+    }
+    return QWidget::focusNextPrevChild(isNext);
+}
+
+void MainWindow::startMove() {
+    windowHandle()->startSystemMove();
+}
+
+void MainWindow::startResize(Qt::Edges edges) {
+    windowHandle()->startSystemResize(edges);
+}
+
+void MainWindow::askForSize(QSize size) {
+    // Not through the widget, which would take the size for granted at once.
+    windowHandle()->resize(size);
+}
+
+void MainWindow::place() {
+    // In a window that is too small, the contents reach out of it on the trailing side.
+    QRect area(QPoint(), size().expandedTo(minimumSize()));
+    if (layoutDirection() == Qt::RightToLeft) {
+        area.moveRight(rect().right());
+    }
+    contents_->setGeometry(area);
+    strip_->setGeometry(0, 0, width(), WindowStrip::stripHeight);
+    border_->setGeometry(rect());
+    for (WindowEdge* edge : edges_) {
+        edge->place(size());
+    }
+}
+
+void MainWindow::refreshMinimum() {
+    const QSize needed = smallest.expandedTo(contents_->minimumSizeHint());
+    if (needed != minimumSize()) {
+        setMinimumSize(needed);
+        place();
+    }
+}
+
+bool MainWindow::isFree() const {
+    return !windowState().testAnyFlags(Qt::WindowMaximized | Qt::WindowFullScreen);
+}
+
+void MainWindow::refreshState() {
+    strip_->setWindowMaximised(!isFree());
+    border_->setVisible(isFree());
+    for (WindowEdge* edge : edges_) {
+        edge->setVisible(isFree());
+    }
+}
+
+void MainWindow::resist() {
+    if (size().expandedTo(minimumSize()) == size()) {
+        refused_.reset();
+        return;
+    }
+    if (!isFree() || isMinimized() || refused_ == size() || windowHandle() == nullptr) {
+        return;
+    }
+    refused_ = size();
+    // After the event: the window system learns of one size at a time.
+    QMetaObject::invokeMethod(
+        this, [this] { askForSize(size().expandedTo(minimumSize())); }, Qt::QueuedConnection);
+}
+
+void MainWindow::toggleMaximised() {
+    if (isFree()) {
+        showMaximized();
+    } else {
+        showNormal();
+    }
+}
+
+void MainWindow::renderIcon() {
+    QSvgRenderer renderer(QStringLiteral(":/icons/org.kestrel.Converter.svg"));
+    QIcon icon;
+    for (const int side : {16, 24, 32, 48, 64, 128}) {
+        QPixmap pixmap(side, side);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        renderer.render(&painter);
+        painter.end();
+        icon.addPixmap(pixmap);
+    }
+    setWindowIcon(icon);
+}
+
+} // namespace kestrel

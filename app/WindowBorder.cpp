@@ -1,0 +1,25 @@
+#include "WindowBorder.h"
+
+#include "Ink.h"
+
+#include <QPainter>
+#include <QRegion>
+
+namespace kestrel {
+
+WindowBorder::WindowBorder(QWidget* parent) : QWidget(parent) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setFocusPolicy(Qt::NoFocus);
+}
+
+void WindowBorder::paintEvent(QPaintEvent*) {
+    QPainter(this).fillRect(rect(), separatorColor(palette()));
+}
+
+void WindowBorder::resizeEvent(QResizeEvent*) {
+    // What is inside the line is painted without it.
+    constexpr int width = 1;
+    setMask(QRegion(rect()) - QRegion(rect().adjusted(width, width, -width, -width)));
+}
+
+} // namespace kestrel

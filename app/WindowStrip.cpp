@@ -1,0 +1,72 @@
+#include "WindowStrip.h"
+
+#include "CaptionButton.h"
+#include "MenuBar.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QMouseEvent>
+
+namespace kestrel {
+namespace {
+
+/// With the padding of the menu bar's items, the words start where the sidebar's contents do.
+constexpr int leadingMargin = 14;
+
+} // namespace
+
+WindowStrip::WindowStrip(QWidget* parent)
+    : QWidget(parent),
+      menuBar_(new MenuBar(stripHeight, this)),
+      buttons_{new CaptionButton(CaptionButton::Action::minimise, this),
+               new CaptionButton(CaptionButton::Action::maximise, this),
+               new CaptionButton(CaptionButton::Action::close, this)} {
+    setFixedHeight(stripHeight);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(0);
+    row->addSpacing(leadingMargin);
+    row->addWidget(menuBar_);
+    row->addStretch(1);
+    for (CaptionButton* button : buttons_) {
+        row->addWidget(button);
+    }
+    connect(buttons_[0], &QPushButton::clicked, this, &WindowStrip::minimiseRequested);
+    connect(buttons_[1], &QPushButton::clicked, this, &WindowStrip::maximiseRequested);
+    connect(buttons_[2], &QPushButton::clicked, this, &WindowStrip::closeRequested);
+}
+
+void WindowStrip::setWindowMaximised(bool isMaximised) {
+    buttons_[1]->setWindowMaximised(isMaximised);
+}
+
+void WindowStrip::mousePressEvent(QMouseEvent* event) {
+    pressed_.reset();
+    if (event->button() == Qt::LeftButton) {
+        pressed_ = event->position().toPoint();
+    }
+}
+
+void WindowStrip::mouseMoveEvent(QMouseEvent* event) {
+    // Not before the drag distance: the window system would take the second click of a double
+    // click.
+    if (pressed_ && event->buttons().testFlag(Qt::LeftButton) &&
+        (event->position().toPoint() - *pressed_).manhattanLength() >=
+            QApplication::startDragDistance()) {
+        pressed_.reset();
+        Q_EMIT moveRequested();
+    }
+}
+
+void WindowStrip::mouseReleaseEvent(QMouseEvent*) {
+    pressed_.reset();
+}
+
+void WindowStrip::mouseDoubleClickEvent(QMouseEvent* event) {
+    pressed_.reset();
+    if (event->button() == Qt::LeftButton) {
+        Q_EMIT maximiseRequested();
+    }
+}
+
+} // namespace kestrel

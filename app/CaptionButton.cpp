@@ -26,9 +26,10 @@ void drawMaximise(QPainter& painter, const QRectF& box) {
     painter.drawRoundedRect(box.adjusted(halfLine, halfLine, -halfLine, -halfLine), 1, 1);
 }
 
-/// A window in front of another one.
-void drawRestore(QPainter& painter, const QRectF& box) {
+/// A window in front of another one. A little larger, or the one in front would be too small.
+void drawRestore(QPainter& painter, const QRectF& room) {
     constexpr double shift = 3;
+    const QRectF box = room.adjusted(-1, 0, 0, 1);
     drawMaximise(painter, box.adjusted(0, shift, -shift, 0));
     const double right = box.right() - halfLine;
     const double top = box.top() + halfLine;

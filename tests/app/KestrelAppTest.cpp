@@ -1,9 +1,9 @@
 #include "KestrelApp.h"
 
+#include "ContentView.h"
 #include "Scenario.h"
 
 #include <QApplication>
-#include <QLayout>
 #include <QMenu>
 #include <QMenuBar>
 #include <QTimer>
@@ -94,8 +94,9 @@ TEST_F(KestrelAppTest, growsButDoesNotShrinkBelowItsMinimum) {
     EXPECT_EQ(app_.window().minimumSize(), QSize(960, 640));
     app_.window().resize(100, 100);
     EXPECT_EQ(app_.window().size(), QSize(960, 640));
-    EXPECT_LE(app_.window().layout()->totalMinimumSize().width(), 960);
-    EXPECT_LE(app_.window().layout()->totalMinimumSize().height(), 640);
+    const auto* contents = app_.window().findChild<ContentView*>();
+    EXPECT_LE(contents->minimumSizeHint().width(), 960);
+    EXPECT_LE(contents->minimumSizeHint().height(), 640);
     EXPECT_EQ(app_.window().maximumSize(), QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX));
 }
 

@@ -1,0 +1,188 @@
+#include "ContentView.h"
+#include "FrameTest.h"
+#include "Ink.h"
+#include "QueueView.h"
+#include "WindowBorder.h"
+
+#include <QImage>
+#include <QLabel>
+#include <QWindow>
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+namespace kestrel {
+namespace {
+
+using ::testing::ElementsAre;
+
+class MainWindowTest : public FrameTest {
+  protected:
+    ~MainWindowTest() override { QApplication::setFont(font_); }
+
+    ContentView& contents() { return *window_.findChild<ContentView*>(); }
+
+    /// Makes the window system give the window this size, as if it knew of no minimum.
+    void force(QSize size, bool isFinal) {
+        QWindow& handle = *window_.windowHandle();
+        handle.setMinimumSize({1, 1});
+        handle.setMaximumSize(isFinal ? size : QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX));
+        handle.resize(size);
+    }
+
+    bool waitForSize(QSize size) {
+        const bool isSo = QTest::qWaitFor([this, size] { return window_.size() == size; });
+        settle();
+        return isSo;
+    }
+
+    QColor pixel(QPoint place) { return window_.grab().toImage().pixelColor(place); }
+
+    const QFont font_ = QApplication::font();
+};
+
+TEST_F(MainWindowTest, hasNoFrameButAllThatTheWindowSystemDoes) {
+    EXPECT_TRUE(window_.windowFlags().testFlag(Qt::FramelessWindowHint));
+    for (const Qt::WindowType hint : {Qt::WindowSystemMenuHint, Qt::WindowMinimizeButtonHint,
+                                      Qt::WindowMaximizeButtonHint, Qt::WindowCloseButtonHint}) {
+        EXPECT_TRUE(window_.windowFlags().testFlag(hint));
+    }
+    EXPECT_EQ(window_.frameGeometry(), window_.geometry());
+}
+
+TEST_F(MainWindowTest, startsWithItsContentsBelowTheStripAndTheSidebarUnderIt) {
+    EXPECT_EQ(contents().geometry(), window_.rect());
+    EXPECT_EQ(strip().geometry(), QRect(0, 0, window_.width(), 28));
+    EXPECT_EQ(window_.findChild<SettingsSidebar*>()->geometry(),
+              QRect(0, 0, 310, window_.height()));
+    EXPECT_EQ(window_.findChild<QueueView*>()->mapTo(&window_, QPoint()).y(), 28);
+    for (QLabel* label : window_.findChildren<QLabel*>()) {
+        EXPECT_GE(label->mapTo(&window_, QPoint()).y(), 28) << utf8(label->text());
+    }
+    // The dark ground of the sidebar is what one sees in the strip.
+    EXPECT_LT(pixel({200, 14}).lightness(), 50);
+}
+
+TEST_F(MainWindowTest, asksForItsMinimumWhenItIsMadeSmaller) {
+    force({500, 400}, false);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !window_.sizes.empty(); }));
+    EXPECT_TRUE(waitForSize({960, 640}));
+    EXPECT_THAT(window_.sizes, ElementsAre(QSize(960, 640)));
+    // And again, once it has had what it asked for.
+    force({500, 400}, false);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window_.sizes.size() == 2; }));
+    EXPECT_TRUE(waitForSize({960, 640}));
+}
+
+TEST_F(MainWindowTest, asksOnceForEachSizeThatItIsKeptAt) {
+    force({500, 400}, true);
+    ASSERT_TRUE(waitForSize({500, 400}));
+    // One more round trip to the window manager, which has refused by then.
+    window_.setWindowTitle(QStringLiteral("refused"));
+    force({600, 500}, true);
+    ASSERT_TRUE(waitForSize({600, 500}));
+    force({500, 700}, true);
+    ASSERT_TRUE(waitForSize({500, 700}));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window_.sizes.size() >= 3; }));
+    EXPECT_THAT(window_.sizes, ElementsAre(QSize(960, 640), QSize(960, 640), QSize(960, 700)));
+}
+
+TEST_F(MainWindowTest, neverLaysItsContentsOutBelowTheMinimum) {
+    force({500, 400}, true);
+    ASSERT_TRUE(waitForSize({500, 400}));
+    EXPECT_EQ(contents().geometry(), QRect(0, 0, 960, 640));
+    EXPECT_EQ(strip().width(), 500);
+    QApplication::setLayoutDirection(Qt::RightToLeft);
+    settle();
+    EXPECT_EQ(contents().geometry(), QRect(500 - 960, 0, 960, 640));
+}
+
+TEST_F(MainWindowTest, doesNotResistWhileItIsMaximised) {
+    maximise();
+    QResizeEvent small({500, 400}, window_.size());
+    window_.setMinimumSize(window_.size() + QSize(100, 100));
+    window_.sizes.clear();
+    QApplication::sendEvent(&window_, &small);
+    settle();
+    EXPECT_THAT(window_.sizes, ElementsAre());
+}
+
+TEST_F(MainWindowTest, needsMoreRoomForLargerLettersAndGivesItBack) {
+    QFont large = font_;
+    large.setPixelSize(30);
+    QApplication::setFont(large);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window_.minimumWidth() > 960; }));
+    EXPECT_EQ(window_.minimumSize(), QSize(960, 640).expandedTo(contents().minimumSizeHint()));
+    EXPECT_GE(window_.width(), window_.minimumWidth());
+    QApplication::setFont(font_);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window_.minimumSize() == QSize(960, 640); }));
+}
+
+TEST_F(MainWindowTest, drawsALineAroundItselfWhereNothingElseDoes) {
+    const QImage free = window_.grab().toImage();
+    const int right = free.width() - 1;
+    const int bottom = free.height() - 1;
+    const QColor ground = window_.palette().color(QPalette::Window);
+    EXPECT_EQ(free.pixelColor(right - 1, 300), ground);
+    for (const QPoint place : {QPoint(right, 300), QPoint(600, 0), QPoint(600, bottom)}) {
+        const int expected =
+            qRound(ground.red() * 0.8 + window_.palette().windowText().color().red() * 0.2);
+        EXPECT_NEAR(free.pixelColor(place).red(), expected, 2);
+    }
+    EXPECT_NE(free.pixelColor(0, 300), free.pixelColor(1, 300));
+    EXPECT_TRUE(
+        window_.findChild<WindowBorder*>()->testAttribute(Qt::WA_TransparentForMouseEvents));
+
+    maximise();
+    const QImage maximised = window_.grab().toImage();
+    EXPECT_EQ(maximised.pixelColor(maximised.width() - 1, 300), ground);
+    EXPECT_EQ(maximised.pixelColor(600, 0), ground);
+    window_.showNormal();
+    ASSERT_TRUE(waitForMaximised(false));
+    EXPECT_NE(pixel({window_.width() - 1, 300}), ground);
+}
+
+TEST_F(MainWindowTest, leavesTheButtonsOfTheWindowForLastOnTheKeyboard) {
+    // Rows that come later stand before them all the same.
+    scenario_.add({"a.opus", "b.opus"});
+    closeButton().setFocus();
+    std::vector<QWidget*> visited;
+    do {
+        QTest::keyClick(&window_, Qt::Key_Tab);
+        visited.push_back(QApplication::focusWidget());
+    } while (visited.back() != &closeButton() && visited.size() < 50);
+    ASSERT_GT(visited.size(), 5U);
+    EXPECT_THAT(std::vector<QWidget*>(visited.end() - 3, visited.end()),
+                ElementsAre(&minimiseButton(), &maximiseButton(), &closeButton()));
+    EXPECT_EQ(std::count(visited.begin(), visited.end(), &minimiseButton()), 1);
+    QTest::keyClick(&window_, Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::focusWidget(), &maximiseButton());
+}
+
+TEST_F(MainWindowTest, bringsItsIconInAllSizesAfterTheFirstFrame) {
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !window_.windowIcon().isNull(); }));
+    for (const int side : {16, 24, 32, 48, 64, 128}) {
+        const QImage image = window_.windowIcon().pixmap(QSize(side, side), 1.0).toImage();
+        ASSERT_EQ(image.size(), QSize(side, side));
+        EXPECT_EQ(image.pixelColor(0, 0).alpha(), 0);
+        EXPECT_GT(image.pixelColor(side / 2, side / 4).alpha(), 200);
+    }
+    const RecordingWindow hidden(scenario_.model);
+    settle();
+    EXPECT_TRUE(hidden.windowIcon().isNull());
+}
+
+TEST_F(MainWindowTest, mirrorsWithTheDirectionOfReading) {
+    QApplication::setLayoutDirection(Qt::RightToLeft);
+    settle();
+    EXPECT_EQ(closeButton().geometry(), QRect(0, 0, 36, 28));
+    EXPECT_EQ(minimiseButton().geometry(), QRect(72, 0, 36, 28));
+    const auto* sidebar = window_.findChild<SettingsSidebar*>();
+    EXPECT_EQ(sidebar->geometry().right(), window_.width() - 1);
+    EXPECT_GE(strip().menuBar().geometry().left(), sidebar->geometry().left());
+    EXPECT_LT(window_.width() - strip().menuBar().geometry().right(), 30);
+}
+
+} // namespace
+} // namespace kestrel

@@ -1,0 +1,157 @@
+#include "MenuBar.h"
+
+#include "MenuBarStyle.h"
+#include "Scenario.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QImage>
+#include <QMenu>
+
+#include <gtest/gtest.h>
+
+namespace kestrel {
+namespace {
+
+/// Shows no mnemonics.
+class TacitStyle : public MenuBarStyle {
+  public:
+    using MenuBarStyle::MenuBarStyle;
+
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* result) const override {
+        return hint == SH_UnderlineShortcut ? 0
+                                            : MenuBarStyle::styleHint(hint, option, widget, result);
+    }
+};
+
+class MenuBarTest : public ::testing::Test {
+  protected:
+    MenuBarTest() : bar_(new MenuBar(28, &window_)), menu_(bar_->addMenu(QStringLiteral("&File"))) {
+        for (const char* text : {"One", "Two"}) {
+            QObject::connect(menu_->addAction(QString::fromLatin1(text)), &QAction::triggered,
+                             [this, text] { triggered_ = text; });
+        }
+        window_.setPalette(Qt::black);
+        window_.setFixedSize(400, 200);
+        bar_->move(20, 0);
+        bar_->resize(bar_->sizeHint());
+        window_.show();
+        window_.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
+        settle();
+    }
+
+    ~MenuBarTest() override { QApplication::setFont(font_); }
+
+    /// How many pixels of the bar are white or nearly so.
+    int whitePixels() const {
+        const QImage image = picture();
+        int pixels = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                pixels += image.pixelColor(x, y).lightness() > 200 ? 1 : 0;
+            }
+        }
+        return pixels;
+    }
+
+    QImage picture() const { return window_.grab(bar_->geometry()).toImage(); }
+
+    void expectToOpenBy(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+        QTest::keyClick(&window_, key, modifiers);
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(menu_));
+        EXPECT_EQ(utf8(menu_->activeAction()->text()), "One");
+        QTest::keyClick(menu_, Qt::Key_Down);
+        QTest::keyClick(menu_, Qt::Key_Return);
+        EXPECT_EQ(triggered_, "Two");
+        EXPECT_FALSE(menu_->isVisible());
+    }
+
+    // To be painted from const members.
+    mutable QWidget window_;
+    MenuBar* bar_;
+    QMenu* menu_;
+    std::string triggered_;
+    const QFont font_ = QApplication::font();
+};
+
+TEST_F(MenuBarTest, writesWhiteOnWhateverIsBehindIt) {
+    EXPECT_GT(whitePixels(), 10);
+    EXPECT_EQ(picture().pixelColor(1, 1), QColor(Qt::black));
+    EXPECT_EQ(picture().pixelColor(1, 27), QColor(Qt::black));
+}
+
+TEST_F(MenuBarTest, isAsWideAsItsItems) {
+    EXPECT_LT(bar_->width(), 80);
+    const int one = bar_->sizeHint().width();
+    bar_->addMenu(QStringLiteral("File"));
+    EXPECT_EQ(bar_->sizeHint(), QSize(2 * one, 28));
+}
+
+TEST_F(MenuBarTest, highlightsTheItemUnderTheMouseAndMoreSoTheOpenOne) {
+    const auto ground = [this] { return picture().pixelColor(5, 14).red(); };
+    EXPECT_EQ(ground(), 0);
+    QMouseEvent move(QEvent::MouseMove, QPointF(10, 14), bar_->mapToGlobal(QPointF(10, 14)),
+                     Qt::NoButton, {}, {});
+    QApplication::sendEvent(bar_, &move);
+    const int hovered = ground();
+    EXPECT_GT(hovered, 15);
+    QTest::mousePress(bar_, Qt::LeftButton, {}, {10, 14});
+    ASSERT_TRUE(menu_->isVisible());
+    EXPECT_GT(ground(), hovered);
+    menu_->close();
+}
+
+TEST_F(MenuBarTest, opensAtTheTopEdgeOfTheScreen) {
+    QTest::mousePress(bar_, Qt::LeftButton, {}, {10, 0});
+    EXPECT_TRUE(menu_->isVisible());
+    menu_->close();
+}
+
+TEST_F(MenuBarTest, underlinesTheMnemonicWhereTheStyleDoes) {
+    const QImage asTheDesktop = picture();
+    const bool isUnderlined = bar_->style()->styleHint(QStyle::SH_UnderlineShortcut) != 0;
+    TacitStyle tacit(28);
+    bar_->setStyle(&tacit);
+    const QImage plain = picture();
+    EXPECT_EQ(asTheDesktop != plain, isUnderlined);
+    bar_->setStyle(nullptr);
+}
+
+TEST_F(MenuBarTest, leavesItsMenusToTheDesktop) {
+    EXPECT_EQ(menu_->palette(), QApplication::palette(menu_));
+    EXPECT_EQ(menu_->style(), QApplication::style());
+    EXPECT_NE(menu_->palette().color(QPalette::Text), menu_->palette().color(QPalette::Base));
+}
+
+TEST_F(MenuBarTest, opensByF10) {
+    expectToOpenBy(Qt::Key_F10, {});
+}
+
+TEST_F(MenuBarTest, opensByTheMnemonic) {
+    expectToOpenBy(Qt::Key_F, Qt::AltModifier);
+}
+
+TEST_F(MenuBarTest, opensNothingWithoutMenus) {
+    bar_->clear();
+    QTest::keyClick(&window_, Qt::Key_F10);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+}
+
+TEST_F(MenuBarTest, hasTheUsersFontAsFarAsItFits) {
+    QFont font = font_;
+    font.setPixelSize(17);
+    QApplication::setFont(font);
+    settle();
+    EXPECT_EQ(QFontInfo(bar_->font()).pixelSize(), 17);
+    font.setPixelSize(60);
+    QApplication::setFont(font);
+    settle();
+    EXPECT_EQ(bar_->sizeHint().height(), 28);
+    EXPECT_LE(QFontMetrics(bar_->font()).height(), 28);
+    EXPECT_GT(QFontMetrics(bar_->font()).height(), 18);
+}
+
+} // namespace
+} // namespace kestrel

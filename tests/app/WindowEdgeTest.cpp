@@ -1,0 +1,96 @@
+#include "WindowEdge.h"
+#include "FrameTest.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+namespace kestrel {
+namespace {
+
+using ::testing::ElementsAre;
+
+class WindowEdgeTest : public FrameTest {
+  protected:
+    QList<WindowEdge*> edges() { return window_.findChildren<WindowEdge*>(); }
+
+    void expectToResize(QPoint place, Qt::Edges edges, Qt::CursorShape cursor) {
+        const auto* edge = dynamic_cast<WindowEdge*>(window_.childAt(place));
+        ASSERT_NE(edge, nullptr);
+        EXPECT_EQ(edge->cursor().shape(), cursor);
+        window_.resizes.clear();
+        click(place);
+        EXPECT_THAT(window_.resizes, ElementsAre(edges));
+    }
+
+    int visibleEdges() {
+        const auto all = edges();
+        return static_cast<int>(std::count_if(
+            all.begin(), all.end(), [](const WindowEdge* edge) { return edge->isVisible(); }));
+    }
+};
+
+TEST_F(WindowEdgeTest, resizesOnEachSide) {
+    const QPoint middle = window_.rect().center();
+    const int right = window_.width() - 1;
+    const int bottom = window_.height() - 1;
+    expectToResize({0, middle.y()}, Qt::LeftEdge, Qt::SizeHorCursor);
+    expectToResize({right, middle.y()}, Qt::RightEdge, Qt::SizeHorCursor);
+    expectToResize({middle.x(), 0}, Qt::TopEdge, Qt::SizeVerCursor);
+    expectToResize({middle.x(), bottom}, Qt::BottomEdge, Qt::SizeVerCursor);
+}
+
+TEST_F(WindowEdgeTest, resizesAtEachCorner) {
+    const int right = window_.width() - 1;
+    const int bottom = window_.height() - 1;
+    // Close to the very corner, and along either side.
+    for (const QPoint off : {QPoint(1, 1), QPoint(11, 1), QPoint(1, 11)}) {
+        const int x = off.x();
+        const int y = off.y();
+        expectToResize({x, y}, Qt::TopEdge | Qt::LeftEdge, Qt::SizeFDiagCursor);
+        expectToResize({right - x, y}, Qt::TopEdge | Qt::RightEdge, Qt::SizeBDiagCursor);
+        expectToResize({x, bottom - y}, Qt::BottomEdge | Qt::LeftEdge, Qt::SizeBDiagCursor);
+        expectToResize({right - x, bottom - y}, Qt::BottomEdge | Qt::RightEdge,
+                       Qt::SizeFDiagCursor);
+    }
+}
+
+TEST_F(WindowEdgeTest, leavesWhatIsInsideTheCornersToTheButtons) {
+    EXPECT_EQ(window_.childAt(window_.width() - 6, 6), &closeButton());
+}
+
+TEST_F(WindowEdgeTest, takesItsPlaceInAWindowOfAnySize) {
+    window_.resize(1100, 700);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window_.width() == 1100; }));
+    settle();
+    expectToResize({1099, 300}, Qt::RightEdge, Qt::SizeHorCursor);
+    expectToResize({600, 699}, Qt::BottomEdge, Qt::SizeVerCursor);
+}
+
+TEST_F(WindowEdgeTest, resizesByTheLeftButtonAlone) {
+    QTest::mouseClick(window_.windowHandle(), Qt::RightButton, {}, {0, 300});
+    EXPECT_TRUE(window_.resizes.empty());
+}
+
+TEST_F(WindowEdgeTest, isThereOnlyWhileTheWindowIsFree) {
+    EXPECT_EQ(visibleEdges(), 8);
+    maximise();
+    EXPECT_EQ(visibleEdges(), 0);
+    window_.showNormal();
+    ASSERT_TRUE(waitForMaximised(false));
+    EXPECT_EQ(visibleEdges(), 8);
+    window_.showFullScreen();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window_.width() > 1200; }));
+    EXPECT_EQ(visibleEdges(), 0);
+}
+
+TEST_F(WindowEdgeTest, liesOverEverythingAndTakesNoFocus) {
+    const auto& children = window_.children();
+    for (WindowEdge* edge : edges()) {
+        EXPECT_GT(children.indexOf(edge), children.indexOf(&strip()));
+        EXPECT_EQ(edge->focusPolicy(), Qt::NoFocus);
+    }
+}
+
+} // namespace
+} // namespace kestrel

@@ -1,0 +1,176 @@
+#include "FrameTest.h"
+#include "Ink.h"
+
+#include <QImage>
+#include <QMouseEvent>
+
+#include <functional>
+
+namespace kestrel {
+namespace {
+
+class WindowStripTest : public FrameTest {
+  protected:
+    /// Moves the mouse over the strip, from the free place, with these buttons down.
+    void moveBy(QPoint way, Qt::MouseButtons buttons) {
+        const QPointF place = freePlace() + way;
+        QMouseEvent event(QEvent::MouseMove, place, strip().mapToGlobal(place), Qt::NoButton,
+                          buttons, {});
+        QApplication::sendEvent(&strip(), &event);
+    }
+
+    void press(Qt::MouseButton button) { QTest::mousePress(&strip(), button, {}, freePlace()); }
+
+    void release(Qt::MouseButton button) { QTest::mouseRelease(&strip(), button, {}, freePlace()); }
+
+    using Press = std::function<void(QWidget&)>;
+
+    void expectToMaximiseAndRestoreBy(const Press& pressed) {
+        pressed(maximiseButton());
+        EXPECT_TRUE(waitForMaximised(true));
+        EXPECT_EQ(utf8(maximiseButton().accessibleName()), "Restore");
+        EXPECT_EQ(utf8(maximiseButton().toolTip()), "Restore");
+        pressed(maximiseButton());
+        EXPECT_TRUE(waitForMaximised(false));
+        EXPECT_EQ(utf8(maximiseButton().accessibleName()), "Maximise");
+        EXPECT_EQ(utf8(maximiseButton().toolTip()), "Maximise");
+    }
+
+    void expectToMinimiseBy(const Press& pressed) {
+        pressed(minimiseButton());
+        EXPECT_TRUE(QTest::qWaitFor([this] { return window_.isMinimized(); }));
+    }
+
+    void expectToCloseBy(const Press& pressed) {
+        pressed(closeButton());
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !window_.isVisible(); }));
+    }
+
+    Press byMouse() {
+        return [this](QWidget& button) { click(middleOf(button)); };
+    }
+
+    static Press byKey(Qt::Key key) {
+        return [key](QWidget& button) {
+            button.setFocus(Qt::TabFocusReason);
+            QTest::keyClick(&button, key);
+        };
+    }
+};
+
+TEST_F(WindowStripTest, carriesTheMenuBarAndTheButtonsAtItsEnds) {
+    EXPECT_EQ(closeButton().geometry(), QRect(window_.width() - 36, 0, 36, 28));
+    EXPECT_EQ(minimiseButton().geometry(), QRect(window_.width() - 108, 0, 36, 28));
+    EXPECT_EQ(strip().menuBar().height(), 28);
+    EXPECT_LT(strip().menuBar().geometry().right(), 100);
+    EXPECT_EQ(utf8(minimiseButton().accessibleName()), "Minimise");
+    EXPECT_EQ(utf8(minimiseButton().toolTip()), "Minimise");
+    EXPECT_EQ(utf8(closeButton().accessibleName()), "Close");
+    EXPECT_EQ(utf8(closeButton().toolTip()), "Close");
+}
+
+TEST_F(WindowStripTest, maximisesAndRestoresByMouse) {
+    expectToMaximiseAndRestoreBy(byMouse());
+}
+
+TEST_F(WindowStripTest, maximisesAndRestoresBySpace) {
+    expectToMaximiseAndRestoreBy(byKey(Qt::Key_Space));
+}
+
+TEST_F(WindowStripTest, maximisesAndRestoresByEnter) {
+    expectToMaximiseAndRestoreBy(byKey(Qt::Key_Return));
+}
+
+TEST_F(WindowStripTest, minimisesByMouse) {
+    expectToMinimiseBy(byMouse());
+}
+
+TEST_F(WindowStripTest, minimisesBySpace) {
+    expectToMinimiseBy(byKey(Qt::Key_Space));
+}
+
+TEST_F(WindowStripTest, minimisesByEnter) {
+    expectToMinimiseBy(byKey(Qt::Key_Return));
+}
+
+TEST_F(WindowStripTest, closesByMouse) {
+    expectToCloseBy(byMouse());
+}
+
+TEST_F(WindowStripTest, closesBySpace) {
+    expectToCloseBy(byKey(Qt::Key_Space));
+}
+
+TEST_F(WindowStripTest, closesByEnter) {
+    expectToCloseBy(byKey(Qt::Key_Enter));
+}
+
+TEST_F(WindowStripTest, restoresAWindowThatFillsTheScreen) {
+    window_.showFullScreen();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window_.width() > 1200; }));
+    EXPECT_EQ(utf8(maximiseButton().accessibleName()), "Restore");
+    click(middleOf(maximiseButton()));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window_.width() < 1200; }));
+    EXPECT_FALSE(window_.isFullScreen());
+}
+
+TEST_F(WindowStripTest, maximisesAndRestoresByADoubleClickOnItsFreeArea) {
+    doubleClick(freePlace());
+    EXPECT_TRUE(waitForMaximised(true));
+    // Over the sidebar as well.
+    doubleClick({250, 14});
+    EXPECT_TRUE(waitForMaximised(false));
+    EXPECT_EQ(window_.moves, 0);
+}
+
+TEST_F(WindowStripTest, maximisesNothingByADoubleClickOnTheMenuBarOrAButton) {
+    int openings = 0;
+    QObject::connect(menu_, &QMenu::aboutToShow, [&openings] { ++openings; });
+    int requests = 0;
+    QObject::connect(&strip(), &WindowStrip::maximiseRequested, [&requests] { ++requests; });
+    doubleClick(middleOf(strip().menuBar()));
+    EXPECT_EQ(openings, 1);
+    menu_->close();
+    settle();
+    QObject::disconnect(&strip(), &WindowStrip::minimiseRequested, nullptr, nullptr);
+    doubleClick(middleOf(minimiseButton()));
+    EXPECT_EQ(requests, 0);
+    // The double click of any other button means nothing.
+    QTest::mouseDClick(&strip(), Qt::RightButton, {}, freePlace());
+    EXPECT_EQ(requests, 0);
+}
+
+TEST_F(WindowStripTest, movesTheWindowOnceTheMouseHasGoneTheDragDistance) {
+    const int distance = QApplication::startDragDistance();
+    press(Qt::LeftButton);
+    moveBy({distance - 1, 0}, Qt::LeftButton);
+    EXPECT_EQ(window_.moves, 0);
+    moveBy({distance, 0}, Qt::LeftButton);
+    EXPECT_EQ(window_.moves, 1);
+    // The window system has it now.
+    moveBy({distance + 20, 0}, Qt::LeftButton);
+    EXPECT_EQ(window_.moves, 1);
+}
+
+TEST_F(WindowStripTest, movesNothingWithoutTheLeftButton) {
+    moveBy({50, 0}, Qt::NoButton);
+    press(Qt::RightButton);
+    moveBy({50, 0}, Qt::RightButton);
+    release(Qt::RightButton);
+    press(Qt::LeftButton);
+    release(Qt::LeftButton);
+    moveBy({50, 0}, Qt::NoButton);
+    moveBy({50, 0}, Qt::LeftButton);
+    EXPECT_EQ(window_.moves, 0);
+}
+
+TEST_F(WindowStripTest, showsTheCloseButtonInRedUnderTheMouse) {
+    const auto ground = [this] { return closeButton().grab().toImage().pixelColor(7, 14); };
+    EXPECT_EQ(ground(), window_.palette().color(QPalette::Window));
+    closeButton().setAttribute(Qt::WA_UnderMouse);
+    EXPECT_EQ(ground(), Ink(Ink::Name::red).color(window_.palette()));
+    EXPECT_GT(closeButton().grab().toImage().pixelColor(18, 14).green(), 230);
+}
+
+} // namespace
+} // namespace kestrel

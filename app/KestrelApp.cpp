@@ -15,8 +15,9 @@ namespace kestrel {
 
 KestrelApp::KestrelApp() : KestrelApp(std::make_shared<ConverterViewModel>()) {}
 
-KestrelApp::KestrelApp(std::shared_ptr<ConverterViewModel> model)
-    : model_(std::move(model)), window_(model_) {
+KestrelApp::KestrelApp(std::shared_ptr<ConverterViewModel> model,
+                       SettingsSidebar::BinaryLocator locateBinary)
+    : model_(std::move(model)), window_(model_, std::move(locateBinary)) {
     window_.setWindowTitle(tr("Kestrel"));
     fillMenuBar(window_.menuBar());
 }

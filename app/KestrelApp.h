@@ -18,7 +18,10 @@ class KestrelApp {
 
   public:
     KestrelApp();
-    explicit KestrelApp(std::shared_ptr<ConverterViewModel> model);
+    /// With a model that somebody else keeps too. `locateBinary` finds `ffmpeg` whenever the window
+    /// shows whether it is there.
+    explicit KestrelApp(std::shared_ptr<ConverterViewModel> model,
+                        SettingsSidebar::BinaryLocator locateBinary = FFmpegService::locateBinary);
 
     /// Who the program is to the desktop. Call it once, before the application object is made.
     static void setIdentity();

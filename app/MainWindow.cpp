@@ -25,10 +25,11 @@ constexpr QSize smallest(960, 640);
 
 } // namespace
 
-MainWindow::MainWindow(std::shared_ptr<ConverterViewModel> model)
+MainWindow::MainWindow(std::shared_ptr<ConverterViewModel> model,
+                       SettingsSidebar::BinaryLocator locateBinary)
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::WindowSystemMenuHint |
                            Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint),
-      contents_(new ContentView(std::move(model), FFmpegService::locateBinary, this)),
+      contents_(new ContentView(std::move(model), std::move(locateBinary), this)),
       strip_(new WindowStrip(this)),
       border_(new WindowBorder(this)) {
     contents_->setTopInset(WindowStrip::stripHeight);

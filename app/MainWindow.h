@@ -1,6 +1,8 @@
 #pragma once
 
 #include "ConverterViewModel.h"
+#include "FFmpegService.h"
+#include "SettingsSidebar.h"
 
 #include <QWidget>
 
@@ -22,7 +24,9 @@ class MainWindow : public QWidget {
     Q_OBJECT
 
   public:
-    explicit MainWindow(std::shared_ptr<ConverterViewModel> model);
+    /// `locateBinary` finds `ffmpeg` whenever the sidebar shows whether it is there.
+    explicit MainWindow(std::shared_ptr<ConverterViewModel> model,
+                        SettingsSidebar::BinaryLocator locateBinary = FFmpegService::locateBinary);
 
     MenuBar& menuBar();
 

@@ -1,5 +1,5 @@
-#include "ContentView.h"
 #include "FFmpegError.h"
+#include "KestrelApp.h"
 #include "Scenario.h"
 
 #include <QApplication>
@@ -154,9 +154,10 @@ bool take(const Picture& picture, const QString& path) {
     bool isSaved = false;
     {
         Scenario scenario;
-        ContentView window(scenario.model, [&picture] {
+        KestrelApp app(scenario.model, [&picture] {
             return picture.hasFFmpeg ? std::optional(FileURL("/usr/bin/ffmpeg")) : std::nullopt;
         });
+        QWidget& window = app.window();
         window.resize(1060, 700);
         window.show();
         picture.prepare(scenario);

@@ -8,6 +8,7 @@
 #include "KeyboardFocus.h"
 #include "Label.h"
 #include "SymbolView.h"
+#include "UserFont.h"
 
 #include <QFontMetrics>
 #include <QHBoxLayout>
@@ -57,6 +58,13 @@ JobRow::JobRow(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
     removeButton_->setInk(Ink(Ink::Name::secondary).withOpacity(0.7));
     connect(removeButton_, &QPushButton::clicked, this, [this] { model_->remove(job()); });
     row->addWidget(removeButton_, 0, Qt::AlignVCenter);
+    alignTrailing();
+    connect(UserFont::shared(), &UserFont::changed, this, &JobRow::alignTrailing);
+}
+
+void JobRow::alignTrailing() {
+    // The circles of all rows lie one below the other.
+    checkMark_->setMinimumWidth(removeButton_->sizeHint().width());
 }
 
 QBoxLayout* JobRow::makeTexts() {
@@ -66,11 +74,13 @@ QBoxLayout* JobRow::makeTexts() {
     folder_->setObjectName(QStringLiteral("folder"));
     folder_->setInk(Ink::Name::secondary);
     auto* bullet = new Label(tr("•"), {TextStyle::caption}, this);
+    bullet->setObjectName(QStringLiteral("bullet"));
     bullet->setInk(Ink::Name::secondary);
     state_ = new Label({}, {TextStyle::caption}, this);
     state_->setObjectName(QStringLiteral("state"));
     state_->setWordWrap(false);
     progress_ = new FractionBar(this);
+    progress_->setObjectName(QStringLiteral("progress"));
     progress_->setAccessibleName(tr("Progress"));
     message_ = new ElidedLabel(maxMessageLines, {TextStyle::caption2}, this);
     message_->setInk(Ink::Name::red);
@@ -85,10 +95,13 @@ QBoxLayout* JobRow::makeTexts() {
 
     auto* column = new QVBoxLayout;
     column->setSpacing(6);
+    // Beside a badge that is higher the texts stay together.
+    column->addStretch(1);
     column->addWidget(name_);
     column->addLayout(status);
     column->addWidget(progress_);
     column->addWidget(message_);
+    column->addStretch(1);
     return column;
 }
 

@@ -62,6 +62,7 @@ class JobRow : public QWidget {
 
   private:
     QBoxLayout* makeTexts();
+    void alignTrailing();
     void showSource();
     void showState();
     void updateAccessibleNames();

@@ -3,7 +3,11 @@
 #include "ContentView.h"
 #include "DropBadge.h"
 #include "DropZone.h"
+#include "FFmpegError.h"
 #include "FormatButton.h"
+#include "JobBadge.h"
+#include "JobRow.h"
+#include "JobScrollArea.h"
 #include "Label.h"
 #include "PercentLabel.h"
 #include "PopUpButton.h"
@@ -203,6 +207,82 @@ TEST_F(GeometryTest, laysOutTheDropZone) {
         {"badge centred across",                std::abs(aside) / 2,        0},
         // clang-format on
     });
+}
+
+TEST_F(GeometryTest, laysOutTheJobList) {
+    scenario_.holdBack("b.opus", 0.5);
+    scenario_.add({"a.opus", "b.opus", "c.opus", "d.opus"});
+    scenario_.runner->setScript(
+        "a.opus", [](const auto&, const auto&) { throw FFmpegError::processFailed("one line"); });
+    scenario_.start();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return scenario_.model->jobs()[1].progress > 0; }));
+    settle();
+    const std::vector<JobRow*> rows = view_.findChild<JobScrollArea*>()->rows();
+    ASSERT_EQ(rows.size(), 4U);
+    const auto part = [this](const JobRow* row, const char* name) {
+        return box(find<QWidget>(*row, name));
+    };
+    const QRect summary = box("summary");
+    const QRect overall = box("overallProgress");
+    const QRect area = box<JobScrollArea>();
+    const QRect divider = box("footerDivider");
+    const QRect failed = box(rows[0]);
+    const QRect message = part(rows[0], "message");
+    const QRect converting = box(rows[1]);
+    const QRect bar = part(rows[1], "progress");
+    const QRect waiting = box(rows[2]);
+    const QRect badge = box(rows[2]->findChild<JobBadge*>());
+    const QRect name = part(rows[2], "name");
+    const QRect folder = part(rows[2], "folder");
+    const QRect bullet = part(rows[2], "bullet");
+    const QRect state = part(rows[2], "state");
+    const QRect remove = part(rows[2], "removeButton");
+    const int spread = (name.y() - waiting.y()) - (bottom(waiting) - bottom(state));
+    expectAll({
+        // clang-format off
+        {"header to overall bar",               down(summary, overall),     20},
+        {"overall bar: padding at the left",    overall.x() - 311,          26},
+        {"overall bar: padding at the right",   960 - end(overall),         26},
+        {"overall bar: height",                 overall.height(),           6},
+        {"overall bar to list",                 down(overall, area),        0},
+        {"list: x",                             area.x(),                   311},
+        {"list: width",                         area.width(),               649},
+        {"list to footer",                      down(area, divider),        0},
+        {"list: padding at the top",            failed.y() - area.y(),      6},
+        {"row to row",                          down(failed, converting),   0},
+        {"row: badge at the left",              badge.x() - 311,            26},
+        {"row: remove button at the right",     960 - end(remove),          26},
+        {"row without more: height",            waiting.height(),           7 + 42 + 7},
+        {"row: padding above the badge",        badge.y() - waiting.y(),    7},
+        {"badge: width",                        badge.width(),              42},
+        {"badge: height",                       badge.height(),             42},
+        {"badge to texts",                      across(badge, name),        14},
+        {"name to state line",                  down(name, state),          6},
+        {"texts centred beside the badge",      std::abs(spread) / 2,       0},
+        {"folder to bullet",                    across(folder, bullet),     8},
+        {"bullet to state",                     across(bullet, state),      8},
+        {"row: padding above the name",         part(rows[1], "name").y() - converting.y(), 7},
+        {"state line to bar",                   down(part(rows[1], "state"), bar), 6},
+        {"bar to texts, at the left",           bar.x() - name.x(),         0},
+        {"bar: padding at the right",           960 - end(bar),             26},
+        {"bar: height",                         bar.height(),               6},
+        {"row: padding below the bar",          down(bar, waiting),         7},
+        {"state line to message",               down(part(rows[0], "state"), message), 6},
+        {"row: padding below the message",      down(message, converting),  7},
+        // clang-format on
+    });
+}
+
+TEST_F(GeometryTest, keepsTheCirclesAtTheEndsOfRowsInLine) {
+    scenario_.add({"a.opus"});
+    static_cast<void>(scenario_.convertAll());
+    scenario_.add({"b.opus"});
+    const std::vector<JobRow*> rows = view_.findChild<JobScrollArea*>()->rows();
+    ASSERT_EQ(rows.size(), 2U);
+    const QRect checkMark = box(find<QWidget>(*rows[0], "checkMark"));
+    const QRect remove = box(find<QWidget>(*rows[1], "removeButton"));
+    EXPECT_EQ(960 - end(checkMark), 26);
+    EXPECT_EQ(checkMark.center().x(), remove.center().x());
 }
 
 TEST_F(GeometryTest, keepsTheSidebarAtItsWidthInAWiderWindow) {

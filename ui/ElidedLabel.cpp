@@ -24,7 +24,7 @@ ElidedLabel::ElidedLabel(Qt::TextElideMode elideMode, const TextFont& font, QWid
 ElidedLabel::ElidedLabel(int maxLines, const TextFont& font, QWidget* parent)
     : Label({}, font, parent), maxLines_(maxLines) {
     setWordWrap(false);
-    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::MinimumExpanding);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Minimum);
 }
 
 QSize ElidedLabel::sizeHint() const {
@@ -40,8 +40,19 @@ QSize ElidedLabel::minimumSizeHint() const {
     return {std::min(hint.width(), ellipsisWidth), hint.height()};
 }
 
-int ElidedLabel::heightForWidth(int) const {
-    return -1;
+bool ElidedLabel::hasHeightForWidth() const {
+    return maxLines_ > 1;
+}
+
+int ElidedLabel::heightForWidth(int width) const {
+    if (maxLines_ == 1) {
+        return -1;
+    }
+    const QMargins margins = contentsMargins();
+    const QStringList lines =
+        shownLines(text(), font(), width - margins.left() - margins.right(), maxLines_);
+    return static_cast<int>(lines.size()) * fontMetrics().lineSpacing() + margins.top() +
+           margins.bottom();
 }
 
 QStringList ElidedLabel::shownLines(const QString& text, const QFont& font, int width,

@@ -16,11 +16,12 @@ class ElidedLabel : public Label {
     ElidedLabel(Qt::TextElideMode elideMode, const TextFont& font, QWidget* parent = nullptr);
 
     /// A label that wraps its text into at most `maxLines` lines; the last one is shortened at its
-    /// right end. Takes all the height that it is given.
+    /// right end. As high as the lines that its width brings.
     ElidedLabel(int maxLines, const TextFont& font, QWidget* parent = nullptr);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+    bool hasHeightForWidth() const override;
     int heightForWidth(int width) const override;
 
     /// What of the text is shown in a width in pixels: at least one line, at most `maxLines`.

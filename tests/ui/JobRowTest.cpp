@@ -97,7 +97,8 @@ TEST_F(JobRowTest, showsAFailedJobWithItsMessage) {
 TEST_F(JobRowTest, keepsALineForAnEmptyMessage) {
     show(JobState::failed(""));
     EXPECT_EQ(parts(), "message removeButton ");
-    EXPECT_GE(find<QWidget>(row_, "message")->height(), row_.fontMetrics().lineSpacing());
+    const auto* message = find<QWidget>(row_, "message");
+    EXPECT_EQ(message->height(), message->fontMetrics().lineSpacing());
     EXPECT_EQ(utf8(row_.accessibleName()), "track.opus, in Album, Failed");
 }
 

@@ -108,7 +108,7 @@ int Button::labelWidth() const {
 
 QSize Button::sizeHint() const {
     const Measures all = measures(look_, controlSize_);
-    const int contents = std::max(fontMetrics().height(), symbol_ ? symbolSize(font()) : 0);
+    const int contents = std::max(lineHeight(font()), symbol_ ? symbolSize(font()) : 0);
     const int height = std::max(all.minHeight, contents + 2 * all.verticalPadding);
     return {std::max(labelWidth(), minimumLabelWidth_) + 2 * all.horizontalPadding, height};
 }

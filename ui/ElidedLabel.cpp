@@ -31,7 +31,7 @@ QSize ElidedLabel::sizeHint() const {
     const QMargins margins = contentsMargins();
     const int width = maxLines_ == 1 ? fontMetrics().horizontalAdvance(text()) + 1 : 0;
     return {width + margins.left() + margins.right(),
-            fontMetrics().lineSpacing() + margins.top() + margins.bottom()};
+            lineHeight(font()) + margins.top() + margins.bottom()};
 }
 
 QSize ElidedLabel::minimumSizeHint() const {
@@ -51,8 +51,7 @@ int ElidedLabel::heightForWidth(int width) const {
     const QMargins margins = contentsMargins();
     const QStringList lines =
         shownLines(text(), font(), width - margins.left() - margins.right(), maxLines_);
-    return static_cast<int>(lines.size()) * fontMetrics().lineSpacing() + margins.top() +
-           margins.bottom();
+    return static_cast<int>(lines.size()) * lineHeight(font()) + margins.top() + margins.bottom();
 }
 
 QStringList ElidedLabel::shownLines(const QString& text, const QFont& font, int width,
@@ -124,13 +123,13 @@ void ElidedLabel::paintEvent(QPaintEvent*) {
     painter.setPen(color());
     QRect line = contentsRect();
     if (maxLines_ == 1) {
-        line.setTop(line.top() + (line.height() - fontMetrics().height()) / 2);
+        line.setTop(line.top() + (line.height() - lineHeight(font())) / 2);
     }
-    line.setHeight(fontMetrics().height());
+    line.setHeight(lineHeight(font()));
     const Qt::Alignment side = (alignment() & Qt::AlignHorizontal_Mask) | Qt::AlignTop;
     for (const QString& shown : shownLines()) {
         drawAligned(painter, line, layoutDirection(), side, shown);
-        line.translate(0, fontMetrics().lineSpacing());
+        line.translate(0, lineHeight(font()));
     }
 }
 

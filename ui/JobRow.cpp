@@ -10,7 +10,6 @@
 #include "SymbolView.h"
 #include "UserFont.h"
 
-#include <QFontMetrics>
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QVBoxLayout>
@@ -232,7 +231,7 @@ JobRowMetrics JobRow::measure(const std::shared_ptr<ConverterViewModel>& model, 
     row.layout()->setGeometry(QRect(0, 0, width, metrics.failedHeight));
     metrics.messageWidth = row.message_->width();
     metrics.messageFont = row.message_->font();
-    metrics.messageLineHeight = QFontMetrics(metrics.messageFont).lineSpacing();
+    metrics.messageLineHeight = lineHeight(metrics.messageFont);
     return metrics;
 }
 

@@ -6,6 +6,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace kestrel {
@@ -45,12 +46,15 @@ QFont Label::currentFont() const {
     return textFont_.font();
 }
 
+int Label::heightOf(const QRect& text) const {
+    const auto lines = std::lround(text.height() / QFontMetricsF(font()).lineSpacing());
+    return std::max(static_cast<int>(lines), 1) * lineHeight(font());
+}
+
 QSize Label::sizeHint() const {
-    return fontMetrics()
-        .boundingRect(QRect(0, 0, std::numeric_limits<short>::max(), 0), Qt::AlignLeft, text())
-        .size()
-        .expandedTo(QSize(0, fontMetrics().height()))
-        .grownBy(QMargins(0, 0, 1, 0));
+    const QRect bounds = fontMetrics().boundingRect(
+        QRect(0, 0, std::numeric_limits<short>::max(), 0), Qt::AlignLeft, text());
+    return {bounds.width() + 1, heightOf(bounds)};
 }
 
 QSize Label::minimumSizeHint() const {
@@ -61,16 +65,14 @@ QSize Label::minimumSizeHint() const {
     for (const QString& word : text().split(u' ')) {
         width = std::max(width, fontMetrics().horizontalAdvance(word) + 1);
     }
-    return {width, fontMetrics().height()};
+    return {width, lineHeight(font())};
 }
 
 int Label::heightForWidth(int width) const {
     if (!wordWrap()) {
         return sizeHint().height();
     }
-    return std::max(
-        fontMetrics().height(),
-        fontMetrics().boundingRect(QRect(0, 0, width, 0), Qt::TextWordWrap, text()).height());
+    return heightOf(fontMetrics().boundingRect(QRect(0, 0, width, 0), Qt::TextWordWrap, text()));
 }
 
 void Label::paintEvent(QPaintEvent*) {

@@ -32,6 +32,8 @@ class Label : public QLabel {
     virtual QFont currentFont() const;
 
   private:
+    int heightOf(const QRect& text) const;
+
     TextFont textFont_;
     Ink ink_ = Ink::Name::primary;
 };

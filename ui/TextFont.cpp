@@ -1,6 +1,7 @@
 #include "TextFont.h"
 
 #include <QFontDatabase>
+#include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QScreen>
 
@@ -57,6 +58,10 @@ QFont TextFont::font() const {
     font.setWeight(weight);
     scale(font, sizeOf(style) / bodySize);
     return font;
+}
+
+int lineHeight(const QFont& font) {
+    return static_cast<int>(std::ceil(QFontMetricsF(font).height()));
 }
 
 QFont systemFont(int pixelSize, QFont::Weight weight) {

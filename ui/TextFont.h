@@ -16,6 +16,10 @@ struct TextFont {
     QFont font() const;
 };
 
+/// The height in pixels that a line takes with all its ends, at every scale of the screen. The
+/// font's own metrics are rounded, and a screen with more pixels shows what the rounding cuts off.
+int lineHeight(const QFont& font);
+
 /// A font of a fixed size in pixels, whatever the size of the user's own font is.
 QFont systemFont(int pixelSize, QFont::Weight weight = QFont::Normal);
 

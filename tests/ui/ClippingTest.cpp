@@ -80,7 +80,7 @@ class ClippingTest : public ::testing::TestWithParam<Situation> {
     /// Whether everything of a label's text is inside its rectangle, or left out with an ellipsis.
     static bool hasRoomForText(const Label& label) {
         if (qobject_cast<const ElidedLabel*>(&label) != nullptr) {
-            return label.height() >= label.fontMetrics().height() &&
+            return label.height() >= QFontMetricsF(label.font()).height() &&
                    label.width() >= label.minimumSizeHint().width();
         }
         return label.width() >= label.minimumSizeHint().width() &&

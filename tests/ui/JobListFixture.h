@@ -6,6 +6,7 @@
 #include "JobRow.h"
 #include "JobScrollArea.h"
 #include "Scenario.h"
+#include "TextFont.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -117,9 +118,7 @@ class JobListFixture : public ::testing::Test {
     }
 
     /// The height of a line of a failure message.
-    int messageLine() const {
-        return find<QLabel>(*rows().front(), "message")->fontMetrics().lineSpacing();
-    }
+    int messageLine() const { return lineHeight(find<QLabel>(*rows().front(), "message")->font()); }
 
     Scenario scenario_;
     QWidget window_;

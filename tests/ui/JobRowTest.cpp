@@ -3,6 +3,7 @@
 #include "DisplayText.h"
 #include "FractionBar.h"
 #include "Scenario.h"
+#include "TextFont.h"
 
 #include <QLabel>
 #include <QLayout>
@@ -98,7 +99,7 @@ TEST_F(JobRowTest, keepsALineForAnEmptyMessage) {
     show(JobState::failed(""));
     EXPECT_EQ(parts(), "message removeButton ");
     const auto* message = find<QWidget>(row_, "message");
-    EXPECT_EQ(message->height(), message->fontMetrics().lineSpacing());
+    EXPECT_EQ(message->height(), lineHeight(message->font()));
     EXPECT_EQ(utf8(row_.accessibleName()), "track.opus, in Album, Failed");
 }
 

@@ -40,12 +40,13 @@ FormatButton::FormatButton(OutputFormat format, std::function<void()> action, QW
 }
 
 void FormatButton::setSelected(bool isSelected) {
-    if (isSelected == isChecked()) {
-        return;
-    }
     const QSignalBlocker blocker(this);
     setChecked(isSelected);
-    setTextFont(nameFont(isSelected));
+    // Not only where the check changes: assistive technology may have changed it already.
+    const TextFont wanted = nameFont(isSelected);
+    if (font().weight() != wanted.weight) {
+        setTextFont(wanted);
+    }
 }
 
 Symbol FormatButton::symbol() const {

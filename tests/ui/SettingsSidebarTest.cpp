@@ -35,6 +35,8 @@ class SettingsSidebarTest : public ::testing::Test {
     std::vector<std::string> selectedFormats() const {
         std::vector<std::string> names;
         for (const FormatButton* button : sidebar_.findChildren<FormatButton*>()) {
+            EXPECT_EQ(button->font().weight(),
+                      button->isChecked() ? QFont::DemiBold : QFont::Normal);
             if (button->isChecked()) {
                 names.push_back(utf8(button->text()));
             }

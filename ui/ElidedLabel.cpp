@@ -122,14 +122,14 @@ void ElidedLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setPen(color());
     QRect line = contentsRect();
-    if (maxLines_ == 1) {
-        line.setTop(line.top() + (line.height() - lineHeight(font())) / 2);
+    if (maxLines_ > 1) {
+        line.setHeight(lineHeight(font()));
     }
-    line.setHeight(lineHeight(font()));
-    const Qt::Alignment side = (alignment() & Qt::AlignHorizontal_Mask) | Qt::AlignTop;
+    // As in other labels, so that the letters of neighbours stand on one line.
+    const Qt::Alignment side = (alignment() & Qt::AlignHorizontal_Mask) | Qt::AlignVCenter;
     for (const QString& shown : shownLines()) {
         drawAligned(painter, line, layoutDirection(), side, shown);
-        line.translate(0, lineHeight(font()));
+        line.translate(0, line.height());
     }
 }
 

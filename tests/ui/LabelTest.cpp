@@ -23,14 +23,19 @@ class LabelTest : public ::testing::TestWithParam<std::tuple<double, double>> {
 
     void TearDown() override { QApplication::setFont(usual_); }
 
-    /// How much of the picture of a label of this height is not background.
-    static qint64 inkAt(QWidget& label, int height) {
-        label.resize(label.width(), height);
+    static QImage picture(QWidget& label) {
         const double scale = std::get<1>(GetParam());
         QImage picture((QSizeF(label.size()) * scale).toSize(), QImage::Format_ARGB32);
         picture.setDevicePixelRatio(scale);
         picture.fill(Qt::transparent);
         label.render(&picture, {}, {}, {});
+        return picture;
+    }
+
+    /// How much of the picture of a label of this height is not background.
+    static qint64 inkAt(QWidget& label, int height) {
+        label.resize(label.width(), height);
+        const QImage picture = LabelTest::picture(label);
         qint64 ink = 0;
         for (int y = 0; y < picture.height(); ++y) {
             for (int x = 0; x < picture.width(); ++x) {
@@ -79,6 +84,19 @@ TEST_P(LabelTest, cutsNothingOffLinesThatAreShortened) {
     label.setText(tails_ + u'\n' + tails_ + tails_);
     label.resize(label.fontMetrics().horizontalAdvance(tails_) + 20, 1);
     expectWhole(label, label.heightForWidth(label.width()));
+}
+
+TEST_P(LabelTest, standsOnOneLineWhetherItIsShortenedOrNot) {
+    Label label(tails_, {TextStyle::caption});
+    label.setWordWrap(false);
+    ElidedLabel elided(Qt::ElideRight, {TextStyle::caption});
+    elided.setText(tails_);
+    EXPECT_EQ(label.sizeHint().height(), elided.sizeHint().height());
+    for (const int more : {0, 1, 2, 3}) {
+        label.resize(elided.sizeHint().grownBy({0, 0, 0, more}));
+        elided.resize(label.size());
+        EXPECT_EQ(picture(label), picture(elided)) << more;
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(OfSizes, LabelTest,

@@ -106,7 +106,8 @@ void CaptionButton::drawLabel(QPainter& painter) {
     painter.setPen(
         QPen(ink.color(palette()), lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.setBrush(Qt::NoBrush);
-    const QRectF box((width() - glyphSize) / 2, (height() - glyphSize) / 2, glyphSize, glyphSize);
+    QRect box(0, 0, glyphSize, glyphSize);
+    box.moveCenter(rect().center());
     switch (action_) {
     case Action::minimise:
         drawMinimise(painter, box);

@@ -19,8 +19,6 @@ namespace {
 
 /// Reports once the first frame of a window is on the screen, and ends the program.
 class FirstFrame : public QObject {
-    Q_OBJECT
-
   public:
     FirstFrame(QWidget& window, long long startNanoseconds) : start_(startNanoseconds) {
         window.installEventFilter(this);
@@ -31,7 +29,8 @@ class FirstFrame : public QObject {
         if (event->type() == QEvent::Paint && !isPainted_) {
             isPainted_ = true;
             // The frame is handed over before the event loop turns.
-            QMetaObject::invokeMethod(this, &FirstFrame::report, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(
+                this, [this] { report(); }, Qt::QueuedConnection);
         }
         return QObject::eventFilter(watched, event);
     }
@@ -77,5 +76,3 @@ int main(int argc, char** argv) {
     return QApplication::exec();
 #endif
 }
-
-#include "FirstFrame.moc"

@@ -147,7 +147,7 @@ void JobScrollArea::updateMetrics() {
 
 void JobScrollArea::updateScrollRange() {
     const int page = viewport()->height();
-    const qint64 range = heights_.offsets().total() + 2 * endMargin - page;
+    const qint64 range = heights_.offsets().total() + qint64{2} * endMargin - page;
     verticalScrollBar()->setPageStep(page);
     verticalScrollBar()->setRange(
         0, static_cast<int>(std::clamp<qint64>(range, 0, std::numeric_limits<int>::max())));

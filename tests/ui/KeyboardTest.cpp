@@ -175,7 +175,6 @@ TEST_F(KeyboardTest, givesTheFocusBackAfterTheAlert) {
 }
 
 TEST_F(KeyboardTest, showsWhereTheFocusIsOnEveryControl) {
-    ConversionSettings settings;
     scenario_.chooseDestination("/no-such-folder/Out");
     std::vector<QWidget*> controls;
     for (QWidget* widget : view_.findChildren<QWidget*>()) {

@@ -74,6 +74,8 @@ void MainWindow::changeEvent(QEvent* event) {
 
 void MainWindow::resizeEvent(QResizeEvent*) {
     place();
+    // The mouse has not moved: nothing else says that the buttons have.
+    strip_->refreshHover();
     resist();
 }
 

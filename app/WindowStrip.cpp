@@ -4,6 +4,8 @@
 #include "MenuBar.h"
 
 #include <QApplication>
+#include <QCursor>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QMouseEvent>
 
@@ -38,6 +40,17 @@ WindowStrip::WindowStrip(QWidget* parent)
 
 void WindowStrip::setWindowMaximised(bool isMaximised) {
     buttons_[1]->setWindowMaximised(isMaximised);
+}
+
+void WindowStrip::refreshHover() {
+    for (CaptionButton* button : buttons_) {
+        if (button->underMouse() &&
+            !button->rect().contains(button->mapFromGlobal(QCursor::pos()))) {
+            QEvent leave(QEvent::Leave);
+            QCoreApplication::sendEvent(button, &leave);
+            button->update();
+        }
+    }
 }
 
 void WindowStrip::mousePressEvent(QMouseEvent* event) {

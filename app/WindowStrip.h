@@ -29,6 +29,9 @@ class WindowStrip : public QWidget {
 
     void setWindowMaximised(bool isMaximised);
 
+    /// Tells each button that the window has taken from under the mouse that the mouse has left it.
+    void refreshHover();
+
   Q_SIGNALS:
     /// The user drags the window.
     void moveRequested();

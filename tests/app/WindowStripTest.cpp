@@ -1,6 +1,7 @@
 #include "FrameTest.h"
 #include "Ink.h"
 
+#include <QCursor>
 #include <QImage>
 #include <QMouseEvent>
 
@@ -162,6 +163,29 @@ TEST_F(WindowStripTest, movesNothingWithoutTheLeftButton) {
     moveBy({50, 0}, Qt::NoButton);
     moveBy({50, 0}, Qt::LeftButton);
     EXPECT_EQ(window_.moves, 0);
+}
+
+TEST_F(WindowStripTest, leavesNoHighlightOnAButtonThatTheWindowTookFromUnderTheMouse) {
+    const QPoint before = QCursor::pos();
+    QCursor::setPos(window_.mapToGlobal(middleOf(maximiseButton())));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return maximiseButton().underMouse(); }));
+    maximise();
+    EXPECT_FALSE(maximiseButton().rect().contains(maximiseButton().mapFromGlobal(QCursor::pos())));
+    EXPECT_FALSE(maximiseButton().underMouse());
+    EXPECT_EQ(maximiseButton().grab().toImage().pixelColor(5, 14),
+              window_.palette().color(QPalette::Window));
+    QCursor::setPos(before);
+}
+
+TEST_F(WindowStripTest, keepsTheHighlightOfAButtonThatStaysUnderTheMouse) {
+    const QPoint before = QCursor::pos();
+    QCursor::setPos(window_.mapToGlobal(middleOf(minimiseButton())));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return minimiseButton().underMouse(); }));
+    window_.resize(window_.size() + QSize(0, 40));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window_.height() == 680; }));
+    settle();
+    EXPECT_TRUE(minimiseButton().underMouse());
+    QCursor::setPos(before);
 }
 
 TEST_F(WindowStripTest, showsTheCloseButtonInRedUnderTheMouse) {

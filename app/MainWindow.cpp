@@ -7,6 +7,8 @@
 #include "WindowEdge.h"
 #include "WindowStrip.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QEvent>
 #include <QIcon>
 #include <QPainter>
@@ -23,6 +25,14 @@ namespace {
 
 constexpr QSize smallest(960, 640);
 
+/// A plain widget would be a mere container to assistive technology, which looks for windows.
+QAccessibleInterface* accessibleWindow(const QString& type, QObject* object) {
+    auto* window = type == QLatin1String(MainWindow::staticMetaObject.className())
+                       ? qobject_cast<MainWindow*>(object)
+                       : nullptr;
+    return window != nullptr ? new QAccessibleWidget(window, QAccessible::Window) : nullptr;
+}
+
 } // namespace
 
 MainWindow::MainWindow(std::shared_ptr<ConverterViewModel> model,
@@ -32,6 +42,7 @@ MainWindow::MainWindow(std::shared_ptr<ConverterViewModel> model,
       contents_(new ContentView(std::move(model), std::move(locateBinary), this)),
       strip_(new WindowStrip(this)),
       border_(new WindowBorder(this)) {
+    QAccessible::installFactory(accessibleWindow);
     contents_->setTopInset(WindowStrip::stripHeight);
     connect(strip_, &WindowStrip::moveRequested, this, [this] { startMove(); });
     connect(strip_, &WindowStrip::minimiseRequested, this, &QWidget::showMinimized);

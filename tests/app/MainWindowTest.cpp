@@ -4,6 +4,7 @@
 #include "QueueView.h"
 #include "WindowBorder.h"
 
+#include <QAccessible>
 #include <QImage>
 #include <QLabel>
 #include <QWindow>
@@ -171,6 +172,16 @@ TEST_F(MainWindowTest, bringsItsIconInAllSizesAfterTheFirstFrame) {
     const RecordingWindow hidden(scenario_.model);
     settle();
     EXPECT_TRUE(hidden.windowIcon().isNull());
+}
+
+TEST_F(MainWindowTest, isAWindowToAssistiveTechnology) {
+    window_.setWindowTitle(QStringLiteral("Title"));
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&window_);
+    ASSERT_NE(accessible, nullptr);
+    EXPECT_EQ(accessible->role(), QAccessible::Window);
+    EXPECT_EQ(utf8(accessible->text(QAccessible::Name)), "Title");
+    EXPECT_TRUE(accessible->state().active);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&contents())->role(), QAccessible::Client);
 }
 
 TEST_F(MainWindowTest, mirrorsWithTheDirectionOfReading) {

@@ -62,6 +62,18 @@ TEST_F(KestrelAppTest, addsFromTheKeyboardWhileABatchRuns) {
     }
 }
 
+TEST_F(KestrelAppTest, addsNothingFromTheKeyboardWhileTheAlertIsOpen) {
+    scenario_.model->setAlertMessage("Something");
+    ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::activeModalWidget() != nullptr; }));
+    press(Qt::ControlModifier, Qt::Key_O);
+    press(Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_O);
+    EXPECT_THAT(scenario_.panelTitles(), ElementsAre());
+    scenario_.model->setAlertMessage(std::nullopt);
+    ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::activeModalWidget() == nullptr; }));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&app_.window()));
+    expectBothShortcutsToWork();
+}
+
 TEST_F(KestrelAppTest, addsFromTheMenu) {
     fileMenu()->actions()[0]->trigger();
     EXPECT_THAT(scenario_.panelTitles(), ElementsAre("Choose Opus audio to convert"));

@@ -100,8 +100,8 @@ void JobScrollArea::enter(Qt::FocusReason reason) {
     }
     if (!current_) {
         const Range range = sight();
-        const bool isCut =
-            heights_.offsets().top(range.first) < verticalScrollBar()->value() && range.first > 0;
+        const qint64 firstTop = heights_.offsets().top(range.first) + endMargin;
+        const bool isCut = firstTop < verticalScrollBar()->value();
         const std::size_t first =
             isCut && range.first + 1 < range.second ? range.first + 1 : range.first;
         const std::size_t index = std::min(first, model_->jobs().size() - 1);
@@ -112,7 +112,13 @@ void JobScrollArea::enter(Qt::FocusReason reason) {
 
 void JobScrollArea::moveTo(std::size_t index, Qt::FocusReason reason) {
     current_ = CurrentRow{model_->jobs()[index].id(), index};
-    reveal(index);
+    if (reason == Qt::MouseFocusReason) {
+        // Who presses the scroll bar or a margin wants to see what is there.
+        const QScopedValueRollback<bool> placing(isPlacing_, true);
+        placeRows();
+    } else {
+        reveal(index);
+    }
     if (JobRow* row = shownRow(index)) {
         row->setFocus(reason);
     }

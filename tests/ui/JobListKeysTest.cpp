@@ -58,6 +58,21 @@ TEST_F(JobListKeysTest, startsWithTheFirstRowThatIsInSightAsAWhole) {
     EXPECT_EQ(bar()->value(), value);
 }
 
+TEST_F(JobListKeysTest, startsWithTheSecondRowWhereTheFirstOneIsCut) {
+    addMany(100);
+    bar()->setValue(rows().front()->height() / 2);
+    type(Qt::Key_Tab);
+    EXPECT_EQ(focusedName(), "1.opus");
+}
+
+TEST_F(JobListKeysTest, startsWithARowThatBeginsAtTheEdge) {
+    addMany(100);
+    bar()->setValue(rows()[3]->y());
+    ASSERT_EQ(rows().front()->y(), 0);
+    type(Qt::Key_Tab);
+    EXPECT_EQ(focusedName(), "3.opus");
+}
+
 TEST_F(JobListKeysTest, movesFromRowToRowByKeys) {
     addMany(100);
     type(Qt::Key_Tab);

@@ -1,0 +1,40 @@
+#include "JobListFixture.h"
+
+namespace kestrel {
+namespace {
+
+using JobListMouseTest = JobListFixture;
+
+TEST_F(JobListMouseTest, staysWhereItIsWhenTheScrollBarIsPressed) {
+    addMany(100);
+    type(Qt::Key_Tab);
+    for (const bool hasFocus : {true, false}) {
+        if (!hasFocus) {
+            after_.setFocus();
+        }
+        bar()->setValue(bar()->maximum() / 2);
+        const int value = bar()->value();
+        // On its handle.
+        QTest::mousePress(bar(), Qt::LeftButton, {}, bar()->rect().center());
+        EXPECT_EQ(bar()->value(), value);
+        EXPECT_TRUE(bar()->isSliderDown());
+        QTest::mouseRelease(bar(), Qt::LeftButton, {}, bar()->rect().center());
+        EXPECT_EQ(bar()->value(), value);
+        EXPECT_EQ(focusedName(), "0.opus");
+    }
+}
+
+TEST_F(JobListMouseTest, staysWhereItIsWhenTheMarginIsPressed) {
+    addMany(100);
+    type(Qt::Key_Tab);
+    bar()->setValue(bar()->maximum() / 2);
+    const int value = bar()->value();
+    QTest::mouseClick(area()->viewport(), Qt::LeftButton, {}, QPoint(3, 200));
+    EXPECT_EQ(bar()->value(), value);
+    type(Qt::Key_Down);
+    EXPECT_EQ(focusedName(), "1.opus");
+    EXPECT_TRUE(isInSight(focusedRow()));
+}
+
+} // namespace
+} // namespace kestrel

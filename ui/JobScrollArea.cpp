@@ -168,6 +168,10 @@ void JobScrollArea::scrollBack(const std::vector<Sighting>& sightings) {
             gap = gap || sighting.top < 0 ? gap : sighting.top;
             continue;
         }
+        // Assumed, its height would change once more, and where the row lies with it.
+        if (heights_.measure(*index, model_->jobs()[*index])) {
+            updateScrollRange();
+        }
         // Of a row that reaches out of sight, the end that is in sight stays.
         const bool isCut = sighting.top < 0;
         const qint64 edge = offsets.top(*index) + (isCut ? offsets.height(*index) : 0) + endMargin;

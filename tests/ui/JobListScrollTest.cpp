@@ -67,6 +67,26 @@ TEST_F(JobListScrollTest, staysWhereItIsWhenARowAboveGrows) {
     EXPECT_EQ(rows().front()->y(), y);
 }
 
+TEST_F(JobListScrollTest, staysWhereItIsWhenTheTopmostRowFails) {
+    scenario_.runner->setScript("1.opus", [this](const auto&, const auto&) {
+        scenario_.gate.pass();
+        throw FFmpegError::processFailed("short");
+    });
+    scenario_.holdBack("2.opus", 0.5);
+    addMany(100);
+    scenario_.start();
+    ASSERT_TRUE(QTest::qWaitFor(
+        [this] { return scenario_.model->jobs()[1].state.is(JobState::Case::converting); }));
+    settle();
+    bar()->setValue(bar()->value() + rowOf("1.opus")->y());
+    ASSERT_EQ(rows().front(), rowOf("1.opus"));
+    scenario_.gate.open();
+    ASSERT_TRUE(QTest::qWaitFor(
+        [this] { return scenario_.model->jobs()[1].state.is(JobState::Case::failed); }));
+    settle();
+    EXPECT_EQ(rowOf("1.opus")->y(), 0);
+}
+
 TEST_F(JobListScrollTest, scrollsBeforeTheRefreshForARemovalHasCome) {
     addMany(100);
     bar()->setValue(bar()->maximum());

@@ -48,6 +48,7 @@ JobScrollArea::JobScrollArea(std::shared_ptr<ConverterViewModel> model, QWidget*
             refresh();
         },
         Qt::QueuedConnection);
+    connect(model_.get(), &ConverterViewModel::willChange, this, [this] { isStale_ = true; });
     connect(qApp, &QApplication::focusChanged, this, [this] {
         updateFocusPolicy();
         noteCurrent();
@@ -60,11 +61,16 @@ JobScrollArea::~JobScrollArea() {
 }
 
 void JobScrollArea::refresh() {
+    refreshMoved(0);
+}
+
+void JobScrollArea::refreshMoved(int dy) {
     if (isPlacing_) {
         return;
     }
     const QScopedValueRollback<bool> placing(isPlacing_, true);
-    const std::vector<Sighting> before = sightings();
+    isStale_ = false;
+    const std::vector<Sighting> before = sightings(dy);
     noteCurrent();
     updateMetrics();
     heights_.update(model_->jobs());
@@ -98,20 +104,16 @@ void JobScrollArea::resizeEvent(QResizeEvent* event) {
     refresh();
 }
 
-void JobScrollArea::scrollContentsBy(int, int) {
+void JobScrollArea::scrollContentsBy(int, int dy) {
     if (isPlacing_) {
         return;
     }
-    if (isStale()) {
-        refresh();
+    if (isStale_) {
+        refreshMoved(dy);
         return;
     }
     const QScopedValueRollback<bool> placing(isPlacing_, true);
     placeRows();
-}
-
-bool JobScrollArea::isStale() const {
-    return heights_.offsets().count() != model_->jobs().size();
 }
 
 std::optional<std::size_t> JobScrollArea::indexOf(const UUID& id) const {
@@ -124,13 +126,13 @@ std::optional<std::size_t> JobScrollArea::indexOf(const UUID& id) const {
     return static_cast<std::size_t>(found - jobs.begin());
 }
 
-std::vector<JobScrollArea::Sighting> JobScrollArea::sightings() const {
+std::vector<JobScrollArea::Sighting> JobScrollArea::sightings(int dy) const {
     std::vector<Sighting> sightings;
     for (const auto& [row, index] : shown_) {
         const QRect geometry = row->geometry();
         const int bottom = geometry.top() + geometry.height();
         if (bottom > 0 && geometry.top() < viewport()->height()) {
-            sightings.push_back({row->job().id(), geometry.top(), bottom});
+            sightings.push_back({row->job().id(), geometry.top() + dy, bottom + dy});
         }
     }
     return sightings;

@@ -55,7 +55,7 @@ class JobScrollArea : public QAbstractScrollArea {
         std::size_t index;
     };
 
-    /// A row in sight, and where in the viewport it starts and ends.
+    /// A row that was in sight, and where in the viewport it is to start and end.
     struct Sighting {
         UUID id;
         int top;
@@ -73,10 +73,11 @@ class JobScrollArea : public QAbstractScrollArea {
 
     using Range = std::pair<std::size_t, std::size_t>;
 
-    bool isStale() const;
     std::optional<std::size_t> indexOf(const UUID& id) const;
 
-    std::vector<Sighting> sightings() const;
+    /// Shows the model as it is now; what was in sight lies `dy` pixels further down afterwards.
+    void refreshMoved(int dy);
+    std::vector<Sighting> sightings(int dy) const;
     void updateMetrics();
     void updateScrollRange();
     void scrollTo(qint64 value);
@@ -112,6 +113,8 @@ class JobScrollArea : public QAbstractScrollArea {
     std::vector<JobRow*> spare_;
     std::vector<QRect> separators_;
     std::optional<CurrentRow> current_;
+    /// Whether the model may be another one than at the last refresh.
+    bool isStale_ = true;
     bool isFontStale_ = false;
     bool isPlacing_ = false;
 };

@@ -92,10 +92,10 @@ void JobScrollArea::focusInEvent(QFocusEvent* event) {
 }
 
 void JobScrollArea::enter(Qt::FocusReason reason) {
-    if (isStale()) {
+    if (isStale_) {
         refresh();
     }
-    if (isStale() || model_->jobs().empty()) {
+    if (isStale_ || model_->jobs().empty()) {
         return;
     }
     if (!current_) {
@@ -159,7 +159,7 @@ bool JobScrollArea::handleKey(const QKeyEvent& event) {
     if (isTab || (event.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) {
         return false;
     }
-    if (isStale()) {
+    if (isStale_) {
         refresh();
     }
     JobRow* row = focusedRow();

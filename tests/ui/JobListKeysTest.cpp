@@ -265,6 +265,19 @@ TEST_F(JobListKeysTest, keepsTheFocusOnItsRowWhileOthersAreRemoved) {
     EXPECT_EQ(focusedName(), "5.opus");
 }
 
+TEST_F(JobListKeysTest, keepsTheFocusOnItsRowThoughTheListScrollsBeforeItRefreshes) {
+    addMany(100);
+    QTest::mouseClick(rowOf("3.opus"), Qt::LeftButton, {}, QPoint(100, 20));
+    scenario_.model->remove(scenario_.model->jobs().front());
+    scenario_.model->add({FileURL("/no-such-folder/100.opus")});
+    bar()->setValue(bar()->value() + 1);
+    EXPECT_EQ(focusedName(), "3.opus");
+    scenario_.model->remove(scenario_.model->jobs().front());
+    scenario_.model->add({FileURL("/no-such-folder/101.opus")});
+    type(Qt::Key_Down);
+    EXPECT_EQ(focusedName(), "4.opus");
+}
+
 TEST_F(JobListKeysTest, movesTheFocusToTheRowWhenItsButtonGoesAway) {
     scenario_.holdBack("a.opus", 0.5);
     scenario_.add({"a.opus", "b.opus"});

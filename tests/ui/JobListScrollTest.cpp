@@ -87,6 +87,20 @@ TEST_F(JobListScrollTest, staysWhereItIsWhenTheTopmostRowFails) {
     EXPECT_EQ(rowOf("1.opus")->y(), 0);
 }
 
+TEST_F(JobListScrollTest, scrollsAsFarAsItIsToThoughTheListHasChanged) {
+    addMany(100);
+    bar()->setValue(bar()->maximum() / 2 + 7);
+    const std::string name = texts("name")[4];
+    const int y = rowOf(name)->y();
+    for (const int step : {40, -60}) {
+        scenario_.model->remove(scenario_.model->jobs().front());
+        bar()->setValue(bar()->value() + step);
+        settle();
+        ASSERT_NE(rowOf(name), nullptr);
+    }
+    EXPECT_EQ(rowOf(name)->y(), y + 20);
+}
+
 TEST_F(JobListScrollTest, scrollsBeforeTheRefreshForARemovalHasCome) {
     addMany(100);
     bar()->setValue(bar()->maximum());

@@ -74,8 +74,9 @@ QStringList ElidedLabel::shownLines(const QString& text, const QFont& font, int 
         const bool isLast = shown.size() + 1 == maxLines;
         QString part =
             isLast ? lines.mid(line.textStart()) : lines.mid(line.textStart(), line.textLength());
-        // A line keeps the separator that ends it; in the last one, more lines may follow on it.
-        if (part.endsWith(QChar::LineSeparator)) {
+        // A line keeps the separator or the blanks that end it. Aligned to the right, blanks would
+        // show. In the last line, more lines may follow on a separator.
+        while (!part.isEmpty() && part.back().isSpace()) {
             part.chop(1);
         }
         part.replace(QChar(QChar::LineSeparator), QChar(u' '));

@@ -35,7 +35,7 @@ TEST(ElidedLabel, showsAnEmptyTextAsOneEmptyLine) {
 
 TEST(ElidedLabel, wrapsAtWords) {
     const auto lines = shown("first words, second", widthOf("first words,  "));
-    EXPECT_EQ(lines, (std::vector<std::string>{"first words, ", "second"}));
+    EXPECT_EQ(lines, (std::vector<std::string>{"first words,", "second"}));
 }
 
 TEST(ElidedLabel, breaksAtLineEnds) {

@@ -4,8 +4,6 @@
 #include "MenuBar.h"
 
 #include <QApplication>
-#include <QCursor>
-#include <QEvent>
 #include <QHBoxLayout>
 #include <QMouseEvent>
 
@@ -44,12 +42,7 @@ void WindowStrip::setWindowMaximised(bool isMaximised) {
 
 void WindowStrip::refreshHover() {
     for (CaptionButton* button : buttons_) {
-        if (button->underMouse() &&
-            !button->rect().contains(button->mapFromGlobal(QCursor::pos()))) {
-            QEvent leave(QEvent::Leave);
-            QCoreApplication::sendEvent(button, &leave);
-            button->update();
-        }
+        button->refreshHover();
     }
 }
 

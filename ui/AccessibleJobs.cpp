@@ -1,9 +1,9 @@
 #include "AccessibleJobs.h"
 
+#include "Button.h"
 #include "JobRow.h"
 #include "JobScrollArea.h"
 
-#include <QAbstractButton>
 #include <QAccessibleWidget>
 #include <QKeySequence>
 

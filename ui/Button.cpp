@@ -5,6 +5,9 @@
 #include "TextDrawing.h"
 #include "UserFont.h"
 
+#include <QCoreApplication>
+#include <QCursor>
+#include <QEvent>
 #include <QPainter>
 #include <QStyle>
 
@@ -92,6 +95,15 @@ void Button::setDestructive(bool isDestructive) {
 
 int Button::padding() const {
     return measures(look_, controlSize_).horizontalPadding;
+}
+
+void Button::refreshHover() {
+    // The toolkit sends this event with the mouse's next motion only.
+    if (underMouse() && !rect().contains(mapFromGlobal(QCursor::pos()))) {
+        QEvent leave(QEvent::Leave);
+        QCoreApplication::sendEvent(this, &leave);
+        update();
+    }
 }
 
 double Button::cornerRadius() const {

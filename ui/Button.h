@@ -32,6 +32,8 @@ class Button : public QPushButton {
     void setTextFont(const TextFont& font);
     /// The ink of the label.
     void setInk(Ink ink);
+    /// Takes the button's highlight if it has moved from under a mouse that stayed where it is.
+    void refreshHover();
     void setControlSize(ControlSize size);
     /// The room for the label, without the button's own edges, in pixels.
     void setMinimumLabelWidth(int width);

@@ -200,7 +200,7 @@ bool JobRow::isRemovable() const {
     return !removeButton_->isHidden();
 }
 
-QAbstractButton* JobRow::removeButton() const {
+Button* JobRow::removeButton() const {
     return removeButton_;
 }
 

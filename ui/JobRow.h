@@ -10,7 +10,6 @@
 #include <memory>
 #include <optional>
 
-class QAbstractButton;
 class QBoxLayout;
 
 namespace kestrel {
@@ -51,7 +50,7 @@ class JobRow : public QWidget {
     bool isRemovable() const;
 
     /// Never null; hidden in rows that have none.
-    QAbstractButton* removeButton() const;
+    Button* removeButton() const;
 
     /// How high rows must be inside a parent, for a width in pixels.
     static JobRowMetrics measure(const std::shared_ptr<ConverterViewModel>& model, QWidget* parent,

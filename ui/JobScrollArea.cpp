@@ -1,12 +1,12 @@
 #include "JobScrollArea.h"
 
 #include "AccessibleJobs.h"
+#include "Button.h"
 #include "ControlStyle.h"
 #include "Ink.h"
 #include "JobRow.h"
 #include "UserFont.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QPaintEvent>
 #include <QPainter>
@@ -261,6 +261,9 @@ void JobScrollArea::placeRows() {
               [](const ShownRow& a, const ShownRow& b) { return a.index < b.index; });
     if (lost != nullptr) {
         moveFocusFrom(lost);
+    }
+    for (const ShownRow& shown : shown_) {
+        shown.row->removeButton()->refreshHover();
     }
     updateSeparators();
 }

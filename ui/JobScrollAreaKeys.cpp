@@ -1,10 +1,10 @@
 // How the keyboard moves through the list.
 
+#include "Button.h"
 #include "JobRow.h"
 #include "JobScrollArea.h"
 #include "KeyboardFocus.h"
 
-#include <QAbstractButton>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>

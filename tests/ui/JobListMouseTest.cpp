@@ -1,4 +1,7 @@
+#include "Button.h"
 #include "JobListFixture.h"
+
+#include <QCursor>
 
 namespace kestrel {
 namespace {
@@ -34,6 +37,17 @@ TEST_F(JobListMouseTest, staysWhereItIsWhenTheMarginIsPressed) {
     type(Qt::Key_Down);
     EXPECT_EQ(focusedName(), "1.opus");
     EXPECT_TRUE(isInSight(focusedRow()));
+}
+
+TEST_F(JobListMouseTest, leavesNoHighlightOnAButtonThatScrollsFromUnderTheMouse) {
+    addMany(100);
+    const QPoint before = QCursor::pos();
+    Button* const button = rowOf("2.opus")->removeButton();
+    QCursor::setPos(button->mapToGlobal(button->rect().center()));
+    ASSERT_TRUE(QTest::qWaitFor([button] { return button->underMouse(); }));
+    bar()->setValue(bar()->value() + 40);
+    EXPECT_FALSE(button->underMouse());
+    QCursor::setPos(before);
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "Button.h"
 #include "JobListFixture.h"
 
 #include <QElapsedTimer>

@@ -33,10 +33,16 @@ void KestrelApp::fillMenuBar(QMenuBar& menuBar) {
     QMenu* file = menuBar.addMenu(tr("&File"));
     QAction* addAudio = file->addAction(tr("Add Audio…"));
     addAudio->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
-    QObject::connect(addAudio, &QAction::triggered, &window_, [this] { model_->chooseFiles(); });
+    // Queued: a panel keeps its caller until it is closed, and assistive technology waits for the
+    // answer to its call.
+    QObject::connect(
+        addAudio, &QAction::triggered, &window_, [this] { model_->chooseFiles(); },
+        Qt::QueuedConnection);
     QAction* addFolder = file->addAction(tr("Add Folder…"));
     addFolder->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O));
-    QObject::connect(addFolder, &QAction::triggered, &window_, [this] { model_->chooseFolder(); });
+    QObject::connect(
+        addFolder, &QAction::triggered, &window_, [this] { model_->chooseFolder(); },
+        Qt::QueuedConnection);
     file->addSeparator();
     QAction* quit = file->addAction(tr("Quit"));
     quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));

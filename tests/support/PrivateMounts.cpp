@@ -43,7 +43,9 @@ void makeMountsPrivate(const std::string& folder) {
     check(::chroot(folder.c_str()) == 0 && ::chdir("/") == 0, "enter the root");
 }
 
-void unshareMounts(const std::string& folder) {
+} // namespace
+
+void PrivateMounts::enter(const std::string& folder) {
     const uid_t user = ::geteuid();
     const gid_t group = ::getegid();
     if (user == 0) {
@@ -51,11 +53,14 @@ void unshareMounts(const std::string& folder) {
     } else {
         check(::unshare(CLONE_NEWNS | CLONE_NEWUSER) == 0, "unshare");
         writeTo("/proc/self/setgroups", "deny");
-        writeTo("/proc/self/uid_map", "0 " + std::to_string(user) + " 1");
-        writeTo("/proc/self/gid_map", "0 " + std::to_string(group) + " 1");
+        // As the same user: a message bus lets nobody in who claims to be another one.
+        writeTo("/proc/self/uid_map", std::to_string(user) + ' ' + std::to_string(user) + " 1");
+        writeTo("/proc/self/gid_map", std::to_string(group) + ' ' + std::to_string(group) + " 1");
     }
     makeMountsPrivate(folder);
 }
+
+namespace {
 
 void writeAll(const FileDescriptor& target, const std::string& text) {
     static_cast<void>(!::write(target.get(), text.data(), text.size()));
@@ -70,7 +75,7 @@ std::string PrivateMounts::run(const std::function<std::string()>& function) {
     if (child == 0) {
         int status = 0;
         try {
-            unshareMounts(folder.url().path());
+            enter(folder.url().path());
             writeAll(result.writeEnd, function());
         } catch (const std::exception& error) {
             writeAll(result.writeEnd, error.what());
@@ -90,6 +95,15 @@ std::string PrivateMounts::run(const std::function<std::string()>& function) {
 
 void PrivateMounts::cover(const std::string& folder) {
     check(::mount("tmpfs", folder.c_str(), "tmpfs", 0, nullptr) == 0, "cover " + folder);
+}
+
+void PrivateMounts::coverLimited(const std::string& folder, const std::string& size) {
+    const std::string options = "mode=777,size=" + size;
+    check(::mount("tmpfs", folder.c_str(), "tmpfs", 0, options.c_str()) == 0, "cover " + folder);
+}
+
+void PrivateMounts::coverWith(const std::string& path, const std::string& other) {
+    check(::mount(other.c_str(), path.c_str(), nullptr, MS_BIND, nullptr) == 0, "cover " + path);
 }
 
 void PrivateMounts::coverFile(const std::string& file) {

@@ -1,0 +1,34 @@
+"""Audio files: made, described, compared."""
+
+import json
+import os
+import subprocess
+
+
+def _run(*command):
+    return subprocess.run(command, check=True, timeout=120, stdin=subprocess.DEVNULL,
+                          stdout=subprocess.PIPE).stdout
+
+
+def make_track(path, seconds=1.0, frequency=440):
+    """A real Opus file. The path may be bytes, and its folders are made."""
+    os.makedirs(os.path.dirname(path), exist_ok=True)
+    _run("ffmpeg", "-nostdin", "-loglevel", "error", "-y", "-f", "lavfi",
+         "-i", f"sine=frequency={frequency}:duration={seconds}:sample_rate=48000", "-ac", "2",
+         "-c:a", "libopus", "-b:a", "64k", "-f", "ogg", path)
+    return path
+
+
+def describe(path):
+    """Codec, sample format and length in seconds of the first audio stream."""
+    found = json.loads(_run("ffprobe", "-loglevel", "error", "-select_streams", "a:0",
+                            "-show_entries", "stream=codec_name,sample_fmt:format=duration",
+                            "-of", "json", path))
+    stream = found["streams"][0]
+    return stream["codec_name"], stream["sample_fmt"], float(found["format"]["duration"])
+
+
+def samples(path, codec):
+    """What the file sounds like, as raw samples of a codec such as pcm_s16le."""
+    return _run("ffmpeg", "-nostdin", "-loglevel", "error", "-i", path, "-map", "0:a:0",
+                "-c:a", codec, "-f", codec.removeprefix("pcm_"), "-")

@@ -1,0 +1,31 @@
+"""The scenarios by their names."""
+
+import dataclasses
+from typing import Callable
+
+
+@dataclasses.dataclass
+class Scenario:
+    play: Callable
+    is_long: bool
+    display_size: str
+
+    @property
+    def label(self):
+        return "e2e-long" if self.is_long else "e2e"
+
+
+SCENARIOS = {}
+
+
+def scenario(is_long=False, display_size="1400x900"):
+    """Makes a function of a session a scenario, named after the function."""
+
+    def register(play):
+        name = play.__name__.replace("_", "-")
+        if name in SCENARIOS:
+            raise ValueError(f"two scenarios are named {name}")
+        SCENARIOS[name] = Scenario(play, is_long, display_size)
+        return play
+
+    return register

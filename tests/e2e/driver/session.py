@@ -1,0 +1,127 @@
+"""What each scenario starts with, and how it must leave things."""
+
+import os
+import pathlib
+import shutil
+import tempfile
+
+from driver import eyes, processes, tree
+from driver.program import Program, environment_with
+from driver.waiting import Unmet, expect_equal, wait_for
+
+
+class Session:
+    """Empty folders, and the programs that are started in them. A scenario gets one of its own."""
+
+    def __init__(self, options):
+        self.options = options
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="kestrel-"))
+        self.home = self._make("home")
+        self.music = self._make("music")
+        self.output = self._make("output")
+        self.optional = self._make("opt")
+        self.programs = []
+        self.helpers = []
+        self._mounts = []
+        self._home_before = self._home_tree()
+
+    def _make(self, name):
+        folder = self.folder / name
+        folder.mkdir()
+        return folder
+
+    # Before the program starts
+
+    def replace_ffmpeg(self):
+        """Puts the stand-in at the first place where the program looks: it does what its input says."""
+        target = self.ffmpeg_place()
+        target.parent.mkdir(parents=True, exist_ok=True)
+        shutil.copy(self.options.stand_in, target)
+
+    def ffmpeg_place(self):
+        """The first place where the program looks, as this process sees it."""
+        self.cover("/opt", self.optional)
+        return self.optional / "homebrew/bin/ffmpeg"
+
+    def hide_ffmpeg(self):
+        """Leaves the program without the machine's ffmpeg."""
+        hidden = self.folder / "not-a-program"
+        hidden.touch()
+        self.cover("/usr/bin/ffmpeg", hidden)
+
+    def cover(self, path, other):
+        mount = ["--cover", str(path), str(other)]
+        if mount not in self._mounts:
+            self._mounts.append(mount)
+
+    def limit(self, folder, size):
+        """Has a folder hold no more than a size such as "1m", as the program sees it."""
+        self._mounts.append(["--limit", str(folder), size])
+
+    def script(self, name, *lines):
+        """A file for the stand-in, which does what the lines say."""
+        path = self.music / name
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_text("".join(f"{line}\n" for line in lines))
+        return path
+
+    # Running
+
+    def start(self, **environment):
+        command = [str(self.options.program)]
+        if self._mounts:
+            mounts = [word for mount in self._mounts for word in mount]
+            roots = tempfile.mkdtemp(dir=self.folder, prefix="root-")
+            command = [str(self.options.with_mounts), roots, *mounts, "--", *command]
+        with open(self.log_path(), "ab") as log:
+            program = Program(command, environment_with({"HOME": str(self.home), **environment}), log)
+        self.programs.append(program)
+        return program
+
+    def log_path(self):
+        return self.folder / "program.log"
+
+    # Ending
+
+    def _home_tree(self):
+        return sorted(
+            (str(path.relative_to(self.home)), path.lstat().st_size, path.lstat().st_mtime_ns)
+            for path in self.home.rglob("*")
+        )
+
+    def check(self):
+        """What holds at the end of every scenario."""
+        for program in self.programs:
+            if program.process.poll() is None:
+                raise Unmet("the program still runs")
+        wait_for("end of all processes",
+                 lambda: not processes.children(os.getpid()))
+        expect_equal("words of the program", self.log_path().read_text(errors="replace"), "")
+        expect_equal("the home folder", self._home_tree(), self._home_before)
+
+    def report(self, name):
+        """Leaves a picture of the display and tells what the program said."""
+        pictures = pathlib.Path(self.options.pictures)
+        pictures.mkdir(parents=True, exist_ok=True)
+        eyes.take_picture(str(pictures / f"{name}.png"))
+        print(f"picture: {pictures / name}.png")
+        if self.log_path().exists():
+            print("the program's words:", self.log_path().read_text(errors="replace"), sep="\n")
+        for pid in processes.children(os.getpid()):
+            print("process:", processes.describe(pid))
+        for program in self.programs:
+            if program.process.poll() is None:
+                for window in program.windows():
+                    print(window.get_role_name(), repr(tree.name_of(window)), sep=" ")
+                    print(*tree.outline(window), sep="\n")
+
+    def close(self):
+        for process in (*self.programs, *self.helpers):
+            process.kill()
+        for pid in processes.children(os.getpid()):
+            try:
+                os.kill(pid, 9)
+                os.waitpid(pid, 0)
+            except (ProcessLookupError, ChildProcessError):
+                pass
+        shutil.rmtree(self.folder)

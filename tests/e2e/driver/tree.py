@@ -1,0 +1,83 @@
+"""The accessibility tree, as a screen reader sees it."""
+
+import warnings
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi  # noqa: E402
+
+from driver.waiting import Unmet  # noqa: E402
+
+# The binding calls the very function deprecated that replaces the deprecated one.
+warnings.filterwarnings("ignore", "Atspi.Action.get_action_name is deprecated")
+
+Role = Atspi.Role
+State = Atspi.StateType
+BUTTONS = [Role.PUSH_BUTTON, Role.TOGGLE_BUTTON, Role.RADIO_BUTTON, Role.CHECK_BOX]
+# Names from files are wrapped in these, so that each runs in its own direction.
+ISOLATES = dict.fromkeys(range(0x2066, 0x206A))
+
+
+def name_of(node):
+    """The node's name, without the marks for its direction."""
+    return node.get_name().translate(ISOLATES)
+
+
+def has_state(node, state):
+    return node.get_state_set().contains(state)
+
+
+def is_enabled(node):
+    return has_state(node, State.ENABLED)
+
+
+def descendants(node, hidden=False):
+    """Everything below a node that the user can see, or all of it, in the tree's order."""
+    node.clear_cache()
+    for index in range(node.get_child_count()):
+        child = node.get_child_at_index(index)
+        if child and (hidden or has_state(child, State.SHOWING)):
+            yield child
+            yield from descendants(child, hidden)
+
+
+def outline(node, depth=1):
+    """What the user can see below a node, one line each, for a report."""
+    for index in range(node.get_child_count()):
+        child = node.get_child_at_index(index)
+        if child and has_state(child, State.SHOWING):
+            yield f"{'  ' * depth}{child.get_role_name()} {name_of(child)!r}"
+            yield from outline(child, depth + 1)
+
+
+def find(root, roles, name=None, hidden=False):
+    """The first node of one of the roles, and of the name if one is given; None if there is none."""
+    roles = roles if isinstance(roles, list) else [roles]
+    for node in descendants(root, hidden):
+        if node.get_role() in roles and name in (None, name_of(node)):
+            return node
+    return None
+
+
+def actions(node):
+    return [Atspi.Action.get_action_name(node, index) for index in range(node.get_n_actions())]
+
+
+def act(node, *names):
+    """Does the first of the actions that the node offers."""
+    offered = actions(node)
+    action = next((name for name in names if name in offered), None)
+    if action is None or not node.do_action(offered.index(action)):
+        raise Unmet(f'"{name_of(node)}" offers {offered}, none of {names}')
+
+
+def rectangle(node):
+    """Where the node is on the screen: x, y, width, height."""
+    extents = node.get_extents(Atspi.CoordType.SCREEN)
+    return extents.x, extents.y, extents.width, extents.height
+
+
+def middle(node):
+    x, y, width, height = rectangle(node)
+    return x + width // 2, y + height // 2

@@ -65,6 +65,9 @@ class Program:
     def find_window(self, title):
         return next((w for w in self.windows() if tree.name_of(w) == title), None)
 
+    def find_alert(self):
+        return next((w for w in self.windows() if w.get_role() in (Role.ALERT, Role.DIALOG)), None)
+
     def window(self, title="Kestrel"):
         """The window of that title, once it is on the display."""
         return wait_for(f'window "{title}"', lambda: self.find_window(title))
@@ -170,13 +173,28 @@ class Program:
         tree.act(self.destination_button(), "Press")
         self.fill_panel(DESTINATION_PANEL, path)
 
+    def pick_bit_depth(self, depth):
+        """From the list that the mouse opens."""
+        picker = wait_for("bit depth", lambda: self.find(Role.COMBO_BOX))
+        if tree.name_of(picker) != depth:
+            wait_for("a bit depth that can be picked", lambda: tree.is_enabled(picker))
+            hands.click(picker)
+
+            def item():
+                return next((item for window in self.windows()
+                             for item in [tree.find(window, Role.LIST_ITEM, depth)] if item), None)
+
+            hands.click(wait_for(f'item "{depth}"', item))
+            wait_for(f"bit depth {depth}", lambda: self.find(Role.COMBO_BOX, depth))
+
     def focus(self):
-        """What has the keyboard focus, in the window or a panel."""
+        """What has the keyboard focus, in the window or a panel: the innermost that claims it."""
+        focused = None
         for window in self.windows():
             for node in tree.descendants(window):
                 if tree.has_state(node, State.FOCUSED):
-                    return node
-        return None
+                    focused = node
+        return focused
 
     # Ending
 

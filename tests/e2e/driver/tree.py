@@ -24,6 +24,11 @@ def name_of(node):
     return node.get_name().translate(ISOLATES)
 
 
+def text_of(field):
+    """What a text field holds."""
+    return Atspi.Text.get_text(field, 0, -1)
+
+
 def has_state(node, state):
     return node.get_state_set().contains(state)
 

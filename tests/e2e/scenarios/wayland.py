@@ -1,0 +1,43 @@
+"""The smoke scenarios on a Wayland desktop, where there is no pointer to move: by a screen reader's means."""
+
+from driver import media, tree
+from driver.compositor import ENVIRONMENT, Compositor
+from driver.program import FILES_PANEL
+from driver.registry import scenario
+from driver.waiting import expect, expect_equal, wait_for
+
+
+@scenario()
+def converts_on_wayland(session):
+    tracks = [media.make_track(session.music / f"{number}.opus") for number in (1, 2)]
+    compositor = Compositor(session)
+    program = session.start(**ENVIRONMENT)
+    program.await_text("Drop Opus audio or folders here")
+    *_, width, height = tree.rectangle(program.window())
+    expect(f"the window has {width} x {height}", width >= 960 and height >= 640)
+    program.command("Add Audio…")
+    program.fill_panel(FILES_PANEL, *tracks)
+    program.await_names(["1.opus", "2.opus"])
+    program.choose_destination(session.output)
+    program.press("Convert 2 Files")
+    program.await_states(["Complete", "Complete"])
+    expect_equal("codec", media.describe(session.output / "2_converted.mp3")[0], "mp3")
+    program.quit()
+    compositor.kill()
+
+
+@scenario()
+def shows_and_closes_the_alert_on_wayland(session):
+    media.make_track(session.music / "song.opus")
+    compositor = Compositor(session)
+    program = session.start(**ENVIRONMENT)
+    program.add_files(session.music / "song.opus")
+    program.press("Convert 1 File")
+    alert = wait_for("alert", lambda: program.find_alert())
+    expect_equal("its text", tree.find(alert, tree.Role.LABEL).get_name(),
+                 "Choose an output folder first.")
+    tree.act(tree.find(alert, tree.BUTTONS, "OK"), "Press")
+    wait_for("end of the alert", lambda: program.find_alert() is None)
+    program.press("Close")
+    expect_equal("status", program.await_end(), 0)
+    compositor.kill()

@@ -2,9 +2,11 @@
 """Plays a scenario with the installed program on the display that is there.
 
 Usage: run.py --list
-       run.py --program PATH --stand-in PATH --with-mounts PATH --drag-source PATH --pictures FOLDER NAME
+       run.py --program PATH --pictures FOLDER [--stand-in PATH] [--with-mounts PATH]
+              [--drag-source PATH] [--keep FOLDER] NAME
 
-Each scenario starts clean and must end clean. One that fails leaves a picture of the display in FOLDER.
+Each scenario starts clean and must end clean. One that fails leaves a picture of the display. The
+demonstration keeps what it made where --keep says. The other programs are for the scenarios that need them.
 """
 
 import argparse
@@ -55,7 +57,7 @@ def play(name, scenario, options):
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--list", action="store_true")
-    for option in ("program", "stand-in", "with-mounts", "drag-source", "pictures"):
+    for option in ("program", "stand-in", "with-mounts", "drag-source", "pictures", "keep"):
         parser.add_argument(f"--{option}")
     parser.add_argument("name", nargs="?")
     options = parser.parse_args()

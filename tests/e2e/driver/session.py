@@ -30,6 +30,10 @@ class Session:
         folder.mkdir()
         return folder
 
+    def say(self, text):
+        """Tells whoever looks on what happens now."""
+        print(text, flush=True)
+
     # Before the program starts
 
     def replace_ffmpeg(self):

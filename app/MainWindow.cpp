@@ -25,12 +25,43 @@ namespace {
 
 constexpr QSize smallest(960, 640);
 
-/// A plain widget would be a mere container to assistive technology, which looks for windows.
+/// Has a window's role, for which assistive technology looks, and as children what there is to be
+/// used: neither the border nor the edges.
+class AccessibleMainWindow : public QAccessibleWidget {
+  public:
+    explicit AccessibleMainWindow(MainWindow* window)
+        : QAccessibleWidget(window, QAccessible::Window) {}
+
+    int childCount() const override { return static_cast<int>(parts().size()); }
+
+    QAccessibleInterface* child(int index) const override {
+        return QAccessible::queryAccessibleInterface(parts().value(index));
+    }
+
+    int indexOfChild(const QAccessibleInterface* child) const override {
+        return child != nullptr ? static_cast<int>(parts().indexOf(child->object())) : -1;
+    }
+
+  private:
+    QObjectList parts() const {
+        QObjectList parts;
+        for (QObject* child : widget()->children()) {
+            const auto* part = qobject_cast<const QWidget*>(child);
+            const bool isFrame = qobject_cast<const WindowEdge*>(child) != nullptr ||
+                                 qobject_cast<const WindowBorder*>(child) != nullptr;
+            if (part != nullptr && !part->isWindow() && !isFrame) {
+                parts += child;
+            }
+        }
+        return parts;
+    }
+};
+
 QAccessibleInterface* accessibleWindow(const QString& type, QObject* object) {
     auto* window = type == QLatin1String(MainWindow::staticMetaObject.className())
                        ? qobject_cast<MainWindow*>(object)
                        : nullptr;
-    return window != nullptr ? new QAccessibleWidget(window, QAccessible::Window) : nullptr;
+    return window != nullptr ? new AccessibleMainWindow(window) : nullptr;
 }
 
 } // namespace

@@ -182,6 +182,11 @@ TEST_F(MainWindowTest, isAWindowToAssistiveTechnology) {
     EXPECT_EQ(utf8(accessible->text(QAccessible::Name)), "Title");
     EXPECT_TRUE(accessible->state().active);
     EXPECT_EQ(QAccessible::queryAccessibleInterface(&contents())->role(), QAccessible::Client);
+    ASSERT_EQ(accessible->childCount(), 2);
+    EXPECT_EQ(accessible->child(0)->object(), &contents());
+    EXPECT_EQ(accessible->child(1)->object(), &strip());
+    EXPECT_EQ(accessible->child(2), nullptr);
+    EXPECT_EQ(accessible->indexOfChild(accessible->child(1)), 1);
 }
 
 TEST_F(MainWindowTest, mirrorsWithTheDirectionOfReading) {

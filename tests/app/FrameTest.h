@@ -24,6 +24,9 @@ class FrameTest : public ::testing::Test {
         settle();
     }
 
+    FrameTest(const FrameTest&) = delete;
+    FrameTest& operator=(const FrameTest&) = delete;
+
     ~FrameTest() override { QApplication::setLayoutDirection(Qt::LeftToRight); }
 
     WindowStrip& strip() { return *window_.findChild<WindowStrip*>(); }

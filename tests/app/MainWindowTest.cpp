@@ -20,6 +20,10 @@ using ::testing::ElementsAre;
 
 class MainWindowTest : public FrameTest {
   protected:
+    MainWindowTest() = default;
+    MainWindowTest(const MainWindowTest&) = delete;
+    MainWindowTest& operator=(const MainWindowTest&) = delete;
+
     ~MainWindowTest() override { QApplication::setFont(font_); }
 
     ContentView& contents() { return *window_.findChild<ContentView*>(); }

@@ -42,6 +42,9 @@ class MenuBarTest : public ::testing::Test {
         settle();
     }
 
+    MenuBarTest(const MenuBarTest&) = delete;
+    MenuBarTest& operator=(const MenuBarTest&) = delete;
+
     ~MenuBarTest() override { QApplication::setFont(font_); }
 
     /// How many pixels of the bar are white or nearly so.

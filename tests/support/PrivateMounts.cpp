@@ -10,9 +10,9 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstring>
 #include <fstream>
 #include <stdexcept>
+#include <system_error>
 
 namespace kestrel::test {
 
@@ -20,7 +20,7 @@ namespace {
 
 void check(bool isDone, const std::string& what) {
     if (!isDone) {
-        throw std::runtime_error(what + ": " + std::strerror(errno));
+        throw std::runtime_error(what + ": " + std::generic_category().message(errno));
     }
 }
 
@@ -63,7 +63,7 @@ void PrivateMounts::enter(const std::string& folder) {
 namespace {
 
 void writeAll(const FileDescriptor& target, const std::string& text) {
-    static_cast<void>(!::write(target.get(), text.data(), text.size()));
+    static_cast<void>(::write(target.get(), text.data(), text.size()) >= 0);
 }
 
 } // namespace

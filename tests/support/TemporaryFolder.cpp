@@ -27,14 +27,14 @@ TemporaryFolder::~TemporaryFolder() {
 }
 
 FileURL TemporaryFolder::write(std::string_view name, std::string_view bytes) const {
-    const FileURL url = file(name);
+    FileURL url = file(name);
     std::filesystem::create_directories(url.deletingLastPathComponent().path());
     std::ofstream(url.path(), std::ios::binary) << bytes;
     return url;
 }
 
 FileURL TemporaryFolder::makeFolder(std::string_view name) const {
-    const FileURL url = file(name);
+    FileURL url = file(name);
     std::filesystem::create_directories(url.path());
     return url;
 }

@@ -94,7 +94,10 @@ void ContentView::showAlert(const QString& message) {
         alert_.clear();
         model_->setAlertMessage(std::nullopt);
     });
-    alert_->open();
+    // For all windows: when the window behind is clicked, only such an alert gets the keyboard
+    // back.
+    alert_->setWindowModality(Qt::ApplicationModal);
+    alert_->show();
 }
 
 } // namespace kestrel

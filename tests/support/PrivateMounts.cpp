@@ -102,6 +102,10 @@ void PrivateMounts::coverLimited(const std::string& folder, const std::string& s
     check(::mount("tmpfs", folder.c_str(), "tmpfs", 0, options.c_str()) == 0, "cover " + folder);
 }
 
+void PrivateMounts::coverReadOnly(const std::string& folder) {
+    check(::mount("tmpfs", folder.c_str(), "tmpfs", MS_RDONLY, nullptr) == 0, "cover " + folder);
+}
+
 void PrivateMounts::coverWith(const std::string& path, const std::string& other) {
     check(::mount(other.c_str(), path.c_str(), nullptr, MS_BIND, nullptr) == 0, "cover " + path);
 }

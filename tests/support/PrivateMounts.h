@@ -25,6 +25,9 @@ class PrivateMounts {
     /// The same, with room for so many bytes: a number, or one with k, m or g behind it.
     static void coverLimited(const std::string& folder, const std::string& size);
 
+    /// The same, where nothing can be made.
+    static void coverReadOnly(const std::string& folder);
+
     /// Puts a folder over a folder, or a file over a file; the covered one must exist.
     static void coverWith(const std::string& path, const std::string& other);
 

@@ -19,6 +19,15 @@ def make_track(path, seconds=1.0, frequency=440):
     return path
 
 
+def make_long_track(path, hours):
+    """A real Opus file that takes its time to be converted: the same minute over and over."""
+    minute = make_track(f"{path}.minute", seconds=60)
+    _run("ffmpeg", "-nostdin", "-loglevel", "error", "-stream_loop", str(60 * hours - 1),
+         "-i", minute, "-c", "copy", "-f", "ogg", path)
+    os.remove(minute)
+    return path
+
+
 def describe(path):
     """Codec, sample format and length in seconds of the first audio stream."""
     found = json.loads(_run("ffprobe", "-loglevel", "error", "-select_streams", "a:0",

@@ -5,6 +5,8 @@ import os
 import signal
 import subprocess
 
+from gi.repository import GLib
+
 from driver import hands, processes, tree
 from driver.tree import Atspi, Role, State
 from driver.waiting import SECONDS, Unmet, wait_equal, wait_for
@@ -104,6 +106,22 @@ class Program:
 
         return wait_for("destination button", found)
 
+    def alert(self):
+        """The message that is shown over the window, if there is one."""
+        return next((window for window in self.windows() if window.get_role() == Role.ALERT), None)
+
+    def await_alert(self, text):
+        """The message, once it reads so."""
+
+        def found():
+            alert = self.alert()
+            return alert if alert and tree.find(alert, Role.LABEL, text) else None
+
+        return wait_for(f'message "{text}"', found)
+
+    def await_no_alert(self):
+        wait_for("end of the message", lambda: self.alert() is None)
+
     # The queue
 
     def rows(self):
@@ -187,6 +205,12 @@ class Program:
             hands.click(wait_for(f'item "{depth}"', item))
             wait_for(f"bit depth {depth}", lambda: self.find(Role.COMBO_BOX, depth))
 
+    def convert(self, destination, *files):
+        """Queues the files, chooses the folder for what is made of them, and starts."""
+        self.add_files(*files)
+        self.choose_destination(destination)
+        self.press("Convert 1 File" if len(files) == 1 else f"Convert {len(files)} Files")
+
     def focus(self):
         """What has the keyboard focus, in the window or a panel: the innermost that claims it."""
         focused = None
@@ -208,9 +232,16 @@ class Program:
         except subprocess.TimeoutExpired:
             raise Unmet(f"the program did not end within {seconds} s") from None
 
+    def ask_to_quit(self):
+        """By the menu's command."""
+        try:
+            self.command("Quit")
+        except GLib.Error:  # The program may be gone before it has answered.
+            pass
+
     def quit(self):
         """By the menu's command; the program must report success."""
-        self.command("Quit")
+        self.ask_to_quit()
         status = self.await_end()
         if status != 0:
             raise Unmet(f"the program ended with status {status}")

@@ -22,6 +22,8 @@ class Session:
         self.optional = self._make("opt")
         self.programs = []
         self.helpers = []
+        # What the program has to say on its standard output and error, all in all.
+        self.expected_words = ""
         self._mounts = []
         self._home_before = self._home_tree()
 
@@ -51,7 +53,10 @@ class Session:
         """Leaves the program without the machine's ffmpeg."""
         hidden = self.folder / "not-a-program"
         hidden.touch()
-        self.cover("/usr/bin/ffmpeg", hidden)
+        for place in ("/usr/local/bin/ffmpeg", "/usr/bin/ffmpeg"):
+            if os.path.exists(place):
+                self.cover(place, hidden)
+        self.cover("/opt", self.optional)
 
     def cover(self, path, other):
         mount = ["--cover", str(path), str(other)]
@@ -61,6 +66,10 @@ class Session:
     def limit(self, folder, size):
         """Has a folder hold no more than a size such as "1m", as the program sees it."""
         self._mounts.append(["--limit", str(folder), size])
+
+    def forbid_writing(self, folder):
+        """Has a folder be empty and stay so, as the program sees it and whoever its user is."""
+        self._mounts.append(["--read-only", str(folder)])
 
     def script(self, name, *lines):
         """A file for the stand-in, which does what the lines say."""
@@ -93,14 +102,18 @@ class Session:
             for path in self.home.rglob("*")
         )
 
+    def _has_no_children(self):
+        processes.fetch_dead(but=[helper.process.pid for helper in self.helpers])
+        return not processes.children(os.getpid())
+
     def check(self):
         """What holds at the end of every scenario."""
         for program in self.programs:
             if program.process.poll() is None:
                 raise Unmet("the program still runs")
-        wait_for("end of all processes",
-                 lambda: not processes.children(os.getpid()))
-        expect_equal("words of the program", self.log_path().read_text(errors="replace"), "")
+        wait_for("end of all processes", self._has_no_children)
+        expect_equal("words of the program", self.log_path().read_text(errors="replace"),
+                     self.expected_words)
         expect_equal("the home folder", self._home_tree(), self._home_before)
 
     def report(self, name):

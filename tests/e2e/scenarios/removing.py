@@ -1,0 +1,165 @@
+"""Files that are taken out of the queue."""
+
+import resource
+import signal
+
+from driver import hands, tree
+from driver.registry import scenario
+from driver.tree import Role
+from driver.waiting import expect, expect_equal, wait_equal, wait_for
+
+FATAL = "Fatal error: Index out of range: the batch went beyond the end of the queue\n"
+
+
+def queue(session, *names):
+    """A program with files of these names, none of which is ever converted."""
+    program = session.start()
+    program.add_files(*[session.script(name) for name in names])
+    program.await_names(list(names))
+    return program
+
+
+def click_cross(program, name):
+    hands.click(program.button(f"Remove {name}"))
+
+
+class Gate:
+    """Files for the stand-in, each of which is at work until it is let go."""
+
+    def __init__(self, session):
+        self.session = session
+        session.replace_ffmpeg()
+
+    def _go(self, name):
+        return self.session.folder / f"{name}-go"
+
+    def file(self, name, *end):
+        return self.session.script(name, f"convert wait-for {self._go(name)}",
+                                   *(end or ["convert write-output done"]))
+
+    def let_go(self, name):
+        self._go(name).touch()
+
+    def made(self):
+        return sorted(path.name.removesuffix("_converted.mp3")
+                      for path in self.session.output.iterdir())
+
+
+@scenario()
+def removes_rows_by_mouse_key_and_action(session):
+    program = queue(session, "1.opus", "2.opus", "3.opus", "4.opus")
+    click_cross(program, "2.opus")
+    program.await_names(["1.opus", "3.opus", "4.opus"])
+    program.await_text("3 audio files · 0 complete")
+    program.button("Convert 3 Files")
+    expect_equal("positions", [row.position for row in program.rows()], ["1 of 3", "2 of 3", "3 of 3"])
+    hands.click(program.row("3.opus").node)
+    hands.key("Delete")
+    program.await_names(["1.opus", "4.opus"])
+    wait_equal("focus", lambda: tree.name_of(program.focus()), "4.opus, in music, Ready")
+    tree.act(program.row("1.opus").node, "Press")
+    program.await_names(["4.opus"])
+    program.await_text("1 audio file · 0 complete")
+    program.button("Convert 1 File")
+    program.quit()
+
+
+@scenario()
+def shows_the_drop_zone_again_after_the_last_row(session):
+    program = queue(session, "1.opus", "2.opus")
+    hands.click(program.row("2.opus").node)
+    hands.key("Delete", "Delete")
+    wait_for("drop zone", lambda: program.find(Role.PANEL, "Drop zone"))
+    expect_equal("rows", program.rows(), [])
+    program.await_text("Add OPUS, OGG, or OGA files")
+    start = program.find(tree.BUTTONS, "Convert 0 Files")
+    expect("the start button cannot be pressed", start and not tree.is_enabled(start))
+    program.add_files(session.music / "1.opus")
+    program.await_names(["1.opus"])
+    click_cross(program, "1.opus")
+    wait_for("drop zone", lambda: program.find(Role.PANEL, "Drop zone"))
+    program.quit()
+
+
+@scenario()
+def offers_no_removal_of_a_file_at_work_or_done(session):
+    gate = Gate(session)
+    program = session.start()
+    program.convert(session.output, gate.file("1.opus"), gate.file("2.opus"), gate.file("3.opus"))
+    gate.let_go("1.opus")
+    program.await_states(["Complete", "Converting", "Ready"])
+    crosses = [name for name in ("1.opus", "2.opus", "3.opus")
+               if program.has_button(f"Remove {name}")]
+    expect_equal("crosses", crosses, ["3.opus"])
+    for name in ("1.opus", "2.opus"):
+        node = program.row(name).node
+        expect_equal(f"actions of {name}", "Press" in tree.actions(node), False)
+        hands.click(node)
+        hands.key("Delete")
+    # What the key does not do is done before what the mouse does next.
+    program.click("WAV")
+    program.await_text("AIFF and WAV preserve uncompressed PCM audio.")
+    program.await_names(["1.opus", "2.opus", "3.opus"])
+    for name in ("2.opus", "3.opus"):
+        gate.let_go(name)
+    program.await_states(["Complete"] * 3)
+    program.quit()
+
+
+@scenario()
+def removes_a_waiting_row_from_a_batch_that_is_then_cancelled(session):
+    session.replace_ffmpeg()
+    started = session.folder / "started"
+    first = session.script("1.opus", f"convert touch {started}", "convert block")
+    others = [session.script(f"{number}.opus", "convert write-output done") for number in (2, 3)]
+    program = session.start()
+    program.convert(session.output, first, *others)
+    program.await_states(["Converting", "Ready", "Ready"])
+    wait_for("the conversion", started.exists)
+    click_cross(program, "2.opus")
+    program.await_names(["1.opus", "3.opus"])
+    program.press("Cancel")
+    program.await_states(["Cancelled", "Ready"])
+    click_cross(program, "1.opus")
+    program.press("Convert 1 File")
+    program.await_states(["Complete"])
+    expect_equal("files", [path.name for path in session.output.iterdir()], ["3_converted.mp3"])
+    program.quit()
+
+
+@scenario()
+def passes_over_the_file_that_moves_up_when_one_before_it_is_removed(session):
+    gate = Gate(session)
+    program = session.start()
+    program.convert(session.output, gate.file("1.opus", "convert exit 1"), gate.file("2.opus"),
+                    gate.file("3.opus"), gate.file("4.opus"))
+    gate.let_go("1.opus")
+    program.await_states(["Failed", "Converting", "Ready", "Ready"])
+    click_cross(program, "1.opus")
+    program.await_names(["2.opus", "3.opus", "4.opus"])
+    program.add_files(gate.file("5.opus"))
+    for name in ("2.opus", "3.opus", "4.opus", "5.opus"):
+        gate.let_go(name)
+    program.button("Convert 4 Files")
+    program.await_states(["Complete", "Ready", "Complete", "Complete"])
+    expect_equal("made", gate.made(), ["2", "4", "5"])
+    program.press("Convert 4 Files")
+    program.await_states(["Complete"] * 4)
+    program.quit()
+
+
+@scenario()
+def halts_when_the_queue_has_become_shorter_than_the_batch_expects(session):
+    resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
+    gate = Gate(session)
+    program = session.start()
+    program.convert(session.output, *[gate.file(f"{number}.opus") for number in (1, 2, 3)])
+    program.await_states(["Converting", "Ready", "Ready"])
+    click_cross(program, "2.opus")
+    program.await_names(["1.opus", "3.opus"])
+    gate.let_go("1.opus")
+    program.await_states(["Complete", "Converting"])
+    gate.let_go("3.opus")
+    expect_equal("end", program.await_end(), -signal.SIGABRT)
+    session.expected_words = FATAL
+    expect_equal("made", gate.made(), ["1", "3"])

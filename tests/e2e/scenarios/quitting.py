@@ -1,0 +1,203 @@
+"""How the program ends."""
+
+import time
+
+from driver import hands, media, processes, tree
+from driver.program import FILES_PANEL, FOLDERS_PANEL
+from driver.registry import scenario
+from driver.tree import State
+from driver.waiting import expect, expect_equal, wait_for
+
+# Each needs the window to have the keyboard.
+WAYS = {
+    "the caption button": lambda program: program.click("Close"),
+    "the shortcut": lambda program: hands.key("ctrl+q"),
+    "the window manager": lambda program: hands.key("alt+F4"),
+    "the menu": lambda program: program.ask_to_quit(),
+}
+
+
+def await_success(program, what):
+    start = time.monotonic()
+    expect_equal(f"status after {what}", program.await_end(), 0)
+    seconds = time.monotonic() - start
+    expect(f"the program ends at once by {what}, not after {seconds:.1f} s", seconds < 2)
+
+
+def focus_window(program):
+    hands.click(program.button("MP3"))
+
+
+@scenario()
+def quits_in_every_way(session):
+    for what, ask in WAYS.items():
+        program = session.start()
+        program.add_files(session.script("song.opus"))
+        focus_window(program)
+        ask(program)
+        await_success(program, what)
+
+
+@scenario()
+def quits_at_once_during_a_batch(session):
+    session.replace_ffmpeg()
+    for number, (what, ask) in enumerate(WAYS.items()):
+        started, go = session.folder / f"{number}-started", session.folder / f"{number}-go"
+        first = session.script(f"{number}.opus", f"convert touch {started}", f"convert wait-for {go}",
+                               "convert out progress=end\\n", "convert err The end\\n",
+                               "convert write-output done")
+        second = session.script("later.opus", "convert write-output done")
+        program = session.start()
+        program.convert(session.output, first, second)
+        wait_for("the conversion", started.exists)
+        ffmpeg, = program.children()
+        focus_window(program)
+        ask(program)
+        await_success(program, what)
+        expect("ffmpeg is still at work", processes.is_running(ffmpeg))
+        go.touch()
+        wait_for("end of ffmpeg", lambda: not processes.is_running(ffmpeg))
+    expect_equal("files", list(session.output.glob("later*")), [])
+
+
+@scenario()
+def lets_ffmpeg_finish_the_file_at_work(session):
+    minutes = 30
+    track = media.make_long_track(session.music / "song.opus", hours=minutes / 60)
+    program = session.start()
+    program.press("WAV")
+    program.convert(session.output, track)
+    wait_for("progress", lambda: program.progress() and 0 < program.progress()[-1] < 1)
+    ffmpeg, = program.children()
+    hands.key("ctrl+q")
+    await_success(program, "the shortcut")
+    expect("ffmpeg is still at work", processes.is_running(ffmpeg))
+    wait_for("end of ffmpeg", lambda: not processes.is_running(ffmpeg), seconds=60)
+    codec, _, seconds = media.describe(session.output / "song_converted.wav")
+    expect_equal("codec", codec, "pcm_s24le")
+    expect(f"the file is whole, not {seconds} s", abs(seconds - 60 * minutes) < 1)
+
+
+def await_complete(program):
+    """Starts again for files that met a name which the other program had just taken."""
+
+    def is_complete():
+        if "Failed" in program.states() and not program.has_button("Cancel"):
+            program.press("Convert 2 Files")
+            wait_for("another attempt", lambda: "Failed" not in program.states())
+        return program.states() == ["Complete"] * 2
+
+    wait_for("complete files", is_complete, seconds=30)
+
+
+@scenario()
+def keeps_two_programs_out_of_each_others_way(session):
+    tracks = [media.make_track(session.music / folder / "song.opus", seconds=seconds)
+              for folder, seconds in (("one", 1), ("two", 2), ("three", 3), ("four", 4))]
+    programs = [session.start(), session.start()]
+    programs[0].add_files(*tracks[:2])
+    programs[1].add_files(*tracks[2:])
+    for program in programs:
+        program.choose_destination(session.output)
+    for program in programs:
+        program.press("Convert 2 Files")
+    for program in programs:
+        await_complete(program)
+    lengths = sorted(round(media.describe(path)[2]) for path in session.output.iterdir())
+    expect_equal("lengths of the files", lengths, [1, 2, 3, 4])
+    programs[0].quit()
+    programs[1].await_states(["Complete"] * 2)
+    programs[1].quit()
+
+
+@scenario()
+def takes_a_name_that_another_program_has_taken_meanwhile(session):
+    session.replace_ffmpeg()
+    started, go = session.folder / "started", session.folder / "go"
+    first = session.script("one/song.opus", "convert write-output one", f"convert touch {started}",
+                           f"convert wait-for {go}")
+    second = session.script("two/song.opus", "convert write-output two")
+    programs = [session.start(), session.start()]
+    programs[0].convert(session.output, first)
+    wait_for("the first program's file", started.exists)
+    programs[1].convert(session.output, second)
+    programs[1].await_states(["Complete"])
+    programs[0].await_states(["Converting"])
+    programs[1].quit()
+    go.touch()
+    programs[0].await_states(["Complete"])
+    programs[0].quit()
+    made = {path.name: path.read_text() for path in session.output.iterdir()}
+    expect_equal("files", made, {"song_converted.mp3": "one", "song_converted_2.mp3": "two"})
+
+
+def open_panel(program, name, panel):
+    program.press(name)
+    window = program.window(panel[0])
+    wait_for("keyboard in the panel", lambda: any(
+        tree.has_state(node, State.FOCUSED) for node in tree.descendants(window)))
+    return window
+
+
+def await_no_panel(program, panel):
+    wait_for("end of the panel", lambda: program.find_window(panel[0]) is None)
+
+
+@scenario()
+def does_not_quit_under_an_open_panel(session):
+    track = session.script("song.opus")
+    program = session.start()
+    open_panel(program, "Add Audio", FILES_PANEL)
+    hands.key("ctrl+q")
+    hands.click(program.button("Close"))
+    hands.type_text(str(track))
+    hands.key("Return")
+    await_no_panel(program, FILES_PANEL)
+    program.await_names(["song.opus"])
+    open_panel(program, "Folder", FOLDERS_PANEL)
+    hands.key("alt+F4")
+    await_no_panel(program, FOLDERS_PANEL)
+    program.await_names(["song.opus"])
+    focus_window(program)
+    hands.key("ctrl+q")
+    await_success(program, "the shortcut")
+
+
+@scenario()
+def does_not_quit_under_a_message(session):
+    program = session.start()
+    program.add_files(session.script("song.opus"))
+    program.click("Convert 1 File")
+    program.await_alert("Choose an output folder first.")
+    hands.click(program.button("Close"))
+    hands.key("ctrl+q")
+
+    def is_dismissed():
+        # The keyboard comes back to the message in its own time.
+        hands.key("Escape")
+        return program.alert() is None
+
+    wait_for("end of the message", is_dismissed)
+    program.await_names(["song.opus"])
+    focus_window(program)
+    hands.key("ctrl+q")
+    await_success(program, "the shortcut")
+
+
+@scenario()
+def quits_with_an_open_panel_when_assistive_technology_asks(session):
+    session.replace_ffmpeg()
+    program = session.start()
+    open_panel(program, "Add Audio", FILES_PANEL)
+    program.ask_to_quit()
+    await_success(program, "the menu")
+    started, go = session.folder / "started", session.folder / "go"
+    program = session.start()
+    program.convert(session.output, session.script(
+        "song.opus", f"convert touch {started}", f"convert wait-for {go}", "convert write-output done"))
+    wait_for("the conversion", started.exists)
+    open_panel(program, "Add Audio", FILES_PANEL)
+    program.ask_to_quit()
+    await_success(program, "the menu")
+    go.touch()
+    wait_for("end of ffmpeg", lambda: (session.output / "song_converted.mp3").exists())

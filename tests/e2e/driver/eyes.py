@@ -6,7 +6,9 @@ import subprocess
 
 def _grab(place, size, *output):
     area = ["-video_size", "{}x{}".format(*size)] if size else []
-    command = ["ffmpeg", "-y", "-loglevel", "error", "-f", "x11grab", "-draw_mouse", "0", *area]
+    # A picture is taken when the next one of a film would be: at a high rate, at once.
+    command = ["ffmpeg", "-y", "-loglevel", "error", "-f", "x11grab", "-framerate", "1000",
+               "-draw_mouse", "0", *area]
     done = subprocess.run([*command, "-i", place, "-frames:v", "1", *output], check=True,
                           timeout=20, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE)
     return done.stdout

@@ -3,8 +3,10 @@
 //   drag-source --files PATH...     offers the files as a list of locations
 //   drag-source --text TEXT         offers a text
 //
-// Prints "ready" when the window is there, and for each drag that ended the word "copied", "moved"
-// or "refused". Ends when its standard input does.
+// Prints "ready" when the window is there, while something is dragged each answer of the window
+// below it, "takes" or "declines", and for each drag that ended the word "copied", "moved" or
+// "refused". Ends when its standard input does.
+#include <QAbstractNativeEventFilter>
 #include <QApplication>
 #include <QDrag>
 #include <QMimeData>
@@ -13,14 +15,67 @@
 #include <QUrl>
 #include <QWidget>
 
+#include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <string_view>
 
 #include <unistd.h>
+#include <xcb/xcb.h>
 
 namespace {
+
+void print(const char* word) {
+    std::puts(word);
+    static_cast<void>(std::fflush(stdout));
+}
+
+/// Prints what the windows that something is dragged over and dropped onto say to it.
+class Answers : public QAbstractNativeEventFilter {
+  public:
+    explicit Answers(const QGuiApplication& application)
+        : connection_(
+              application.nativeInterface<QNativeInterface::QX11Application>()->connection()),
+          status_(atom("XdndStatus")),
+          finished_(atom("XdndFinished")),
+          copy_(atom("XdndActionCopy")),
+          move_(atom("XdndActionMove")) {}
+
+    bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override {
+        const auto* event = static_cast<const xcb_client_message_event_t*>(message);
+        // Without the bit that tells messages of other programs.
+        constexpr unsigned typeBits = 0x7F;
+        if ((event->response_type & typeBits) == XCB_CLIENT_MESSAGE) {
+            const bool isAccepted = (event->data.data32[1] & 1U) != 0;
+            if (event->type == status_) {
+                print(isAccepted ? "takes" : "declines");
+            } else if (event->type == finished_) {
+                const xcb_atom_t action = event->data.data32[2];
+                print(isAccepted && action == copy_   ? "copied"
+                      : isAccepted && action == move_ ? "moved"
+                                                      : "refused");
+            }
+        }
+        return false;
+    }
+
+  private:
+    xcb_atom_t atom(std::string_view name) const {
+        const auto cookie =
+            xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data());
+        const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> reply(
+            xcb_intern_atom_reply(connection_, cookie, nullptr), std::free);
+        return reply->atom;
+    }
+
+    xcb_connection_t* connection_;
+    xcb_atom_t status_;
+    xcb_atom_t finished_;
+    xcb_atom_t copy_;
+    xcb_atom_t move_;
+};
 
 /// The bytes of the path as they are: no encoding is looked at.
 QByteArray locationOf(const char* path) {
@@ -46,11 +101,10 @@ class DragSource : public QWidget {
         contents->setData(QString::fromLatin1(type_), data_);
         auto* drag = new QDrag(this);
         drag->setMimeData(contents.release());
-        const Qt::DropAction action = drag->exec(Qt::CopyAction | Qt::MoveAction, Qt::CopyAction);
-        std::puts(action == Qt::CopyAction   ? "copied"
-                  : action == Qt::MoveAction ? "moved"
-                                             : "refused");
-        static_cast<void>(std::fflush(stdout));
+        // Of a drop, the other program tells the end when it has fetched everything.
+        if (drag->exec(Qt::CopyAction | Qt::MoveAction, Qt::CopyAction) == Qt::IgnoreAction) {
+            print("refused");
+        }
     }
 
   private:
@@ -81,7 +135,8 @@ int main(int argc, char** argv) {
             QCoreApplication::quit();
         }
     });
-    std::puts("ready");
-    static_cast<void>(std::fflush(stdout));
+    Answers answers(application);
+    QCoreApplication::instance()->installNativeEventFilter(&answers);
+    print("ready");
     return QApplication::exec();
 }

@@ -1,37 +1,318 @@
 """Drags from another program."""
 
-from driver import eyes, hands, media, tree
+import os
+
+from driver import eyes, media, tree
 from driver.drops import DragSource
 from driver.registry import scenario
 from driver.tree import Role
-from driver.waiting import expect, expect_equal, wait_for
+from driver.waiting import expect, expect_equal, wait_equal, wait_for
+
+# On each side, the lines of pixels on which something is drawn, counted from the edge.
+GREY_OUTLINE = {"drawn": [20], "purple": []}
+PURPLE_OUTLINE = {"drawn": [20, 21], "purple": [20, 21]}
+# Between the edge and the zone's own, on the left and the right.
+SIDE_MARGIN = 6
 
 
 def drop_zone(program):
     return wait_for("drop zone", lambda: program.find(Role.PANEL, "Drop zone"))
 
 
-def outline_is_purple(program):
-    """Whether the left side of the drop zone's outline is."""
-    x, y, width, height = tree.rectangle(drop_zone(program))
-    rows = eyes.pixels((x, y + height // 2 - 20, 40, 40))
-    return any(eyes.is_purple(pixel) for row in rows for pixel in row)
+def middle_of_list(program):
+    return tree.middle(wait_for("list", lambda: program.find(Role.LIST)))
+
+
+def beside(program):
+    """A point in the window where nothing takes a drop."""
+    return tree.middle(program.button("MP3"))
+
+
+def touch(*paths):
+    """Files of which only the names count."""
+    for path in paths:
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.touch()
+    return paths
+
+
+def strips(rectangle):
+    """Where to look for the outline: at the middle of each side."""
+    x, y, width, height = rectangle
+    x, width = x + SIDE_MARGIN, width - 2 * SIDE_MARGIN
+    depth, length = 40, 70
+    across, down = x + (width - length) // 2, y + (height - length) // 2
+    return {
+        "left": (x, down, depth, length),
+        "right": (x + width - depth, down, depth, length),
+        "top": (across, y, length, depth),
+        "bottom": (across, y + height - depth, length, depth),
+    }
+
+
+def lines_inward(side, rows):
+    """The pixels of a strip as lines along its side, from the edge inward."""
+    lines = [list(line) for line in zip(*rows)] if side in ("left", "right") else rows
+    return lines[::-1] if side in ("right", "bottom") else lines
+
+
+def outline_at(side, strip):
+    lines = lines_inward(side, eyes.pixels(strip))
+    ground = lines[0][0]
+    purple = [sum(map(eyes.is_purple, line)) / len(line) for line in lines]
+    return {
+        "drawn": [index for index, line in enumerate(lines) if set(line) != {ground}],
+        # Dashes and gaps are of one length.
+        "purple": [index for index, share in enumerate(purple) if 0.35 < share < 0.65],
+    }
+
+
+def outline(program):
+    """What the four sides of the outline look like."""
+    return {side: outline_at(side, strip)
+            for side, strip in strips(tree.rectangle(drop_zone(program))).items()}
+
+
+def await_outline(program, look):
+    sides = ("left", "right", "top", "bottom")
+    wait_equal("outline", lambda: outline(program), dict.fromkeys(sides, look))
+
+
+def is_purple_anywhere(program):
+    """Whether any part of the left column of the outline is."""
+    x, y, _, height = tree.rectangle(drop_zone(program))
+    return any(eyes.is_purple(pixel) for row in eyes.pixels((x, y, 40, height)) for pixel in row)
 
 
 @scenario()
 def drops_a_file_onto_the_empty_window(session):
     track = media.make_track(session.music / "song.opus")
     program = session.start()
-    program.window()
+    zone = tree.middle(drop_zone(program))
     source = DragSource(session, "files", track)
-    expect("the outline is grey at first", not outline_is_purple(program))
-    source.drag_to(tree.middle(drop_zone(program)))
-    wait_for("purple outline", lambda: outline_is_purple(program))
-    hands.move_to(*tree.middle(program.button("MP3")))
-    wait_for("grey outline", lambda: not outline_is_purple(program))
-    hands.move_to(*tree.middle(drop_zone(program)))
-    wait_for("purple outline again", lambda: outline_is_purple(program))
-    expect_equal("answer", source.drop(), "copied")
+    source.drop_onto(zone)
     program.await_names(["song.opus"])
+    expect_equal("its folder", program.rows()[0].folder, "music")
+    expect("the drop zone is gone", program.find(Role.PANEL, "Drop zone") is None)
+    source.close()
+    program.quit()
+
+
+@scenario()
+def outlines_the_drop_zone_in_purple_while_files_are_over_it(session):
+    program = session.start()
+    zone = tree.middle(drop_zone(program))
+    source = DragSource(session, "files", *touch(session.music / "song.opus"))
+    await_outline(program, GREY_OUTLINE)
+    source.drag_to(zone)
+    await_outline(program, PURPLE_OUTLINE)
+    source.move_to(beside(program))
+    await_outline(program, GREY_OUTLINE)
+    source.move_to(zone)
+    await_outline(program, PURPLE_OUTLINE)
+    source.move_to(beside(program))
+    source.await_answer("declines")
+    expect_equal("end of the drag", source.drop(), "refused")
+    await_outline(program, GREY_OUTLINE)
+    expect("nothing was added", program.has_text("Add OPUS, OGG, or OGA files"))
+    source.close()
+    program.quit()
+
+
+@scenario()
+def outlines_the_drop_zone_in_grey_after_a_drop_of_nothing_playable(session):
+    program = session.start()
+    source = DragSource(session, "files", *touch(session.music / "notes.txt"))
+    source.drag_to(tree.middle(drop_zone(program)))
+    await_outline(program, PURPLE_OUTLINE)
+    source.await_answer("takes")
+    expect_equal("answer to the drop", source.drop(), "copied")
+    await_outline(program, GREY_OUTLINE)
+    expect("nothing was added", program.has_text("Add OPUS, OGG, or OGA files"))
+    source.close()
+    program.quit()
+
+
+@scenario()
+def drops_many_files_in_the_order_of_the_drop(session):
+    numbers = [(7 * number) % 60 for number in range(60)]
+    files = touch(*(session.music / f"{number}.opus" for number in numbers))
+    program = session.start()
+    source = DragSource(session, "files", *files)
+    source.drop_onto(tree.middle(drop_zone(program)))
+    program.await_text("60 audio files · 0 complete")
+    seen = program.rows()
+    expect("there are rows in sight", len(seen) > 3)
+    expect_equal("their names", [row.name for row in seen],
+                 [f"{number}.opus" for number in numbers[:len(seen)]])
+    expect_equal("their positions", [row.position for row in seen],
+                 [f"{index + 1} of 60" for index in range(len(seen))])
+    source.close()
+    program.quit()
+
+
+@scenario()
+def drops_a_folder_tree(session):
+    album = session.music / "album"
+    touch(album / "b.opus", album / "A.ogg", album / "notes.txt", album / ".hidden.opus",
+          album / "sub/10.opus", album / "sub/deeper/still/2.OGA", album / ".git/1.opus",
+          album / "Songs.musiclibrary/3.opus", album / "opus")
+    (album / "empty").mkdir()
+    (album / "sub/link.d").symlink_to(album)
+    program = session.start()
+    source = DragSource(session, "files", album)
+    source.drop_onto(tree.middle(drop_zone(program)))
+    program.await_names(["2.OGA", "10.opus", "A.ogg", "b.opus"])
+    expect_equal("folders", [row.folder for row in program.rows()],
+                 ["still", "sub", "album", "album"])
+    program.await_text("4 audio files · 0 complete")
+    source.close()
+    program.quit()
+
+
+@scenario()
+def drops_files_and_folders_together(session):
+    album = session.music / "album"
+    touch(album / "b.opus", album / "a.opus", session.music / "z.opus", session.music / "c.oga")
+    program = session.start()
+    source = DragSource(session, "files", session.music / "z.opus", album, session.music / "c.oga",
+                        album / "a.opus")
+    source.drop_onto(tree.middle(drop_zone(program)))
+    program.await_names(["z.opus", "a.opus", "b.opus", "c.oga"])
+    source.close()
+    program.quit()
+
+
+@scenario()
+def declines_a_drag_without_files(session):
+    program = session.start()
+    zone = tree.rectangle(drop_zone(program))
+    source = DragSource(session, "text", str(*touch(session.music / "song.opus")))
+    source.drag_to(tree.middle(drop_zone(program)))
+    source.await_answer("declines")
+    expect("the outline stays as it is", not is_purple_anywhere(program))
+    for share in (0.3, 0.7):
+        source.move_to((zone[0] + int(zone[2] * share), zone[1] + int(zone[3] * share)))
+        expect("the outline stays as it is", not is_purple_anywhere(program))
+    expect_equal("answer to the drop", source.drop(), "refused")
+    await_outline(program, GREY_OUTLINE)
+    expect("nothing was added", program.has_text("Add OPUS, OGG, or OGA files"))
+    source.close()
+    program.quit()
+
+
+@scenario()
+def converts_a_dropped_file_whose_name_is_not_utf8(session):
+    folder = os.fsencode(session.music) + b"/old \xe4lbum"
+    media.make_track(folder + b"/caf\xe9 100%.opus", seconds=0.2)
+    media.make_track(folder + b"/\xff\xfe.opus", seconds=0.2)
+    program = session.start()
+    source = DragSource(session, "files", folder + b"/caf\xe9 100%.opus", folder)
+    source.drop_onto(tree.middle(drop_zone(program)))
+    # The second is one that only the folder brought.
+    program.await_names(["caf\ufffd 100%.opus", "\ufffd\ufffd.opus"])
+    expect_equal("folder", program.rows()[0].folder, "old \ufffdlbum")
+    program.choose_destination(session.output)
+    program.press("Convert 2 Files")
+    program.await_states(["Complete", "Complete"])
+    expect_equal("files made", sorted(os.listdir(os.fsencode(session.output))),
+                 [b"caf\xe9 100%_converted.mp3", b"\xff\xfe_converted.mp3"])
+    codec, _, seconds = media.describe(os.fsencode(session.output) + b"/caf\xe9 100%_converted.mp3")
+    expect_equal("codec", codec, "mp3")
+    expect(f"it is as long as the track, not {seconds} s", 0.15 < seconds < 0.4)
+    source.close()
+    program.quit()
+
+
+@scenario()
+def drops_onto_the_list_without_a_highlight(session):
+    first, second, third = touch(*(session.music / f"{name}.opus" for name in "bca"))
+    program = session.start()
+    source = DragSource(session, "files", first)
+    source.drop_onto(tree.middle(drop_zone(program)))
+    program.await_names(["b.opus"])
+    source.close()
+
+    # Of the files, one is in the queue already.
+    source = DragSource(session, "files", first, second, third)
+    x, y, width, height = tree.rectangle(program.find(Role.LIST))
+    source.drag_to(beside(program))
+    before = eyes.pixels((x, y, width, height // 2))
+    source.move_to((x + width // 2, y + height - 10))
+    source.await_answer("takes")
+    expect("the list looks as before", eyes.pixels((x, y, width, height // 2)) == before)
+    expect_equal("answer to the drop", source.drop(), "copied")
+    program.await_names(["b.opus", "c.opus", "a.opus"])
+    source.close()
+    program.quit()
+
+
+@scenario()
+def drops_a_file_once_by_whatever_path(session):
+    touch(session.music / "a.opus", session.music / "b.opus")
+    (session.music / "sub").mkdir()
+    program = session.start()
+    source = DragSource(session, "files", session.music / "a.opus")
+    source.drop_onto(tree.middle(drop_zone(program)))
+    program.await_names(["a.opus"])
+    source.close()
+    source = DragSource(session, "files", f"{session.music}/sub/../a.opus", f"{session.music}/./a.opus",
+                        f"{session.music}/b.opus")
+    source.drop_onto(middle_of_list(program))
+    program.await_names(["a.opus", "b.opus"])
+    program.await_text("2 audio files · 0 complete")
+    source.close()
+    program.quit()
+
+
+@scenario()
+def follows_a_dropped_link(session):
+    track = media.make_track(session.music / "elsewhere/real.bin", seconds=0.2)
+    touch(session.music / "album/a.opus")
+    drawer = session.music / "drawer"
+    drawer.mkdir()
+    (drawer / "song.opus").symlink_to(track)
+    (drawer / "records").symlink_to(session.music / "album")
+    (drawer / "plain").symlink_to(session.music / "album/a.opus")
+    (drawer / "gone.opus").symlink_to(session.music / "nothing")
+    program = session.start()
+    source = DragSource(session, "files", *(drawer / name for name in
+                                            ("song.opus", "records", "plain", "gone.opus")))
+    source.drop_onto(tree.middle(drop_zone(program)))
+    program.await_names(["song.opus", "a.opus", "gone.opus"])
+    expect_equal("folders", [row.folder for row in program.rows()], ["drawer", "records", "drawer"])
+    program.choose_destination(session.output)
+    program.press("Convert 3 Files")
+    program.await_states(["Complete", "Failed", "Failed"])
+    expect("the song is there", (session.output / "song_converted.mp3").stat().st_size > 0)
+    source.close()
+    program.quit()
+
+
+@scenario()
+def takes_a_drop_while_a_batch_runs(session):
+    session.replace_ffmpeg()
+    gate = session.folder / "gate"
+    sources = [session.script("1.opus", f"convert wait-for {gate}", "convert write-output 1"),
+               session.script("2.opus", "convert write-output 2"),
+               session.script("late.opus", "convert write-output late")]
+    program = session.start()
+    source = DragSource(session, "files", *sources[:2])
+    source.drop_onto(tree.middle(drop_zone(program)))
+    program.await_names(["1.opus", "2.opus"])
+    source.close()
+    program.choose_destination(session.output)
+    program.press("Convert 2 Files")
+    program.await_states(["Converting", "Ready"])
+    source = DragSource(session, "files", sources[2], sources[0])
+    source.drop_onto(middle_of_list(program))
+    program.await_states(["Converting", "Ready", "Ready"])
+    program.await_text("3 audio files · 0 complete")
+    gate.touch()
+    program.await_states(["Complete", "Complete", "Ready"])
+    program.press("Convert 3 Files")
+    program.await_states(["Complete"] * 3)
+    expect_equal("files made", sorted(file.name for file in session.output.iterdir()),
+                 [f"{name}_converted.mp3" for name in ("1", "2", "late")])
     source.close()
     program.quit()

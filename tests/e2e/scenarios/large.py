@@ -1,0 +1,135 @@
+"""Queues of thousands of files."""
+
+import os
+import time
+
+from driver import hands, tree
+from driver.drops import DragSource
+from driver.registry import scenario
+from driver.tree import Role, State
+from driver.waiting import expect, expect_equal, wait_equal, wait_for
+
+# A screen reader's walk over the window, however long the queue is.
+MOST_NODES = 250
+MOST_SECONDS = 5
+
+
+def make_files(folder, count, width=100):
+    """Empty tracks 1.opus, 2.opus and so on, dealt out to folders so that no folder holds a run."""
+    folders = [folder / f"{number:03}" for number in range(max(1, count // width))]
+    for drawer in folders:
+        drawer.mkdir(parents=True)
+    for number in range(1, count + 1):
+        os.mknod(f"{folders[number % len(folders)]}/{number}.opus")
+    return folder
+
+
+def list_of(program):
+    return wait_for("list", lambda: program.find(Role.LIST))
+
+
+def drop_onto(session, node, *paths):
+    source = DragSource(session, "files", *paths)
+    source.drop_onto(tree.middle(node))
+    source.close()
+
+
+def press_format(program, name):
+    """Presses a format's button; the seconds until it is seen to be chosen."""
+    start = time.monotonic()
+    button = program.button(name)
+    tree.act(button, "Press", "Toggle")
+
+    def chosen():
+        button.clear_cache()
+        return tree.has_state(button, State.CHECKED)
+
+    wait_for(f'choice of "{name}"', chosen)
+    return time.monotonic() - start
+
+
+def last_row(program):
+    return program.rows()[-1]
+
+
+def expect_numbered(rows, first, total):
+    """Rows are in the order of the numbers that are their names, and say their places."""
+    expect_equal("names", [row.name for row in rows],
+                 [f"{first + index}.opus" for index in range(len(rows))])
+    expect_equal("positions", [row.position for row in rows],
+                 [f"{first + index} of {total}" for index in range(len(rows))])
+
+
+@scenario()
+def goes_on_with_a_batch_while_thousands_of_files_come(session):
+    session.replace_ffmpeg()
+    gate = session.folder / "gate"
+    sources = [
+        session.script("1.opus", f"convert wait-for {gate}", "convert write-output done"),
+        session.script("2.opus", "convert write-output done"),
+    ]
+    album = make_files(session.folder / "album", 5000)
+    program = session.start()
+    program.add_files(*sources)
+    program.choose_destination(session.output)
+    program.press("Convert 2 Files")
+    program.await_states(["Converting", "Ready"])
+    drop_onto(session, list_of(program), album)
+    for name in ("WAV", "AIFF", "MP3"):
+        seconds = press_format(program, name)
+        expect(f"a button answers within two seconds, not {seconds:.1f}", seconds < 2)
+    program.await_text("5002 audio files · 0 complete")
+    expect_equal("first states", program.states()[:3], ["Converting", "Ready", "Ready"])
+    gate.touch()
+    program.await_text("5002 audio files · 2 complete")
+    # Those that came during the batch wait for the next one.
+    wait_for("end of the batch", lambda: program.has_button("Convert 5002 Files"))
+    rows = program.rows()
+    expect_equal("first states", [row.state for row in rows[:3]], ["Complete", "Complete", "Ready"])
+    expect_equal("first names", [row.name for row in rows[:4]],
+                 ["1.opus", "2.opus", "1.opus", "2.opus"])
+    hands.click(rows[0].node)
+    hands.key("End")
+    wait_equal("last row", lambda: last_row(program).position, "5002 of 5002")
+    rows = program.rows()
+    expect_equal("last names", [row.name for row in rows],
+                 [f"{5001 - len(rows) + index}.opus" for index in range(len(rows))])
+    expect_equal("files made", sorted(file.name for file in session.output.iterdir()),
+                 ["1_converted.mp3", "2_converted.mp3"])
+    program.quit()
+
+
+@scenario(is_long=True)
+def holds_a_hundred_thousand_files(session):
+    count = 100_000
+    album = make_files(session.folder / "album", count)
+    program = session.start()
+    zone = wait_for("drop zone", lambda: program.find(Role.PANEL, "Drop zone"))
+    drop_onto(session, zone, album)
+    wait_for("all files", lambda: program.has_text(f"{count} audio files · 0 complete"), 30)
+    expect_numbered(program.rows(), 1, count)
+
+    start = time.monotonic()
+    nodes = sum(1 for _ in tree.descendants(program.window(), hidden=True))
+    seconds = time.monotonic() - start
+    expect(f"few objects, not {nodes}", nodes < MOST_NODES)
+    expect(f"a short walk, not one of {seconds:.1f} s", seconds < MOST_SECONDS)
+
+    hands.click(program.rows()[0].node)
+    hands.key("End")
+    wait_equal("last row", lambda: last_row(program).position, f"{count} of {count}")
+    rows = program.rows()
+    expect_numbered(rows, count + 1 - len(rows), count)
+    expect_equal("focus", program.focus().get_description(), f"{count} of {count}")
+    hands.key("Home")
+    wait_equal("first row", lambda: program.rows()[0].position, f"1 of {count}")
+    expect_numbered(program.rows(), 1, count)
+    expect_equal("focus", program.focus().get_description(), f"1 of {count}")
+
+    seconds = press_format(program, "WAV")
+    expect(f"a button answers within a second, not {seconds:.1f}", seconds < 1)
+    hands.key("End", "Delete")
+    program.await_text(f"{count - 1} audio files · 0 complete")
+    wait_equal("focus", lambda: program.focus().get_description(), f"{count - 1} of {count - 1}")
+    expect_numbered(program.rows(), count - len(program.rows()), count - 1)
+    program.quit()

@@ -3,7 +3,7 @@
 
 Usage: run.py --list
        run.py --program PATH --pictures FOLDER [--stand-in PATH] [--with-mounts PATH]
-              [--drag-source PATH] [--keep FOLDER] NAME
+              [--drag-source PATH] [--locales FOLDER] [--keep FOLDER] NAME
 
 Each scenario starts clean and must end clean. One that fails leaves a picture of the display. The
 demonstration keeps what it made where --keep says. The other programs are for the scenarios that need them.
@@ -57,7 +57,7 @@ def play(name, scenario, options):
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--list", action="store_true")
-    for option in ("program", "stand-in", "with-mounts", "drag-source", "pictures", "keep"):
+    for option in ("program", "stand-in", "with-mounts", "drag-source", "locales", "pictures", "keep"):
         parser.add_argument(f"--{option}")
     parser.add_argument("name", nargs="?")
     options = parser.parse_args()

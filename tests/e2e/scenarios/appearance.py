@@ -1,0 +1,242 @@
+"""The window under other locales, on other screens and desktops."""
+
+import pathlib
+import subprocess
+
+from driver import eyes, hands, media, tree
+from driver.registry import scenario
+from driver.tree import Role, State
+from driver.waiting import expect, expect_equal, wait_equal, wait_for
+
+SMALLEST = (960, 640)
+SIDEBAR_WIDTH = 310
+LIGHT_WINDOW = (0xEF, 0xEF, 0xEF)
+DARK_WINDOW = (34, 36, 41)
+# As a desktop keeps the colours that its user has chosen.
+DARK_COLORS = """
+[Colors:Window]
+BackgroundNormal=34,36,41
+ForegroundNormal=240,240,240
+[Colors:Button]
+BackgroundNormal=49,54,59
+ForegroundNormal=240,240,240
+[Colors:View]
+BackgroundNormal=27,30,32
+BackgroundAlternate=35,38,41
+ForegroundNormal=240,240,240
+[Colors:Selection]
+BackgroundNormal=61,174,233
+ForegroundNormal=255,255,255
+"""
+
+
+def convert_a_track(session, program, name):
+    """Adds a track and converts it; every text on the way is the one expected."""
+    track = media.make_track(session.music / f"{name}.opus", seconds=0.2)
+    program.await_text("82%")
+    program.await_text("Add OPUS, OGG, or OGA files")
+    program.add_files(track)
+    program.await_names([f"{name}.opus"])
+    expect_equal("position", program.rows()[0].position, "1 of 1")
+    program.await_text("1 audio file · 0 complete")
+    program.choose_destination(session.output)
+    program.press("Convert 1 File")
+    program.await_states(["Complete"])
+    program.await_text("1 audio file · 1 complete")
+    codec, _, seconds = media.describe(session.output / f"{name}_converted.mp3")
+    expect_equal("codec", codec, "mp3")
+    expect(f"it is as long as the track, not {seconds} s", 0.15 < seconds < 0.4)
+
+
+def start_under(session, locale):
+    """Starts the program under one of the locales made for the tests."""
+    program = session.start(LC_ALL=locale, LOCPATH=session.options.locales)
+    program.window()
+    maps = pathlib.Path(f"/proc/{program.pid}/maps").read_text()
+    expect(f"the program has taken {locale}", f"{session.options.locales}/{locale}/LC_NUMERIC" in maps)
+    return program
+
+
+def ask_xdotool(*arguments):
+    return subprocess.run(["xdotool", *arguments], check=True, timeout=20, stdout=subprocess.PIPE,
+                          text=True).stdout.splitlines()
+
+
+def screen_rectangle(program):
+    """Where the window system has put the window, in its pixels."""
+    window = ask_xdotool("search", "--sync", "--onlyvisible", "--name", "^Kestrel$")[-1]
+    lines = ask_xdotool("getwindowgeometry", "--shell", window)
+    values = dict(line.split("=") for line in lines)
+    return tuple(int(values[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
+
+
+def expect_inside(what, inner, outer):
+    x, y, width, height = inner
+    left, top, whole_width, whole_height = outer
+    expect(f"{what} {inner} lies within {outer}",
+           left <= x and top <= y and x + width <= left + whole_width and y + height <= top + whole_height)
+
+
+def expect_nothing_cut_off(program):
+    """Every part of the window that is shown is shown whole."""
+    window = program.window()
+    seen = 0
+    for node in tree.descendants(window):
+        rectangle = tree.rectangle(node)
+        if rectangle[2] > 0 and rectangle[3] > 0:
+            seen += 1
+            expect_inside(f'{node.get_role_name()} "{tree.name_of(node)}"', rectangle,
+                          tree.rectangle(window))
+    expect(f"all controls were looked at, not {seen}", seen > 30)
+
+
+def expect_window_of_scale(program, factor, screen):
+    rectangle = screen_rectangle(program)
+    expect_inside("the window", rectangle, (0, 0, *screen))
+    for size, smallest in zip(rectangle[2:], SMALLEST):
+        expect(f"the window has its smallest size at least, not {rectangle}", size >= factor * smallest)
+
+
+def click_format(program, name):
+    """Chooses a format with the mouse. The tree may count in points; the mouse counts in pixels."""
+    left, top, width, _ = screen_rectangle(program)
+    told_left, told_top, told_width, _ = tree.rectangle(program.window())
+    ratio = width / told_width
+    button = program.button(name)
+    x, y = tree.middle(button)
+    hands.move_to(left + round((x - told_left) * ratio), top + round((y - told_top) * ratio))
+    hands.xdotool("click", 1)
+
+    def is_chosen():
+        button.clear_cache()
+        return tree.has_state(button, State.CHECKED)
+
+    wait_for(f'choice of "{name}"', is_chosen)
+
+
+def expect_sidebar(program, factor):
+    """The sidebar is dark down to its last pixel, and behind a thin line is the window's ground."""
+    x, y, _, height = screen_rectangle(program)
+    edge = x + factor * SIDEBAR_WIDTH
+    for row in eyes.pixels((edge - 4, y + height // 2, 4 + factor + 4, 100))[::10]:
+        expect(f"the sidebar is dark, not {row[:4]}", all(max(pixel) < 60 for pixel in row[:4]))
+        expect_equal("colours beside the line", len(set(row[4 + factor:])), 1)
+        expect("the line is not the ground", row[3 + factor] != row[-1])
+
+
+def ground(program):
+    """The colour of the window between sidebar and drop zone."""
+    x, y, _, height = screen_rectangle(program)
+    return eyes.pixels((x + SIDEBAR_WIDTH + 8, y + height // 2, 1, 1))[0][0]
+
+
+def inks(node):
+    """The brightness of the darkest and the lightest pixel of a text."""
+    pixels = [sum(pixel) // 3 for row in eyes.pixels(tree.rectangle(node)) for pixel in row]
+    return min(pixels), max(pixels)
+
+
+def expect_colors(program, background, is_dark):
+    wait_equal("the window's ground", lambda: ground(program), background)
+    expect_sidebar(program, 1)
+    title = wait_for("title", lambda: tree.find(program.find(Role.PANEL, "Conversion Queue"), Role.LABEL))
+    darkest, lightest = inks(title)
+    if is_dark:
+        expect(f"light text, not up to {lightest}", lightest > 200)
+    else:
+        expect(f"dark text, not down to {darkest}", darkest < 60)
+    # In the sidebar it is light on every desktop.
+    subtitle = program.find(Role.LABEL, "Kestrel")
+    expect("light text in the sidebar", inks(subtitle)[1] > 200)
+
+
+@scenario()
+def is_used_under_the_plain_c_locale(session):
+    program = session.start(LC_ALL="C")
+    convert_a_track(session, program, "Ö")
+    program.quit()
+
+
+@scenario()
+def is_used_under_a_german_locale(session):
+    program = start_under(session, "de_DE.UTF-8")
+    convert_a_track(session, program, "Übung")
+    program.quit()
+
+
+@scenario()
+def is_used_under_an_arabic_locale(session):
+    program = start_under(session, "ar_EG.UTF-8")
+    convert_a_track(session, program, "أغنية")
+    program.quit()
+
+
+@scenario()
+def shows_progress_where_numbers_have_a_decimal_comma(session):
+    session.replace_ffmpeg()
+    gate = session.folder / "gate"
+    source = session.script(
+        "song.opus",
+        "probe err   Duration: 00:00:00.80, start: 0.000000\\n",
+        "convert out out_time_ms=200000\\nprogress=continue\\n",
+        f"convert wait-for {gate}",
+        "convert write-output done",
+    )
+    program = start_under(session, "de_DE.UTF-8")
+    program.add_files(source)
+    program.choose_destination(session.output)
+    program.press("Convert 1 File")
+    wait_equal("progress", program.progress, [0.25, 0.25])
+    gate.touch()
+    program.await_states(["Complete"])
+    program.quit()
+
+
+@scenario()
+def shows_the_whole_window_at_scale_one(session):
+    program = session.start(QT_SCALE_FACTOR="1")
+    program.window()
+    expect_window_of_scale(program, 1, (1400, 900))
+    expect_sidebar(program, 1)
+    expect_nothing_cut_off(program)
+    click_format(program, "WAV")
+    click_format(program, "MP3")
+    convert_a_track(session, program, "song")
+    expect_nothing_cut_off(program)
+    program.quit()
+
+
+@scenario(display_size="2800x1800")
+def shows_the_whole_window_at_scale_two(session):
+    program = session.start(QT_SCALE_FACTOR="2")
+    program.window()
+    expect_window_of_scale(program, 2, (2800, 1800))
+    expect_sidebar(program, 2)
+    expect_nothing_cut_off(program)
+    click_format(program, "WAV")
+    click_format(program, "MP3")
+    convert_a_track(session, program, "song")
+    expect_nothing_cut_off(program)
+    program.quit()
+
+
+@scenario()
+def is_light_without_a_desktop(session):
+    program = session.start()
+    program.window()
+    expect_colors(program, LIGHT_WINDOW, is_dark=False)
+    convert_a_track(session, program, "song")
+    program.quit()
+
+
+@scenario()
+def is_dark_on_a_dark_desktop(session):
+    desktop = session.folder / "desktop"
+    desktop.mkdir()
+    (desktop / "kdeglobals").write_text(DARK_COLORS)
+    program = session.start(XDG_CURRENT_DESKTOP="KDE", KDE_SESSION_VERSION="5",
+                            XDG_CONFIG_DIRS=str(desktop))
+    program.window()
+    expect_colors(program, DARK_WINDOW, is_dark=True)
+    convert_a_track(session, program, "song")
+    program.quit()

@@ -192,32 +192,27 @@ def shows_progress_where_numbers_have_a_decimal_comma(session):
     program.quit()
 
 
-@scenario()
-def shows_the_whole_window_at_scale_one(session):
-    program = session.start(QT_SCALE_FACTOR="1")
+def use_at_scale(session, scale, display_size):
+    program = session.start(QT_SCALE_FACTOR=str(scale))
     program.window()
-    expect_window_of_scale(program, 1, (1400, 900))
-    expect_sidebar(program, 1)
+    expect_window_of_scale(program, scale, display_size)
+    expect_sidebar(program, scale)
     expect_nothing_cut_off(program)
     click_format(program, "WAV")
     click_format(program, "MP3")
     convert_a_track(session, program, "song")
     expect_nothing_cut_off(program)
     program.quit()
+
+
+@scenario()
+def shows_the_whole_window_at_scale_one(session):
+    use_at_scale(session, 1, (1400, 900))
 
 
 @scenario(display_size="2800x1800")
 def shows_the_whole_window_at_scale_two(session):
-    program = session.start(QT_SCALE_FACTOR="2")
-    program.window()
-    expect_window_of_scale(program, 2, (2800, 1800))
-    expect_sidebar(program, 2)
-    expect_nothing_cut_off(program)
-    click_format(program, "WAV")
-    click_format(program, "MP3")
-    convert_a_track(session, program, "song")
-    expect_nothing_cut_off(program)
-    program.quit()
+    use_at_scale(session, 2, (2800, 1800))
 
 
 @scenario()

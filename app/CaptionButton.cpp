@@ -1,6 +1,7 @@
 #include "CaptionButton.h"
 
 #include "ContinuousRectangle.h"
+#include "Ink.h"
 #include "KeyboardFocus.h"
 
 #include <QPainter>
@@ -65,12 +66,19 @@ QSize CaptionButton::sizeHint() const {
 QString CaptionButton::title() const {
     switch (action_) {
     case Action::minimise:
+        //: A button of the window.
         return tr("Minimise");
     case Action::maximise:
-        return isWindowMaximised_ ? tr("Restore") : tr("Maximise");
+        if (isWindowMaximised_) {
+            //: A button of a maximised window, which gives it its former size.
+            return tr("Restore");
+        }
+        //: A button of the window.
+        return tr("Maximise");
     case Action::close:
         break;
     }
+    //: A button of the window.
     return tr("Close");
 }
 

@@ -1,9 +1,13 @@
 #include "KestrelApp.h"
 
+#include "ApplicationStyle.h"
+#include "BusName.h"
+#include "FirstFrame.h"
 #include "MenuBar.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QDBusConnection>
 #include <QKeySequence>
 #include <QMenu>
 
@@ -22,11 +26,14 @@ KestrelApp::KestrelApp(std::shared_ptr<ConverterViewModel> model,
     fillMenuBar(window_.menuBar());
 }
 
-void KestrelApp::setIdentity() {
+void KestrelApp::prepare() {
     // The application's name serves as its display name too. A display name of its own would be
     // appended to the title of every panel.
     QCoreApplication::setApplicationName(QStringLiteral("Kestrel"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.kestrel.Converter"));
+    // The window's own strip carries the menu, also on desktops with a place for menus elsewhere.
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
+    QApplication::setStyle(new ApplicationStyle);
 }
 
 void KestrelApp::fillMenuBar(QMenuBar& menuBar) {
@@ -51,6 +58,9 @@ void KestrelApp::fillMenuBar(QMenuBar& menuBar) {
 }
 
 int KestrelApp::run() {
+    new FirstFrame(window_, [] {
+        claimBusName(QDBusConnection::sessionBus(), QGuiApplication::desktopFileName());
+    });
     window_.show();
     const int status = QApplication::exec();
     if (model_->isConverting()) {

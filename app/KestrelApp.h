@@ -1,7 +1,9 @@
 #pragma once
 
 #include "ConverterViewModel.h"
+#include "FFmpegService.h"
 #include "MainWindow.h"
+#include "SettingsSidebar.h"
 
 #include <QCoreApplication>
 #include <QWidget>
@@ -23,9 +25,11 @@ class KestrelApp {
     explicit KestrelApp(std::shared_ptr<ConverterViewModel> model,
                         SettingsSidebar::BinaryLocator locateBinary = FFmpegService::locateBinary);
 
-    /// Who the program is to the desktop. Call it once, before the application object is made.
-    static void setIdentity();
+    /// Sets who the program is to the desktop, and what of the toolkit it does without. Call it
+    /// once, before the application object is made.
+    static void prepare();
 
+    /// The one window; lives as long as this.
     QWidget& window() noexcept { return window_; }
 
     /// Shows the window and runs the event loop until the user quits; the result is the exit

@@ -1,20 +1,21 @@
 #include "MainWindow.h"
 
+#include "AccessibleParts.h"
 #include "CaptionButton.h"
 #include "ContentView.h"
+#include "FirstFrame.h"
 #include "MenuBar.h"
 #include "WindowBorder.h"
 #include "WindowEdge.h"
 #include "WindowStrip.h"
 
 #include <QAccessible>
-#include <QAccessibleWidget>
 #include <QEvent>
 #include <QIcon>
+#include <QMetaObject>
 #include <QPainter>
 #include <QPixmap>
 #include <QSvgRenderer>
-#include <QTimer>
 #include <QWindow>
 
 #include <algorithm>
@@ -27,23 +28,13 @@ constexpr QSize smallest(960, 640);
 
 /// Has a window's role, for which assistive technology looks, and as children what there is to be
 /// used: neither the border nor the edges.
-class AccessibleMainWindow : public QAccessibleWidget {
+class AccessibleMainWindow : public AccessibleParts {
   public:
     explicit AccessibleMainWindow(MainWindow* window)
-        : QAccessibleWidget(window, QAccessible::Window) {}
+        : AccessibleParts(window, QAccessible::Window) {}
 
-    int childCount() const override { return static_cast<int>(parts().size()); }
-
-    QAccessibleInterface* child(int index) const override {
-        return QAccessible::queryAccessibleInterface(parts().value(index));
-    }
-
-    int indexOfChild(const QAccessibleInterface* child) const override {
-        return child != nullptr ? static_cast<int>(parts().indexOf(child->object())) : -1;
-    }
-
-  private:
-    QObjectList parts() const {
+  protected:
+    QObjectList parts() const override {
         QObjectList parts;
         for (QObject* child : widget()->children()) {
             const auto* part = qobject_cast<const QWidget*>(child);
@@ -88,6 +79,7 @@ MainWindow::MainWindow(std::shared_ptr<ConverterViewModel> model,
                 [this](Qt::Edges taken) { startResize(taken); });
     }
     refreshMinimum();
+    new FirstFrame(*this, [this] { renderIcon(); });
 }
 
 MenuBar& MainWindow::menuBar() {
@@ -119,12 +111,6 @@ void MainWindow::resizeEvent(QResizeEvent*) {
     // The mouse has not moved: nothing else says that the buttons have.
     strip_->refreshHover();
     resist();
-}
-
-void MainWindow::paintEvent(QPaintEvent*) {
-    if (std::exchange(isFirstFrame_, false)) {
-        QTimer::singleShot(0, this, &MainWindow::renderIcon);
-    }
 }
 
 bool MainWindow::focusNextPrevChild(bool isNext) {
@@ -176,15 +162,15 @@ void MainWindow::refreshMinimum() {
     }
 }
 
-bool MainWindow::isFree() const {
+bool MainWindow::isFloating() const {
     return !windowState().testAnyFlags(Qt::WindowMaximized | Qt::WindowFullScreen);
 }
 
 void MainWindow::refreshState() {
-    strip_->setWindowMaximised(!isFree());
-    border_->setVisible(isFree());
+    strip_->setWindowMaximised(!isFloating());
+    border_->setVisible(isFloating());
     for (WindowEdge* edge : edges_) {
-        edge->setVisible(isFree());
+        edge->setVisible(isFloating());
     }
 }
 
@@ -193,7 +179,7 @@ void MainWindow::resist() {
         refused_.reset();
         return;
     }
-    if (!isFree() || isMinimized() || refused_ == size() || windowHandle() == nullptr) {
+    if (!isFloating() || isMinimized() || refused_ == size() || windowHandle() == nullptr) {
         return;
     }
     refused_ = size();
@@ -203,7 +189,7 @@ void MainWindow::resist() {
 }
 
 void MainWindow::toggleMaximised() {
-    if (isFree()) {
+    if (isFloating()) {
         showMaximized();
     } else {
         showNormal();

@@ -28,6 +28,7 @@ class MainWindow : public QWidget {
     explicit MainWindow(std::shared_ptr<ConverterViewModel> model,
                         SettingsSidebar::BinaryLocator locateBinary = FFmpegService::locateBinary);
 
+    /// The menu bar in the strip; empty until it is filled.
     MenuBar& menuBar();
 
     QSize sizeHint() const override;
@@ -36,20 +37,26 @@ class MainWindow : public QWidget {
     bool event(QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
     bool focusNextPrevChild(bool isNext) override;
 
-    /// Asks the window system for what it does better than the program. It may refuse.
+    // These ask the window system, which may refuse.
+    /// Lets the user move the window with the button that is down.
     virtual void startMove();
+    /// Lets the user resize the window by one or two sides with the button that is down.
     virtual void startResize(Qt::Edges edges);
+    /// For another size, in points.
     virtual void askForSize(QSize size);
 
   private:
+    /// Gives the parts their places in the window of this size.
     void place();
     void refreshMinimum();
+    /// Has border, edges and buttons follow whether the window is floating.
     void refreshState();
+    /// Asks for the minimum, once for each size below it that the window is given.
     void resist();
-    bool isFree() const;
+    /// Whether the window is neither maximised nor full-screen.
+    bool isFloating() const;
     void toggleMaximised();
     void renderIcon();
 
@@ -59,7 +66,6 @@ class MainWindow : public QWidget {
     std::vector<WindowEdge*> edges_;
     /// A size below the minimum that the window has had since it last asked for more.
     std::optional<QSize> refused_;
-    bool isFirstFrame_ = true;
 };
 
 } // namespace kestrel

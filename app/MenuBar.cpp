@@ -5,7 +5,9 @@
 #include "TextFont.h"
 #include "UserFont.h"
 
+#include <QAction>
 #include <QFontInfo>
+#include <QFontMetrics>
 #include <QMenu>
 #include <QPainter>
 #include <QShortcut>

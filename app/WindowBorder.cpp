@@ -1,5 +1,6 @@
 #include "WindowBorder.h"
 
+#include "BandFill.h"
 #include "Ink.h"
 
 #include <QPainter>
@@ -13,7 +14,10 @@ WindowBorder::WindowBorder(QWidget* parent) : QWidget(parent) {
 }
 
 void WindowBorder::paintEvent(QPaintEvent*) {
-    QPainter(this).fillRect(rect(), separatorColor(palette()));
+    QPainter painter(this);
+    for (const QRect& side : mask()) {
+        fillInBands(painter, side, separatorColor(palette()));
+    }
 }
 
 void WindowBorder::resizeEvent(QResizeEvent*) {

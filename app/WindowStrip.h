@@ -27,6 +27,7 @@ class WindowStrip : public QWidget {
     /// In their order: minimise, maximise or restore, close.
     const std::array<CaptionButton*, 3>& buttons() const noexcept { return buttons_; }
 
+    /// Has the second button restore a maximised window, and maximise any other.
     void setWindowMaximised(bool isMaximised);
 
     /// Tells each button that the window has taken from under the mouse that the mouse has left it.

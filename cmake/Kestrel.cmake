@@ -1,21 +1,58 @@
-# What every target of the project is compiled with: the warnings, and the instrumentation of the
-# sanitizer and coverage builds.
-add_library(kestrel_warnings INTERFACE)
+# What every target of the project is compiled with: in every build the warnings and the hardening, which are
+# the plain flags, and on top of them the instrumentation of the sanitizer, fuzz and coverage builds.
+add_library(kestrel_plain_flags INTERFACE)
 add_library(kestrel_flags INTERFACE)
-target_link_libraries(kestrel_flags INTERFACE kestrel_warnings)
-target_compile_options(kestrel_warnings INTERFACE
-    -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
+target_link_libraries(kestrel_flags INTERFACE kestrel_plain_flags)
+target_compile_options(kestrel_plain_flags INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
     -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wformat=2)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
-    target_compile_options(kestrel_warnings INTERFACE -fcoroutines-ts -Wno-deprecated-experimental-coroutine)
+    target_compile_options(kestrel_plain_flags INTERFACE
+        -fcoroutines-ts -Wno-deprecated-experimental-coroutine)
 endif()
-target_compile_definitions(kestrel_warnings INTERFACE
+target_compile_definitions(kestrel_plain_flags INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
     QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+
+# Where a mistake slips through all the same, it ends the program before it can be made use of. Fortified
+# calls need an optimiser.
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+include(CheckPIESupported)
+check_pie_supported(LANGUAGES CXX)
+target_compile_definitions(kestrel_plain_flags INTERFACE _GLIBCXX_ASSERTIONS)
+target_compile_options(kestrel_plain_flags INTERFACE
+    $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3 -fstack-protector-strong
+    -fstack-clash-protection>)
+# On the processors that have it.
+include(CheckCXXCompilerFlag)
+check_cxx_compiler_flag(-fcf-protection=full KESTREL_HAS_CONTROL_FLOW_PROTECTION)
+if(KESTREL_HAS_CONTROL_FLOW_PROTECTION)
+    target_compile_options(kestrel_plain_flags INTERFACE $<$<NOT:$<CONFIG:Debug>>:-fcf-protection=full>)
+endif()
+target_link_options(kestrel_plain_flags INTERFACE
+    $<$<NOT:$<CONFIG:Debug>>:LINKER:-z,relro,-z,now,-z,noexecstack>)
+# A tenth of the program would else be a list of its own addresses, read at every start.
+include(CheckLinkerFlag)
+check_linker_flag(CXX LINKER:-z,pack-relative-relocs KESTREL_PACKS_RELOCATIONS)
+if(KESTREL_PACKS_RELOCATIONS)
+    target_link_options(kestrel_plain_flags INTERFACE
+        $<$<NOT:$<CONFIG:Debug>>:LINKER:-z,pack-relative-relocs>)
+endif()
+
 if(KESTREL_SANITIZE)
     target_compile_options(kestrel_flags INTERFACE
         -fsanitize=${KESTREL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(kestrel_flags INTERFACE -fsanitize=${KESTREL_SANITIZE})
+endif()
+# For programs in which the toolkit runs threads of its own.
+add_library(kestrel_toolkit_threads INTERFACE)
+if(KESTREL_SANITIZE STREQUAL "thread")
+    target_sources(kestrel_toolkit_threads INTERFACE ${CMAKE_CURRENT_LIST_DIR}/ToolkitThreads.cpp)
+endif()
+if(KESTREL_FUZZ)
+    # Without the fuzzer's main(), which the harnesses alone link.
+    target_compile_options(kestrel_flags INTERFACE -fsanitize=fuzzer-no-link)
+    target_link_options(kestrel_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 if(KESTREL_COVERAGE)
     target_compile_options(kestrel_flags INTERFACE --coverage -fprofile-update=atomic)

@@ -6,11 +6,12 @@
 
 #include <spawn.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <csignal>
+#include <system_error>
 #include <thread>
-#include <utility>
 
 // The header of glibc 2.36 forgets that it is read by C++ too.
 extern "C" {
@@ -29,6 +30,20 @@ int waitForExit(pid_t child, int options, siginfo_t& info) noexcept {
         }
     }
     return 0;
+}
+
+/// Children of a program that ignores this signal vanish without a word. It may have been ignored
+/// since before this program was started.
+void letChildrenBeWaitedFor() noexcept {
+    struct sigaction action {};
+
+    const bool isKnown = ::sigaction(SIGCHLD, nullptr, &action) == 0;
+    const bool isIgnored = (action.sa_flags & SA_SIGINFO) == 0 && action.sa_handler == SIG_IGN;
+    if (isKnown && (isIgnored || (action.sa_flags & SA_NOCLDWAIT) != 0)) {
+        // The default: their ends are kept until somebody asks.
+        action = {};
+        ::sigaction(SIGCHLD, &action, nullptr);
+    }
 }
 
 void reapWhenItExits(pid_t child) noexcept {
@@ -57,9 +72,11 @@ ChildProcess::~ChildProcess() {
 }
 
 void ChildProcess::launch() {
+    letChildrenBeWaitedFor();
     setStage(Stage::launching);
     try {
         SpawnAttributes attributes;
+        attributes.inheritStandardInput();
         Pipe output;
         if (standardOutputKind_ == StandardOutput::pipe) {
             output = Pipe::make();
@@ -122,10 +139,16 @@ void ChildProcess::interrupt() noexcept {
 }
 
 void ChildProcess::sendInterrupt() const noexcept {
+    send(SIGINT);
+    // A stopped child would not see the signal before it is continued. Others take no notice.
+    send(SIGCONT);
+}
+
+void ChildProcess::send(int signal) const noexcept {
     if (pidDescriptor_) {
-        ::pidfd_send_signal(pidDescriptor_.get(), SIGINT, nullptr, 0);
+        ::pidfd_send_signal(pidDescriptor_.get(), signal, nullptr, 0);
     } else {
-        ::kill(pid_, SIGINT);
+        ::kill(pid_, signal);
     }
 }
 

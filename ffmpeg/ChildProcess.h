@@ -15,7 +15,8 @@ namespace kestrel {
 
 /// One run of a program, given by path and started without a shell, with its standard error, and
 /// its standard output if wanted, on pipes of their own. Standard input, environment, working
-/// folder and process group are this program's; no signal is blocked or ignored in the child.
+/// folder and process group are this program's; no signal is blocked or ignored in the child. The
+/// null device stands in for a standard input that this program does not have.
 ///
 /// One thread launches, reads and waits; `interrupt` may be called by any other at any time. A
 /// child that nobody waited for when its object dies is left to end by itself, and reaped when it
@@ -31,7 +32,8 @@ class ChildProcess {
     ChildProcess& operator=(const ChildProcess&) = delete;
     ~ChildProcess();
 
-    /// Starts the program. Throws PlatformError when it cannot be started. Once only.
+    /// Starts the program. Throws PlatformError when it cannot be started. Once only. Where this
+    /// program ignores SIGCHLD, it does so no longer: the system would not tell how a child ended.
     void launch();
 
     /// The reading end of the child's standard output; none where it goes to the null device. Yours
@@ -45,9 +47,10 @@ class ChildProcess {
     /// tell how it ended. Once only.
     ProcessExit waitUntilExit();
 
-    /// Sends SIGINT to the child, and never to a process that has come to its number since. Nothing
-    /// happens before the launch and after the exit; during the launch the signal follows as soon
-    /// as there is a child. Any thread; does not block.
+    /// Sends SIGINT to the child, and never to a process that has come to its number since; a child
+    /// that has been stopped is continued, so that the signal reaches it. Nothing happens before
+    /// the launch and after the exit; during the launch the signal follows as soon as there is a
+    /// child. Any thread; does not block.
     void interrupt() noexcept;
 
   private:
@@ -55,8 +58,9 @@ class ChildProcess {
 
     void setStage(Stage stage) noexcept;
     void adopt(pid_t child) noexcept;
-    /// Needs the mutex and a running child.
+    /// Both need the mutex and a running child.
     void sendInterrupt() const noexcept;
+    void send(int signal) const noexcept;
 
     FileURL executable_;
     std::vector<std::string> arguments_;

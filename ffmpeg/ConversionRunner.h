@@ -21,9 +21,9 @@ class ConversionRunner {
     virtual ~ConversionRunner() = default;
 
     /// Converts `source` into the file `destination`, whose folder is created where it is missing.
-    /// Returns when the output is written; throws an FFmpegError, or a PlatformError, when it is
-    /// not. Blocks, for as long as the conversion takes: any thread but the main one, one call at a
-    /// time.
+    /// Returns when the output is written; when it is not, throws an FFmpegError, a PlatformError,
+    /// std::bad_alloc, or what `onProgress` threw. Blocks, for as long as the conversion takes: any
+    /// thread but the main one, one call at a time.
     virtual void convert(const FileURL& source, const FileURL& destination,
                          const ConversionSettings& settings, const ProgressHandler& onProgress) = 0;
 

@@ -1,13 +1,9 @@
 #include "DiagnosticsParser.h"
 
-#include "ParseNumber.h"
-
-#include <QRegularExpression>
 #include <QString>
 #include <QStringDecoder>
 
 #include <cstddef>
-#include <optional>
 
 namespace kestrel {
 
@@ -20,10 +16,6 @@ QString decoded(std::string_view bytes) {
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom |
                                                      QStringDecoder::Flag::Stateless);
     return decoder.decode(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));
-}
-
-std::optional<double> capturedNumber(const QRegularExpressionMatch& match, int group) {
-    return parseNumber(match.captured(group).toStdString());
 }
 
 /// Where the last lines of the text begin: before the earliest of the last 8 that are not empty.
@@ -43,22 +35,6 @@ std::size_t tailStart(std::string_view bytes) {
 }
 
 } // namespace
-
-double durationInDiagnostics(std::string_view bytes) {
-    static const QRegularExpression pattern(
-        QStringLiteral(R"(Duration: (\d+):(\d+):(\d+(?:\.\d+)?))"));
-    const QRegularExpressionMatch match = pattern.match(decoded(bytes));
-    if (!match.hasMatch()) {
-        return 0;
-    }
-    const std::optional<double> hours = capturedNumber(match, 1);
-    const std::optional<double> minutes = capturedNumber(match, 2);
-    const std::optional<double> seconds = capturedNumber(match, 3);
-    if (!hours || !minutes || !seconds) {
-        return 0;
-    }
-    return *hours * 3600 + *minutes * 60 + *seconds;
-}
 
 std::string diagnosticsTail(std::string_view bytes) {
     // An LF is never part of a longer UTF-8 sequence, so lines can be cut before they are decoded.

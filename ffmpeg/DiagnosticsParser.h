@@ -5,10 +5,6 @@
 
 namespace kestrel {
 
-/// The length in seconds that the first "Duration: h:m:s" of ffmpeg's diagnostics gives, or 0 where
-/// there is none.
-double durationInDiagnostics(std::string_view bytes);
-
 /// The last 8 lines of the diagnostics, empty ones not counted, joined by LF without one at the
 /// end: UTF-8, with replacement characters for what was not. Lines end with LF alone; whatever else
 /// stands in them stays.

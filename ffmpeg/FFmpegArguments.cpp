@@ -1,5 +1,7 @@
 #include "FFmpegArguments.h"
 
+#include <utility>
+
 namespace kestrel {
 
 std::vector<std::string> conversionArguments(const FileURL& source, const FileURL& destination,

@@ -28,6 +28,7 @@ FFmpegError FFmpegError::processFailed(std::string message) {
 
 FFmpegError FFmpegError::notFound() {
     return {Case::notFound,
+            //: Ends in a command, which stays as it is.
             translated(QT_TRANSLATE_NOOP(
                 "kestrel::FFmpegError",
                 "FFmpeg was not found. Install it with Homebrew: brew install ffmpeg"))};

@@ -1,8 +1,8 @@
 #include "FFmpegService.h"
 
-#include "BackgroundTask.h"
 #include "ChildProcess.h"
 #include "DiagnosticsParser.h"
+#include "DurationScanner.h"
 #include "ExecutableSearch.h"
 #include "FFmpegArguments.h"
 #include "FFmpegError.h"
@@ -10,11 +10,15 @@
 #include "Pipe.h"
 #include "PlatformError.h"
 #include "ProgressParser.h"
+#include "RunDetached.h"
 
 #include <sys/resource.h>
+#include <sys/stat.h>
 
+#include <exception>
 #include <filesystem>
 #include <future>
+#include <string>
 #include <system_error>
 #include <utility>
 
@@ -44,19 +48,42 @@ void reportProgress(const FileDescriptor& progress, double duration,
     lines.finish();
 }
 
+/// Throws where there is no thread to read with: before there is a child that would need it.
+std::future<std::string> readInBackground(const FileURL& ffmpeg,
+                                          std::future<FileDescriptor> source) {
+    try {
+        return runDetached(
+            [source = std::move(source)]() mutable { return readToEnd(source.get()); });
+    } catch (const std::system_error& failure) {
+        throw PlatformError::programNotStarted(ffmpeg, failure.code());
+    }
+}
+
 double probedDuration(const FileURL& source, const FileURL& ffmpeg) {
     ChildProcess probe(ffmpeg, probeArguments(source), ChildProcess::StandardOutput::nullDevice);
     probe.launch();
-    const std::string diagnostics = readToEnd(probe.takeStandardError());
+    DurationScanner duration;
+    readChunks(probe.takeStandardError(),
+               [&duration](std::string_view chunk) { duration.feed(chunk); });
     // With no output file given, ffmpeg describes the input and exits with an error.
     static_cast<void>(probe.waitUntilExit());
-    return durationInDiagnostics(diagnostics);
+    return duration.finish();
+}
+
+/// Whether it is a pipe, or a device such as a terminal. The probe would take what the conversion
+/// needs, or wait for a writer, and it cannot be interrupted.
+bool givesItsBytesOnce(const FileURL& source) noexcept {
+    struct stat status {};
+
+    return ::stat(source.path().c_str(), &status) == 0 &&
+           (S_ISFIFO(status.st_mode) || S_ISCHR(status.st_mode));
 }
 
 void lowerPriorityOfThisThread() noexcept {
     constexpr int niceness = 5;
     // On Linux this is the calling thread alone, and the children that it starts.
-    static_cast<void>(::setpriority(PRIO_PROCESS, 0, niceness));
+    const int own = ::getpriority(PRIO_PROCESS, 0);
+    static_cast<void>(::setpriority(PRIO_PROCESS, 0, own + niceness));
 }
 
 } // namespace
@@ -103,13 +130,12 @@ void FFmpegService::convert(const FileURL& source, const FileURL& destination,
         std::make_shared<ChildProcess>(*ffmpeg, conversionArguments(source, destination, settings),
                                        ChildProcess::StandardOutput::pipe);
     const ActiveProcessScope active(*this, child);
+    // Read at the same time as the progress, so that neither pipe fills up and stalls the child.
+    std::promise<FileDescriptor> standardError;
+    std::future<std::string> diagnostics = readInBackground(*ffmpeg, standardError.get_future());
     child->launch();
-    std::future<std::string> diagnostics;
+    standardError.set_value(child->takeStandardError());
     try {
-        // Read at the same time as the progress, so that neither pipe fills up and stalls the
-        // child.
-        diagnostics = runDetached(
-            [error = child->takeStandardError()]() mutable { return readToEnd(std::move(error)); });
         reportProgress(child->takeStandardOutput(), duration, onProgress);
         const ProcessExit exit = child->waitUntilExit();
         const std::string bytes = diagnostics.get();
@@ -136,6 +162,9 @@ void FFmpegService::interruptActiveProcess() {
 }
 
 double FFmpegService::mediaDuration(const FileURL& source, const FileURL& ffmpeg) {
+    if (givesItsBytesOnce(source)) {
+        return 0;
+    }
     try {
         return runDetached([source, ffmpeg] {
                    lowerPriorityOfThisThread();

@@ -31,9 +31,9 @@ class FFmpegService final : public ConversionRunner {
     /// lower-cased extension of a name.
     static constexpr std::array<std::string_view, 3> supportedExtensions{"opus", "ogg", "oga"};
 
-    /// Leaves no child, thread or descriptor behind, except when reading the child's progress
-    /// fails: then the child is left to end by itself. The whole of ffmpeg's diagnostics is kept in
-    /// memory while it runs.
+    /// Leaves no child, thread or descriptor behind, except when reading the child's progress, or
+    /// handing it over, fails: then the child is left to end by itself. The whole of ffmpeg's
+    /// diagnostics is kept in memory while it runs.
     void convert(const FileURL& source, const FileURL& destination,
                  const ConversionSettings& settings, const ProgressHandler& onProgress) override;
 
@@ -42,7 +42,8 @@ class FFmpegService final : public ConversionRunner {
   private:
     class ActiveProcessScope;
 
-    /// Seconds; 0 where the length cannot be read, for whatever reason.
+    /// Seconds; 0 where the length cannot be read, for whatever reason. Pipes and character devices
+    /// are not even asked.
     static double mediaDuration(const FileURL& source, const FileURL& ffmpeg);
 
     BinaryLocator locator_;

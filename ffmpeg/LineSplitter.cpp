@@ -31,7 +31,6 @@ void LineSplitter::finish() {
 void LineSplitter::append(std::string_view piece) {
     if (isOverlong_ || line_.size() + piece.size() > maximumLineLength) {
         isOverlong_ = true;
-        line_.clear();
         return;
     }
     line_ += piece;

@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace kestrel {
 
@@ -19,6 +20,7 @@ class LineSplitter {
 
     explicit LineSplitter(LineHandler onLine) : onLine_(std::move(onLine)) {}
 
+    /// Hands over the lines that end in these bytes, the next ones of the stream.
     void feed(std::string_view bytes);
 
     /// The stream has ended: hands over the last line where it lacks its end.

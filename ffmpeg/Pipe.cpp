@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstddef>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace kestrel {

@@ -8,7 +8,7 @@
 
 namespace kestrel {
 
-/// The two ends of a pipe, both closed when a program is started over this one.
+/// The two ends of a pipe, both close-on-exec.
 struct Pipe {
     FileDescriptor readEnd;
     FileDescriptor writeEnd;

@@ -9,11 +9,22 @@ namespace kestrel {
 
 namespace {
 
+/// A part of a sentence that reads from right to left, kept from being mixed up with the rest.
+QString isolated(const QString& part) {
+    constexpr char16_t firstStrongIsolate = u'\u2068';
+    constexpr char16_t popDirectionalIsolate = u'\u2069';
+    return QChar(firstStrongIsolate) + part + QChar(popDirectionalIsolate);
+}
+
 std::string text(const char* sentence, const FileURL& url, std::error_code reason) {
-    return QCoreApplication::translate("kestrel::PlatformError", sentence)
-        .arg(QString::fromUtf8(url.path().data(), static_cast<qsizetype>(url.path().size())),
-             qt_error_string(reason.value()))
-        .toStdString();
+    const QString pattern = QCoreApplication::translate("kestrel::PlatformError", sentence);
+    QString path = QString::fromUtf8(url.path().data(), static_cast<qsizetype>(url.path().size()));
+    QString words = qt_error_string(reason.value());
+    if (pattern.isRightToLeft()) {
+        path = isolated(path);
+        words = isolated(words);
+    }
+    return pattern.arg(path, words).toStdString();
 }
 
 } // namespace
@@ -23,17 +34,20 @@ PlatformError::PlatformError(const char* sentence, const FileURL& url, std::erro
 
 PlatformError PlatformError::folderNotCreated(const FileURL& folder, std::error_code reason) {
     return {
+        //: The path of a folder, and the system's words for the reason.
         QT_TRANSLATE_NOOP("kestrel::PlatformError", "The folder “%1” could not be created: %2."),
         folder, reason};
 }
 
 PlatformError PlatformError::programNotStarted(const FileURL& program, std::error_code reason) {
     return {
+        //: The path of a program, and the system's words for the reason.
         QT_TRANSLATE_NOOP("kestrel::PlatformError", "The program “%1” could not be started: %2."),
         program, reason};
 }
 
 PlatformError PlatformError::programLost(const FileURL& program, std::error_code reason) {
+    //: The path of a program, and the system's words for the reason.
     return {QT_TRANSLATE_NOOP("kestrel::PlatformError",
                               "The connection to the program “%1” was lost: %2."),
             program, reason};

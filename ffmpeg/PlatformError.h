@@ -16,6 +16,7 @@ class PlatformError final : public std::runtime_error {
     /// Reading the program's output, or waiting for its end, failed.
     static PlatformError programLost(const FileURL& program, std::error_code reason);
 
+    /// The system's reason.
     std::error_code code() const noexcept { return code_; }
 
   private:

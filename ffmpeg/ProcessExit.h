@@ -6,9 +6,9 @@ namespace kestrel {
 struct ProcessExit {
     enum class Reason : unsigned char { exit, uncaughtSignal };
 
-    Reason reason = Reason::exit;
+    Reason reason;
     /// The exit status, or the number of the signal.
-    int code = 0;
+    int code;
 
     friend bool operator==(const ProcessExit&, const ProcessExit&) = default;
 };

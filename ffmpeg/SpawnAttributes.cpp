@@ -42,8 +42,17 @@ void SpawnAttributes::redirect(int standardStream, const FileDescriptor& target)
 }
 
 void SpawnAttributes::redirectToNullDevice(int standardStream) {
-    check(::posix_spawn_file_actions_addopen(&actions_, standardStream, "/dev/null", O_WRONLY, 0),
+    check(::posix_spawn_file_actions_addopen(&actions_, standardStream, "/dev/null", O_RDWR, 0),
           "posix_spawn_file_actions_addopen");
+}
+
+void SpawnAttributes::inheritStandardInput() {
+    const int flags = ::fcntl(STDIN_FILENO, F_GETFD);
+    // The child's first file would take the place of a standard input that is not there, and what
+    // it holds would pass for key strokes.
+    if (flags < 0 || (flags & FD_CLOEXEC) != 0) {
+        redirectToNullDevice(STDIN_FILENO);
+    }
 }
 
 pid_t SpawnAttributes::spawn(const FileURL& executable, const std::vector<std::string>& arguments) {
@@ -58,7 +67,7 @@ pid_t SpawnAttributes::spawn(const FileURL& executable, const std::vector<std::s
     // Whoever started this program may have left it descriptors that are not closed by themselves.
     check(::posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1),
           "posix_spawn_file_actions_addclosefrom_np");
-    pid_t child = -1;
+    pid_t child{};
     check(::posix_spawn(&child, executable.path().c_str(), &actions_, &attributes_, vector.data(),
                         environ),
           "posix_spawn");

@@ -24,6 +24,9 @@ class SpawnAttributes {
     void redirect(int standardStream, const FileDescriptor& target);
     void redirectToNullDevice(int standardStream);
 
+    /// Leaves standard input as it is, or gives the child the null device where it would have none.
+    void inheritStandardInput();
+
     /// Starts the program with its path as the zeroth argument and no descriptors but the standard
     /// streams; the caller owes the child a wait. Once only.
     pid_t spawn(const FileURL& executable, const std::vector<std::string>& arguments);

@@ -23,16 +23,20 @@ class ConversionJob {
 
     friend bool operator==(const ConversionJob&, const ConversionJob&) = default;
 
+    // Each member stands where the walks over a long queue find it soonest: what they look at comes
+    // first, close together.
   private:
     UUID id_;
-    FileURL source_;
 
   public:
-    /// Seconds. Nothing sets it: a conversion measures the length for itself.
-    std::optional<double> duration;
     /// The fraction done, nominally 0 to 1.
     double progress = 0.0;
     JobState state = JobState::waiting();
+    /// Seconds. Nothing sets it: a conversion measures the length for itself.
+    std::optional<double> duration;
+
+  private:
+    FileURL source_;
 };
 
 } // namespace kestrel

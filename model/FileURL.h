@@ -18,6 +18,8 @@ class FileURL {
     /// The path must be absolute and free of NUL bytes; anything else is a fatal error.
     explicit FileURL(std::string path);
 
+    /// Without a slash at its end, but for the root. Valid as long as this object, and not assigned
+    /// to.
     const std::string& path() const noexcept { return path_; }
 
     /// The last component; "/" for the root. Valid as long as this object.
@@ -34,7 +36,11 @@ class FileURL {
     /// The containing folder; the root for the root.
     FileURL deletingLastPathComponent() const;
 
+    /// What the component, or the relative path, names in this folder; this location for an empty
+    /// one. A NUL byte is a fatal error, in an extension too.
     FileURL appendingPathComponent(std::string_view component) const;
+
+    /// This location with a dot and the extension behind its name.
     FileURL appendingPathExtension(std::string_view extension) const;
 
     /// The same location with empty, "." and ".." components resolved, by name alone: symbolic

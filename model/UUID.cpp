@@ -1,22 +1,42 @@
 #include "UUID.h"
 
-#include <QUuid>
+#include "FatalError.h"
 
-#include <bit>
-#include <cstring>
+#include <sys/random.h>
+
+#include <array>
 
 namespace kestrel {
 
+namespace {
+
+/// Random words, drawn from the system many at a time: a call for each would take most of the time
+/// that a large folder takes to be queued.
+class RandomWords {
+  public:
+    std::uint64_t next() {
+        if (position_ == words_.size()) {
+            // Up to 256 bytes the system hands out at once, whatever signals come.
+            static_assert(sizeof words_ <= 256);
+            if (::getrandom(words_.data(), sizeof words_, 0) != sizeof words_) {
+                fatalError("The system has no random numbers");
+            }
+            position_ = 0;
+        }
+        return words_[position_++];
+    }
+
+  private:
+    std::array<std::uint64_t, 32> words_{};
+    std::size_t position_ = words_.size();
+};
+
+} // namespace
+
 UUID UUID::random() {
-    static_assert(sizeof(QUuid) == 16);
-    return UUID(std::bit_cast<std::array<std::uint8_t, 16>>(QUuid::createUuid()));
+    thread_local RandomWords words;
+    const std::uint64_t first = words.next();
+    return {first, words.next()};
 }
 
 } // namespace kestrel
-
-std::size_t std::hash<kestrel::UUID>::operator()(const kestrel::UUID& id) const noexcept {
-    // The bytes are random already: the first word is as good a hash as any.
-    std::size_t value = 0;
-    std::memcpy(&value, id.bytes().data(), sizeof value);
-    return value;
-}

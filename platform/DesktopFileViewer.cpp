@@ -10,6 +10,9 @@
 #include <QString>
 #include <QStringList>
 #include <QUrl>
+
+#include <memory>
+#include <string>
 #include <utility>
 
 namespace kestrel {

@@ -8,6 +8,8 @@
 #include <QScopedValueRollback>
 #include <QStandardPaths>
 #include <QString>
+
+#include <memory>
 #include <utility>
 
 namespace kestrel {

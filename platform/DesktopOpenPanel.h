@@ -4,6 +4,7 @@
 #include "OpenPanel.h"
 
 #include <QDBusConnection>
+
 #include <functional>
 #include <optional>
 #include <vector>

@@ -4,7 +4,9 @@
 #include <QLocale>
 #include <QString>
 #include <QUtf8StringView>
+
 #include <algorithm>
+#include <string_view>
 #include <utility>
 
 namespace kestrel {

@@ -2,9 +2,10 @@
 
 #include "AsciiCase.h"
 
+#include <unistd.h>
+
 #include <array>
 #include <charconv>
-#include <unistd.h>
 #include <utility>
 
 namespace kestrel {

@@ -2,16 +2,16 @@
 
 #include "AsciiCase.h"
 
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <dirent.h>
-#include <fcntl.h>
 #include <memory>
 #include <string>
-#include <sys/stat.h>
-#include <unistd.h>
-#include <utility>
 
 namespace kestrel {
 

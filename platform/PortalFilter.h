@@ -10,7 +10,7 @@ namespace kestrel {
 /// A file filter as the file chooser portal takes it: D-Bus type (sa(us)).
 struct PortalFilter {
     struct Pattern {
-        enum Kind : unsigned { Glob = 0, MimeType = 1 };
+        enum Kind : unsigned { Glob = 0 };
 
         unsigned kind = Glob;
         QString text;

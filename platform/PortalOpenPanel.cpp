@@ -14,6 +14,8 @@
 #include <QStringList>
 #include <QUuid>
 #include <QWidget>
+
+#include <string>
 #include <utility>
 
 namespace kestrel {
@@ -74,7 +76,8 @@ QString caseInsensitiveGlob(const std::string& extension) {
 
 PortalFilter filterFor(const std::vector<std::string>& extensions) {
     PortalFilter filter;
-    filter.name = QCoreApplication::translate("OpenPanel", "Supported files");
+    //: Which files a panel offers. Their names' patterns follow in parentheses.
+    filter.name = QCoreApplication::translate("kestrel::OpenPanel", "Supported files");
     for (const std::string& extension : extensions) {
         filter.patterns.append({PortalFilter::Pattern::Glob, caseInsensitiveGlob(extension)});
     }

@@ -9,6 +9,7 @@
 #include <QObject>
 #include <QString>
 #include <QVariantMap>
+
 #include <functional>
 #include <optional>
 #include <vector>

@@ -12,6 +12,8 @@
 #include <QShortcut>
 #include <QStringList>
 #include <QToolButton>
+
+#include <string>
 #include <utility>
 
 namespace kestrel {
@@ -32,8 +34,9 @@ QString nameFilter(const std::vector<std::string>& extensions) {
     for (const std::string& extension : extensions) {
         globs.append(u"*."_s + QString::fromStdString(extension));
     }
-    return QCoreApplication::translate("OpenPanel", "Supported files") + u" ("_s +
-           globs.join(u' ') + u')';
+    //: Which files a panel offers. Their names' patterns follow in parentheses.
+    const QString name = QCoreApplication::translate("kestrel::OpenPanel", "Supported files");
+    return name + u" ("_s + globs.join(u' ') + u')';
 }
 
 /// The dialog's text for a path, or none where it has no text that leads back to the same bytes.
@@ -90,7 +93,6 @@ void setUpChanges(QFileDialog& dialog, bool canCreateDirectories) {
 
 void setUp(QFileDialog& dialog, const OpenPanel::Options& options, const FileURL& startFolder) {
     dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setAcceptMode(QFileDialog::AcceptOpen);
     setUpSelection(dialog, options);
     setUpChanges(dialog, options.canCreateDirectories);
     if (!options.allowedExtensions.empty()) {

@@ -1,55 +1,56 @@
 #include "AccessibleJobs.h"
 
+#include "AccessibleParts.h"
 #include "Button.h"
 #include "JobRow.h"
 #include "JobScrollArea.h"
 
+#include <QAccessible>
 #include <QAccessibleWidget>
 #include <QKeySequence>
-
-#include <algorithm>
-#include <vector>
+#include <QScrollBar>
 
 namespace kestrel {
 namespace {
 
-class AccessibleJobList : public QAccessibleWidget {
+/// The list with its scroll bar. The toolkit has one of its own for this, which crashes where
+/// somebody who has counted both parts asks for the second when it has been hidden.
+class AccessibleJobScrollArea : public AccessibleParts {
   public:
-    explicit AccessibleJobList(QWidget* viewport)
-        : QAccessibleWidget(viewport, QAccessible::List) {}
+    explicit AccessibleJobScrollArea(JobScrollArea* area)
+        : AccessibleParts(area, QAccessible::Client) {}
 
-    int childCount() const override { return static_cast<int>(rows().size()); }
-
-    QAccessibleInterface* child(int index) const override {
-        const std::vector<JobRow*> all = rows();
-        const auto position = static_cast<std::size_t>(index);
-        return index >= 0 && position < all.size()
-                   ? QAccessible::queryAccessibleInterface(all[position])
-                   : nullptr;
+  protected:
+    QObjectList parts() const override {
+        const auto* area = qobject_cast<const JobScrollArea*>(widget());
+        if (area == nullptr) {
+            return {};
+        }
+        QObjectList parts{area->viewport()};
+        // The widget around the bar.
+        QWidget* side = area->verticalScrollBar()->parentWidget();
+        if (side->isVisible()) {
+            parts.push_back(side);
+        }
+        return parts;
     }
+};
 
-    int indexOfChild(const QAccessibleInterface* child) const override {
-        const std::vector<JobRow*> all = rows();
-        const auto found =
-            child != nullptr ? std::find(all.begin(), all.end(), child->object()) : all.end();
-        return found != all.end() ? static_cast<int>(found - all.begin()) : -1;
-    }
+/// The rows, in the order of the queue.
+class AccessibleJobList : public AccessibleParts {
+  public:
+    explicit AccessibleJobList(QWidget* viewport) : AccessibleParts(viewport, QAccessible::List) {}
 
-    QAccessibleInterface* childAt(int x, int y) const override {
-        for (JobRow* row : rows()) {
-            QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(row);
-            if (accessible != nullptr && accessible->rect().contains(x, y)) {
-                return accessible;
+  protected:
+    QObjectList parts() const override {
+        QObjectList parts;
+        // A list that is being destroyed is no longer one while its viewport still is there.
+        if (const auto* area = qobject_cast<const JobScrollArea*>(widget()->parentWidget())) {
+            for (JobRow* row : area->rows()) {
+                parts.push_back(row);
             }
         }
-        return nullptr;
-    }
-
-  private:
-    std::vector<JobRow*> rows() const {
-        // A list that is being destroyed is no longer one while its viewport still is there.
-        const auto* area = qobject_cast<const JobScrollArea*>(widget()->parentWidget());
-        return area != nullptr ? area->rows() : std::vector<JobRow*>();
+        return parts;
     }
 };
 
@@ -68,12 +69,11 @@ class AccessibleJobRow : public QAccessibleWidget {
     }
 
     QString localizedActionName(const QString& action) const override {
-        return action == pressAction() ? JobRow::tr("Remove")
-                                       : QAccessibleWidget::localizedActionName(action);
+        return action == pressAction() ? removal() : QAccessibleWidget::localizedActionName(action);
     }
 
     QString localizedActionDescription(const QString& action) const override {
-        return action == pressAction() ? JobRow::tr("Remove")
+        return action == pressAction() ? removal()
                                        : QAccessibleWidget::localizedActionDescription(action);
     }
 
@@ -91,12 +91,20 @@ class AccessibleJobRow : public QAccessibleWidget {
     }
 
   private:
+    static QString removal() {
+        //: Takes a file out of the queue.
+        return JobRow::tr("Remove");
+    }
+
     JobRow& row_;
 };
 
 QAccessibleInterface* makeInterface(const QString&, QObject* object) {
     if (auto* row = qobject_cast<JobRow*>(object)) {
         return new AccessibleJobRow(*row);
+    }
+    if (auto* area = qobject_cast<JobScrollArea*>(object)) {
+        return new AccessibleJobScrollArea(area);
     }
     auto* widget = qobject_cast<QWidget*>(object);
     const auto* area =

@@ -2,6 +2,7 @@
 
 #include "BatchAnnouncer.h"
 #include "DropZone.h"
+#include "PercentLabel.h"
 #include "QualitySlider.h"
 #include "QueueView.h"
 #include "SettingsSidebar.h"
@@ -27,10 +28,8 @@ class AccessibleQualitySlider : public QAccessibleWidget, public QAccessibleValu
     }
 
     QString text(QAccessible::Text kind) const override {
-        if (kind == QAccessible::Value) {
-            return QualitySlider::tr("%1%").arg(static_cast<int>(slider_->quality()));
-        }
-        return QAccessibleWidget::text(kind);
+        return kind == QAccessible::Value ? PercentLabel::wholePercents(slider_->quality())
+                                          : QAccessibleWidget::text(kind);
     }
 
     QVariant currentValue() const override { return slider_->quality(); }
@@ -69,11 +68,7 @@ QAccessibleInterface* makeInterface(const QString&, QObject* object) {
 } // namespace
 
 void installAccessibleViews() {
-    static const bool isInstalled = [] {
-        QAccessible::installFactory(makeInterface);
-        return true;
-    }();
-    static_cast<void>(isInstalled);
+    QAccessible::installFactory(makeInterface);
 }
 
 } // namespace kestrel

@@ -2,8 +2,8 @@
 
 namespace kestrel {
 
-/// Teaches assistive technology about the views that the toolkit knows nothing of. Once for the
-/// program; more often does no harm.
+/// Teaches assistive technology about the views that the toolkit knows nothing of. Calls after the
+/// first do nothing.
 void installAccessibleViews();
 
 } // namespace kestrel

@@ -12,7 +12,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <numbers>
+#include <utility>
+#include <vector>
 
 namespace kestrel {
 namespace {
@@ -31,16 +34,20 @@ double blurred(double place, double length) {
 /// A square blurred as a whole: the blur leaves nothing of the corners' shape.
 QPixmap makeGlow(const QColor& color, double devicePixelRatio) {
     const auto pixels = static_cast<int>(std::ceil((side + 2 * glowRadius) * devicePixelRatio));
-    const auto placeOf = [devicePixelRatio](int pixel) {
-        return (pixel + 0.5) / devicePixelRatio - glowRadius;
-    };
+    // The same along both sides.
+    std::vector<double> strengths;
+    strengths.reserve(static_cast<std::size_t>(pixels));
+    for (int pixel = 0; pixel < pixels; ++pixel) {
+        strengths.push_back(blurred((pixel + 0.5) / devicePixelRatio - glowRadius, side));
+    }
     QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
     for (int y = 0; y < pixels; ++y) {
-        for (int x = 0; x < pixels; ++x) {
+        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y)); // NOLINT: the format's pixels
+        for (const double across : strengths) {
             QColor pixel = color;
-            pixel.setAlphaF(static_cast<float>(glowOpacity * blurred(placeOf(x), side) *
-                                               blurred(placeOf(y), side)));
-            image.setPixelColor(x, y, pixel);
+            pixel.setAlphaF(
+                static_cast<float>(glowOpacity * across * strengths[static_cast<std::size_t>(y)]));
+            *line++ = qPremultiply(pixel.rgba());
         }
     }
     QPixmap glow = QPixmap::fromImage(std::move(image));
@@ -69,10 +76,12 @@ AppBadge::AppBadge(QWidget* parent) : QWidget(parent) {
 
 void AppBadge::drawGlow(QPainter& painter, const QRect& badge, const QPalette& palette) {
     const double ratio = painter.device()->devicePixelRatioF();
-    const QString key = QStringLiteral("kestrel/glow/%1").arg(ratio);
+    const QColor color = Ink(Ink::Name::purple).color(palette);
+    const QString key = QStringLiteral("kestrel/glow/%1/%2")
+                            .arg(QString::number(ratio), QString::number(color.rgba(), 16));
     QPixmap glow;
     if (!QPixmapCache::find(key, &glow)) {
-        glow = makeGlow(Ink(Ink::Name::purple).color(palette), ratio);
+        glow = makeGlow(color, ratio);
         QPixmapCache::insert(key, glow);
     }
     painter.drawPixmap(badge.topLeft() - QPoint(glowRadius, glowRadius), glow);

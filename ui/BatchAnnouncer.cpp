@@ -1,14 +1,22 @@
 #include "BatchAnnouncer.h"
 
+#include "ConversionJob.h"
+#include "JobState.h"
+
 #include <QAccessible>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
+#include <vector>
 
 namespace kestrel {
 
 BatchAnnouncer::BatchAnnouncer(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
-    : QWidget(parent), model_(std::move(model)), wasConverting_(model_->isConverting()) {
+    : QWidget(parent),
+      model_(std::move(model)),
+      wasConverting_(model_->isConverting()),
+      batchLength_(model_->jobs().size()) {
     // What has no size is not showing, and what is not showing is not read.
     setFixedSize(1, 1);
     setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -19,7 +27,13 @@ void BatchAnnouncer::refresh() {
         return;
     }
     wasConverting_ = model_->isConverting();
-    announce(wasConverting_ ? tr("Converting") : outcome());
+    if (!wasConverting_) {
+        announce(outcome());
+        return;
+    }
+    batchLength_ = model_->jobs().size();
+    //: A batch has begun.
+    announce(tr("Converting"));
 }
 
 QString BatchAnnouncer::outcome() const {
@@ -30,10 +44,22 @@ QString BatchAnnouncer::outcome() const {
     };
     const auto completed = count(JobState::Case::completed);
     const auto failed = count(JobState::Case::failed);
-    const bool isOver = completed + failed == std::ssize(jobs);
-    const QString text = isOver ? tr("Conversion finished: %1 complete, %2 failed")
-                                : tr("Conversion stopped: %1 complete, %2 failed");
-    return text.arg(QString::number(completed), QString::number(failed));
+    // The jobs that came while the batch ran stand behind its own and wait for the next one.
+    const std::size_t length = std::min(batchLength_, jobs.size());
+    const bool isOver = std::all_of(
+        jobs.begin(), std::next(jobs.begin(), static_cast<std::ptrdiff_t>(length)),
+        [](const ConversionJob& job) {
+            return job.state.is(JobState::Case::completed) || job.state.is(JobState::Case::failed);
+        });
+    //: "2 complete" and "1 failed".
+    const QString finished = tr("Conversion finished: %1, %2");
+    //: "2 complete" and "1 failed". The user cancelled, and some files are left.
+    const QString stopped = tr("Conversion stopped: %1, %2");
+    //: How many files were converted.
+    const QString completedText = tr("%n complete", nullptr, static_cast<int>(completed));
+    //: How many files could not be converted.
+    const QString failedText = tr("%n failed", nullptr, static_cast<int>(failed));
+    return (isOver ? finished : stopped).arg(completedText, failedText);
 }
 
 void BatchAnnouncer::announce(const QString& text) {

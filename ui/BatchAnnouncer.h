@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+#include <cstddef>
 #include <memory>
 
 namespace kestrel {
@@ -25,6 +26,8 @@ class BatchAnnouncer : public QWidget {
 
     std::shared_ptr<ConverterViewModel> model_;
     bool wasConverting_ = false;
+    /// How long the queue was when the batch began, which goes no further.
+    std::size_t batchLength_ = 0;
 };
 
 } // namespace kestrel

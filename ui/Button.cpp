@@ -89,8 +89,8 @@ void Button::setMinimumLabelWidth(int width) {
     updateGeometry();
 }
 
-void Button::setDestructive(bool isDestructive) {
-    setInk(isDestructive ? Ink::Name::red : Ink::Name::primary);
+void Button::markDestructive() {
+    setInk(Ink::Name::red);
 }
 
 int Button::padding() const {
@@ -173,9 +173,11 @@ void Button::paintEvent(QPaintEvent*) {
 
 void Button::drawBackground(QPainter& painter) {
     const QRectF area = rect();
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(fillColor());
-    painter.drawPath(continuousRectangle(area, cornerRadius()));
+    if (const QColor fill = fillColor(); fill.alpha() > 0) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(fill);
+        painter.drawPath(continuousRectangle(area, cornerRadius()));
+    }
     if (look_ == Look::bordered) {
         painter.setPen(separatorColor(palette()));
         painter.setBrush(Qt::NoBrush);

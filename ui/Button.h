@@ -32,13 +32,14 @@ class Button : public QPushButton {
     void setTextFont(const TextFont& font);
     /// The ink of the label.
     void setInk(Ink ink);
-    /// Takes the button's highlight if it has moved from under a mouse that stayed where it is.
-    void refreshHover();
     void setControlSize(ControlSize size);
     /// The room for the label, without the button's own edges, in pixels.
     void setMinimumLabelWidth(int width);
-    /// Marks a button that breaks something off.
-    void setDestructive(bool isDestructive);
+    /// Marks the button as one that breaks something off, by its ink.
+    void markDestructive();
+
+    /// Takes the button's highlight if it has moved from under a mouse that stayed where it is.
+    void refreshHover();
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -50,9 +51,8 @@ class Button : public QPushButton {
     virtual void drawBackground(QPainter& painter);
     virtual void drawLabel(QPainter& painter);
 
-    double cornerRadius() const;
-
   private:
+    double cornerRadius() const;
     QColor fillColor() const;
     QColor labelColor() const;
     int labelWidth() const;

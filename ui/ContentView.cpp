@@ -10,7 +10,10 @@
 
 #include <QHBoxLayout>
 #include <QMessageBox>
+#include <QMetaObject>
 
+#include <optional>
+#include <string>
 #include <utility>
 
 namespace kestrel {

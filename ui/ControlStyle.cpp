@@ -46,7 +46,7 @@ void fillCapsule(QPainter& painter, const QRectF& rect, const QColor& color) {
 
 void drawSlider(QPainter& painter, const QStyleOptionSlider& option, const QRect& thumb,
                 bool hasFocusRing) {
-    const double y = option.rect.center().y() + 0.5;
+    const double y = QRectF(thumb).center().y();
     const QRectF track(option.rect.left() + 1, y - trackHeight / 2.0, option.rect.width() - 2,
                        trackHeight);
     QRectF filled = track;
@@ -67,7 +67,7 @@ void drawSlider(QPainter& painter, const QStyleOptionSlider& option, const QRect
     if (hasFocusRing) {
         painter.setPen(QPen(ink(Ink::Name::purple, 1, option), 2));
         painter.setBrush(Qt::NoBrush);
-        painter.drawEllipse(QRectF(thumb).adjusted(1, 1, -1, -1));
+        painter.drawEllipse(knob);
     }
 }
 

@@ -2,36 +2,39 @@
 
 #include "DisplayText.h"
 #include "ElidedLabel.h"
+#include "Ink.h"
 #include "Label.h"
+#include "Symbol.h"
 #include "SymbolView.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include <initializer_list>
+
 namespace kestrel {
 
-DestinationButton::DestinationButton(QWidget* parent)
-    : Button(Look::plain, {}, parent),
-      caption_(new Label(tr("Save to"), {TextStyle::caption}, this)),
-      path_(new ElidedLabel(Qt::ElideMiddle, {}, this)) {
+DestinationButton::DestinationButton(QWidget* parent) : Button(Look::plain, {}, parent) {
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    caption_->setObjectName(QStringLiteral("destinationCaption"));
-    caption_->setInk(Ink::Name::secondary);
+    //: Stands above the path of the output folder.
+    auto* caption = new Label(tr("Save to"), {TextStyle::caption}, this);
+    caption->setObjectName(QStringLiteral("destinationCaption"));
+    caption->setInk(Ink::Name::secondary);
+    path_ = new ElidedLabel(Qt::ElideMiddle, {}, this);
     path_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     path_->setObjectName(QStringLiteral("destinationPath"));
     auto* symbol = new SymbolView(Symbol::folderFill, {}, Ink::Name::purple, this);
 
     auto* texts = new QVBoxLayout;
     texts->setSpacing(2);
-    texts->addWidget(caption_);
+    texts->addWidget(caption);
     texts->addWidget(path_);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(10);
     row->addWidget(symbol);
     row->addLayout(texts, 1);
-    for (QWidget* part : {static_cast<QWidget*>(caption_), static_cast<QWidget*>(path_),
-                          static_cast<QWidget*>(symbol)}) {
+    for (QWidget* part : std::initializer_list<QWidget*>{caption, path_, symbol}) {
         part->setAttribute(Qt::WA_TransparentForMouseEvents);
     }
     setDestination(std::nullopt);
@@ -43,6 +46,7 @@ void DestinationButton::setDestination(const std::optional<FileURL>& destination
     path_->setText(shown);
     // The labels let the mouse through to the button, which therefore speaks for them.
     setToolTip(destination ? toolTipText(shown) : QString());
+    //: The path of the output folder, or "Choose destination…".
     const QString name = tr("Save to %1").arg(destination ? isolated(shown) : shown);
     if (accessibleName() != name) {
         setAccessibleName(name);

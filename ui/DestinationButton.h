@@ -8,7 +8,6 @@
 namespace kestrel {
 
 class ElidedLabel;
-class Label;
 
 /// Shows the output folder; the whole label is the button.
 class DestinationButton : public Button {
@@ -17,14 +16,14 @@ class DestinationButton : public Button {
   public:
     explicit DestinationButton(QWidget* parent = nullptr);
 
+    /// Shows the folder, or that one is still to be chosen.
     void setDestination(const std::optional<FileURL>& destination);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
   private:
-    Label* caption_;
-    ElidedLabel* path_;
+    ElidedLabel* path_ = nullptr;
 };
 
 } // namespace kestrel

@@ -1,6 +1,7 @@
 #include "DisplayText.h"
 
 #include <QChar>
+#include <QGuiApplication>
 #include <QList>
 
 #include <algorithm>
@@ -18,10 +19,6 @@ constexpr char16_t leftToRightIsolate = u'\u2066';
 constexpr char16_t rightToLeftIsolate = u'\u2067';
 constexpr char16_t firstStrongIsolate = u'\u2068';
 constexpr char16_t popDirectionalIsolate = u'\u2069';
-
-QString fromBytes(std::string_view bytes) {
-    return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
-}
 
 bool breaksLine(QChar character) {
     switch (character.category()) {
@@ -83,12 +80,12 @@ bool isDirectional(char32_t character) {
 } // namespace
 
 QString displayText(std::string_view bytes) {
-    return withoutControls(fromBytes(bytes), false);
+    return withoutControls(QString::fromUtf8(bytes), false);
 }
 
 QString displayMessage(std::string_view bytes) {
     const std::string_view shown = prefix(bytes, maxMessageBytes);
-    QString text = fromBytes(shown);
+    QString text = QString::fromUtf8(shown);
     text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
     text.replace(u'\r', u'\n');
     text.replace(QChar::LineSeparator, u'\n');
@@ -102,7 +99,8 @@ QString displayMessage(std::string_view bytes) {
 
 QString isolated(const QString& text) {
     const QList<uint> characters = text.toUcs4();
-    if (std::none_of(characters.begin(), characters.end(), isDirectional)) {
+    if (!QGuiApplication::isRightToLeft() &&
+        std::none_of(characters.begin(), characters.end(), isDirectional)) {
         return text;
     }
     QString result(QChar{firstStrongIsolate});
@@ -133,7 +131,7 @@ QString isolated(const QString& text) {
 
 QString toolTipText(const QString& text) {
     const bool isLong = text.size() > maxToolTipLength;
-    QString shown = isLong ? text.left(maxToolTipLength) + QChar(ellipsis) : text;
+    const QString shown = isLong ? text.left(maxToolTipLength) + QChar(ellipsis) : text;
     // Tool tips guess whether their text is markup; markup that spells the text out leaves no
     // guess.
     return QStringLiteral("<p style=\"white-space:pre-wrap\">%1</p>").arg(shown.toHtmlEscaped());

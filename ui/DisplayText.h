@@ -15,7 +15,8 @@ QString displayText(std::string_view bytes);
 QString displayMessage(std::string_view bytes);
 
 /// The text, fit to stand in the middle of other text: directional characters in it, overrides
-/// included, do not reach beyond it. Text without any is returned unchanged.
+/// included, do not reach beyond it, nor those around into it. Text without any is returned
+/// unchanged where the program reads from left to right.
 QString isolated(const QString& text);
 
 /// The text as a tool tip that shows it to the letter, shortened where it is very long.

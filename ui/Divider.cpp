@@ -1,5 +1,6 @@
 #include "Divider.h"
 
+#include "BandFill.h"
 #include "Ink.h"
 
 #include <QPainter>
@@ -22,7 +23,7 @@ void Divider::setOpacity(double opacity) {
 void Divider::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setOpacity(opacity_);
-    painter.fillRect(rect(), separatorColor(palette()));
+    fillInBands(painter, rect(), separatorColor(palette()));
 }
 
 } // namespace kestrel

@@ -4,7 +4,9 @@
 #include "ContinuousRectangle.h"
 #include "DropBadge.h"
 #include "FileDropTarget.h"
+#include "Ink.h"
 #include "Label.h"
+#include "TextFont.h"
 
 #include <QHBoxLayout>
 #include <QPainter>

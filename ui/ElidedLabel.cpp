@@ -6,12 +6,9 @@
 #include <QFontMetrics>
 #include <QHelpEvent>
 #include <QPainter>
-#include <QTextLayout>
-#include <QTextOption>
 #include <QToolTip>
 
 #include <algorithm>
-#include <utility>
 
 namespace kestrel {
 
@@ -28,10 +25,8 @@ ElidedLabel::ElidedLabel(int maxLines, const TextFont& font, QWidget* parent)
 }
 
 QSize ElidedLabel::sizeHint() const {
-    const QMargins margins = contentsMargins();
     const int width = maxLines_ == 1 ? fontMetrics().horizontalAdvance(text()) + 1 : 0;
-    return {width + margins.left() + margins.right(),
-            lineHeight(font()) + margins.top() + margins.bottom()};
+    return {width, lineHeight(font())};
 }
 
 QSize ElidedLabel::minimumSizeHint() const {
@@ -48,42 +43,18 @@ int ElidedLabel::heightForWidth(int width) const {
     if (maxLines_ == 1) {
         return -1;
     }
-    const QMargins margins = contentsMargins();
-    const QStringList lines =
-        shownLines(text(), font(), width - margins.left() - margins.right(), maxLines_);
-    return static_cast<int>(lines.size()) * lineHeight(font()) + margins.top() + margins.bottom();
+    const QStringList lines = shownLines(text(), font(), width, maxLines_);
+    return static_cast<int>(lines.size()) * lineHeight(font());
 }
 
 QStringList ElidedLabel::shownLines(const QString& text, const QFont& font, int width,
                                     int maxLines) {
-    QString lines = text;
-    lines.replace(u'\n', QChar(QChar::LineSeparator));
-    QTextOption option;
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    QTextLayout layout(lines, font);
-    layout.setTextOption(option);
-
-    QStringList shown;
-    layout.beginLayout();
-    while (shown.size() < maxLines) {
-        QTextLine line = layout.createLine();
-        if (!line.isValid()) {
-            break;
-        }
-        line.setLineWidth(width);
-        const bool isLast = shown.size() + 1 == maxLines;
-        QString part =
-            isLast ? lines.mid(line.textStart()) : lines.mid(line.textStart(), line.textLength());
-        // A line keeps the separator or the blanks that end it. Aligned to the right, blanks would
-        // show. In the last line, more lines may follow on a separator.
-        while (!part.isEmpty() && part.back().isSpace()) {
-            part.chop(1);
-        }
-        part.replace(QChar(QChar::LineSeparator), QChar(u' '));
-        shown += isLast ? QFontMetrics(font).elidedText(part, Qt::ElideRight, width) : part;
+    QStringList shown =
+        wrappedLines(text, font, width, QTextOption::WrapAtWordBoundaryOrAnywhere, maxLines);
+    if (shown.size() == maxLines) {
+        shown.back() = QFontMetrics(font).elidedText(shown.back(), Qt::ElideRight, width);
     }
-    layout.endLayout();
-    return shown.isEmpty() ? QStringList{QString()} : shown;
+    return shown;
 }
 
 QStringList ElidedLabel::shownLines() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Label.h"
+#include "TextFont.h"
 
 #include <QStringList>
 

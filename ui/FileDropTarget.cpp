@@ -9,14 +9,13 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace kestrel {
 namespace {
 
 std::vector<DroppedItem> itemsOf(const QDropEvent& event) {
-    const QString type =
-        QString::fromLatin1(uriListType.data(), static_cast<qsizetype>(uriListType.size()));
-    const QByteArray list = event.mimeData()->data(type);
+    const QByteArray list = event.mimeData()->data(QString::fromLatin1(uriListType));
     return droppedItems({list.constData(), static_cast<std::size_t>(list.size())});
 }
 

@@ -1,8 +1,10 @@
 #include "FormatButton.h"
 
 #include "ContinuousRectangle.h"
+#include "Ink.h"
 #include "KeyboardFocus.h"
 #include "TextDrawing.h"
+#include "TextFont.h"
 
 #include <QPainter>
 #include <QSignalBlocker>
@@ -27,8 +29,7 @@ TextFont nameFont(bool isSelected) {
 
 FormatButton::FormatButton(OutputFormat format, std::function<void()> action, QWidget* parent)
     : Button(Look::plain, {}, parent), format_(format) {
-    const std::string_view name = format.rawValue();
-    setText(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())));
+    setText(QString::fromUtf8(format.rawValue()));
     setAccessibleName(text());
     setCheckable(true);
     setFixedHeight(buttonHeight);
@@ -65,9 +66,11 @@ void FormatButton::drawBackground(QPainter& painter) {
     } else if (underMouse() && !isChecked()) {
         opacity = 0.05;
     }
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(Ink(Ink::Name::white).withOpacity(opacity).color(palette()));
-    painter.drawPath(continuousRectangle(rect(), radius));
+    if (opacity > 0) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(Ink(Ink::Name::white).withOpacity(opacity).color(palette()));
+        painter.drawPath(continuousRectangle(rect(), radius));
+    }
     if (KeyboardFocus::isShownOn(*this)) {
         drawFocusRing(painter, rect(), radius, Ink(Ink::Name::purple).color(palette()));
     }

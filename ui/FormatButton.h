@@ -2,6 +2,7 @@
 
 #include "Button.h"
 #include "OutputFormat.h"
+#include "Symbol.h"
 
 #include <functional>
 
@@ -17,6 +18,7 @@ class FormatButton : public Button {
 
     OutputFormat format() const noexcept { return format_; }
 
+    /// Shows whether the format is the chosen one. Calls no action.
     void setSelected(bool isSelected);
 
     /// What stands for the format beside its name.

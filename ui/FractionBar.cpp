@@ -6,10 +6,11 @@
 #include <cmath>
 
 namespace kestrel {
-
 namespace {
+
 constexpr int steps = 1000;
 constexpr int thickness = 6;
+
 } // namespace
 
 FractionBar::FractionBar(QWidget* parent) : QProgressBar(parent) {

@@ -6,9 +6,10 @@ class QPalette;
 
 namespace kestrel {
 
+/// The two kinds of palettes that the named colours are made for.
 enum class ColorScheme { light, dark };
 
-/// Which of the two a palette is.
+/// Which of the two a palette is, by its text and its ground.
 ColorScheme colorScheme(const QPalette& palette);
 
 /// What something is drawn in: a named colour or a role, which becomes a colour only with the
@@ -23,6 +24,7 @@ class Ink {
     /// The ink at a fraction of its own opacity.
     Ink withOpacity(double opacity) const;
 
+    /// What the ink is on a ground of this palette.
     QColor color(const QPalette& palette) const;
 
     friend bool operator==(const Ink&, const Ink&) = default;

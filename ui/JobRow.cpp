@@ -3,10 +3,13 @@
 #include "Button.h"
 #include "DisplayText.h"
 #include "ElidedLabel.h"
+#include "FileURL.h"
 #include "FractionBar.h"
 #include "JobBadge.h"
+#include "JobState.h"
 #include "KeyboardFocus.h"
 #include "Label.h"
+#include "Symbol.h"
 #include "SymbolView.h"
 #include "UserFont.h"
 
@@ -46,6 +49,7 @@ JobRow::JobRow(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
     checkMark_ =
         new SymbolView(Symbol::checkmarkCircleFill, {TextStyle::title3}, Ink::Name::green, this);
     checkMark_->setObjectName(QStringLiteral("checkMark"));
+    //: A file's state: it has been converted.
     checkMark_->setAccessibleName(tr("Complete"));
     row->addWidget(checkMark_, 0, Qt::AlignVCenter);
 
@@ -72,6 +76,7 @@ QBoxLayout* JobRow::makeTexts() {
     folder_ = new ElidedLabel(Qt::ElideRight, {TextStyle::caption}, this);
     folder_->setObjectName(QStringLiteral("folder"));
     folder_->setInk(Ink::Name::secondary);
+    //: Stands between a folder's name and a file's state.
     auto* bullet = new Label(tr("•"), {TextStyle::caption}, this);
     bullet->setObjectName(QStringLiteral("bullet"));
     bullet->setInk(Ink::Name::secondary);
@@ -152,6 +157,7 @@ void JobRow::showState() {
 }
 
 void JobRow::setPosition(std::size_t index, std::size_t count) {
+    //: A row's place among all: "3 of 120".
     const QString position = tr("%1 of %2").arg(QString::number(index + 1), QString::number(count));
     setAccessibleDescriptionIfChanged(*this, position);
     setAccessibleDescriptionIfChanged(*removeButton_, position);
@@ -160,16 +166,21 @@ void JobRow::setPosition(std::size_t index, std::size_t count) {
 QString JobRow::stateText() const {
     switch (job().state.which()) {
     case JobState::Case::waiting:
+        //: A file's state: it waits to be converted.
         return tr("Ready");
     case JobState::Case::converting:
+        //: A file's state: it is being converted.
         return tr("Converting");
     case JobState::Case::completed:
+        //: A file's state: it has been converted.
         return tr("Complete");
     case JobState::Case::cancelled:
+        //: A file's state: its conversion was cancelled.
         return tr("Cancelled");
     case JobState::Case::failed:
         break;
     }
+    //: A file's state: it could not be converted.
     return tr("Failed");
 }
 
@@ -190,9 +201,13 @@ void JobRow::updateAccessibleNames() {
     const QString name = isolated(name_->text());
     const QString folder = isolated(folder_->text());
     const QString message = isolated(message_->text().simplified());
-    setAccessibleNameIfChanged(
-        *this, message.isEmpty() ? tr("%1, in %2, %3").arg(name, folder, stateText())
-                                 : tr("%1, in %2, %3, %4").arg(name, folder, stateText(), message));
+    //: A file's name, its folder, and its state: "track.opus, in Album, Ready".
+    const QString text = tr("%1, in %2, %3");
+    //: The same with why it failed: "track.opus, in Album, Failed, Not an audio file".
+    const QString failure = tr("%1, in %2, %3, %4");
+    setAccessibleNameIfChanged(*this, message.isEmpty()
+                                          ? text.arg(name, folder, stateText())
+                                          : failure.arg(name, folder, stateText(), message));
     setAccessibleNameIfChanged(*removeButton_, tr("Remove %1").arg(name));
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ConversionJob.h"
 #include "ConverterViewModel.h"
 #include "Ink.h"
 #include "JobRowMetrics.h"

@@ -3,9 +3,11 @@
 #include "DisplayText.h"
 #include "ElidedLabel.h"
 #include "JobRow.h"
+#include "JobState.h"
 
 #include <bit>
 #include <functional>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -23,6 +25,18 @@ void JobRowHeights::setMetrics(JobRowMetrics metrics) {
     measured_.clear();
 }
 
+// Before the walks over all jobs, into which it goes as a whole.
+inline int JobRowHeights::heightOf(const ConversionJob& job) const {
+    switch (job.state.which()) {
+    case JobState::Case::converting:
+        return metrics_->convertingHeight;
+    case JobState::Case::failed:
+        return heightOfFailure(job);
+    default:
+        return metrics_->plainHeight;
+    }
+}
+
 void JobRowHeights::update(const std::vector<ConversionJob>& jobs) {
     if (jobs.size() != offsets_.count()) {
         rebuild(jobs);
@@ -31,16 +45,17 @@ void JobRowHeights::update(const std::vector<ConversionJob>& jobs) {
     // Setting a height takes as many steps as the count has binary digits.
     const std::size_t few = jobs.size() / (std::bit_width(jobs.size()) + 1);
     std::vector<std::pair<std::size_t, int>> changes;
-    for (std::size_t row = 0; row < jobs.size(); ++row) {
-        const int height = heightOf(jobs[row]);
-        if (height == offsets_.height(row)) {
-            continue;
+    const int* before = offsets_.heights().data();
+    for (const ConversionJob& job : jobs) {
+        const int height = heightOf(job);
+        if (height != *before) {
+            if (changes.size() == few) {
+                rebuild(jobs);
+                return;
+            }
+            changes.emplace_back(before - offsets_.heights().data(), height);
         }
-        if (changes.size() == few) {
-            rebuild(jobs);
-            return;
-        }
-        changes.emplace_back(row, height);
+        ++before;
     }
     for (const auto& [row, height] : changes) {
         offsets_.setHeight(row, height);
@@ -72,18 +87,10 @@ bool JobRowHeights::isKnown(const ConversionJob& job) const {
     return !job.state.is(JobState::Case::failed) || known(job) != nullptr;
 }
 
-int JobRowHeights::heightOf(const ConversionJob& job) const {
-    switch (job.state.which()) {
-    case JobState::Case::converting:
-        return metrics_->convertingHeight;
-    case JobState::Case::failed: {
-        const MeasuredMessage* message = known(job);
-        const int lines = message != nullptr ? message->lines : JobRow::maxMessageLines;
-        return metrics_->failedHeight + (lines - 1) * metrics_->messageLineHeight;
-    }
-    default:
-        return metrics_->plainHeight;
-    }
+int JobRowHeights::heightOfFailure(const ConversionJob& job) const {
+    const MeasuredMessage* message = known(job);
+    const int lines = message != nullptr ? message->lines : JobRow::maxMessageLines;
+    return metrics_->failedHeight + (lines - 1) * metrics_->messageLineHeight;
 }
 
 bool JobRowHeights::measure(std::size_t row, const ConversionJob& job) {

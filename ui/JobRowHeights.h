@@ -3,10 +3,10 @@
 #include "ConversionJob.h"
 #include "JobRowMetrics.h"
 #include "RowOffsets.h"
+#include "UUID.h"
 
 #include <cstddef>
 #include <optional>
-#include <string>
 #include <unordered_map>
 #include <vector>
 
@@ -44,6 +44,7 @@ class JobRowHeights {
 
     const MeasuredMessage* known(const ConversionJob& job) const;
     int heightOf(const ConversionJob& job) const;
+    int heightOfFailure(const ConversionJob& job) const;
     void rebuild(const std::vector<ConversionJob>& jobs);
 
     std::optional<JobRowMetrics> metrics_;

@@ -3,6 +3,7 @@
 #include "AccessibleJobs.h"
 #include "Button.h"
 #include "ControlStyle.h"
+#include "ConversionJob.h"
 #include "Ink.h"
 #include "JobRow.h"
 #include "UserFont.h"
@@ -116,8 +117,11 @@ void JobScrollArea::scrollContentsBy(int, int dy) {
     placeRows();
 }
 
-std::optional<std::size_t> JobScrollArea::indexOf(const UUID& id) const {
+std::optional<std::size_t> JobScrollArea::indexOf(const UUID& id, std::size_t before) const {
     const std::vector<ConversionJob>& jobs = model_->jobs();
+    if (before < jobs.size() && jobs[before].id() == id) {
+        return before;
+    }
     const auto found = std::find_if(jobs.begin(), jobs.end(),
                                     [&id](const ConversionJob& job) { return job.id() == id; });
     if (found == jobs.end()) {
@@ -132,13 +136,17 @@ std::vector<JobScrollArea::Sighting> JobScrollArea::sightings(int dy) const {
         const QRect geometry = row->geometry();
         const int bottom = geometry.top() + geometry.height();
         if (bottom > 0 && geometry.top() < viewport()->height()) {
-            sightings.push_back({row->job().id(), geometry.top() + dy, bottom + dy});
+            sightings.push_back({row->job().id(), index, geometry.top() + dy, bottom + dy});
         }
     }
     return sightings;
 }
 
 void JobScrollArea::updateMetrics() {
+    if (model_->jobs().empty()) {
+        // Takes time, which the program's start would have to wait for.
+        return;
+    }
     const int width = rowSpan().width();
     if (isFontStale_ || !heights_.metrics() || heights_.metrics()->width != width) {
         isFontStale_ = false;
@@ -164,7 +172,7 @@ void JobScrollArea::scrollBack(const std::vector<Sighting>& sightings) {
     const RowOffsets& offsets = heights_.offsets();
     std::optional<int> gap;
     for (const Sighting& sighting : sightings) {
-        const std::optional<std::size_t> index = indexOf(sighting.id);
+        const std::optional<std::size_t> index = indexOf(sighting.id, sighting.index);
         if (!index) {
             // The rows below close the gap of one that was there as a whole.
             gap = gap || sighting.top < 0 ? gap : sighting.top;

@@ -2,6 +2,7 @@
 
 #include "ConverterViewModel.h"
 #include "JobRowHeights.h"
+#include "UUID.h"
 
 #include <QAbstractScrollArea>
 
@@ -38,6 +39,7 @@ class JobScrollArea : public QAbstractScrollArea {
     /// The rows that are widgets, in the order of the queue.
     std::vector<JobRow*> rows() const;
 
+    /// How high the rows are, as of the last refresh.
     const JobRowHeights& heights() const noexcept { return heights_; }
 
   protected:
@@ -58,6 +60,7 @@ class JobScrollArea : public QAbstractScrollArea {
     /// A row that was in sight, and where in the viewport it is to start and end.
     struct Sighting {
         UUID id;
+        std::size_t index;
         int top;
         int bottom;
     };
@@ -73,38 +76,58 @@ class JobScrollArea : public QAbstractScrollArea {
 
     using Range = std::pair<std::size_t, std::size_t>;
 
-    std::optional<std::size_t> indexOf(const UUID& id) const;
+    /// Looks first where the job was before.
+    std::optional<std::size_t> indexOf(const UUID& id, std::size_t before) const;
 
     /// Shows the model as it is now; what was in sight lies `dy` pixels further down afterwards.
     void refreshMoved(int dy);
     std::vector<Sighting> sightings(int dy) const;
+    /// Measures what rows are made of, if their width or the user's font has changed.
     void updateMetrics();
     void updateScrollRange();
     void scrollTo(qint64 value);
+    /// Scrolls to where the topmost of these rows that is still queued lies as it did.
     void scrollBack(const std::vector<Sighting>& sightings);
+    /// The rows that reach into the viewport, by the heights known so far.
     Range sight() const;
+    /// Measures the messages of these rows; whether any height was another than assumed.
     bool measure(const Range& range);
+    /// The rows in sight once no height among them is an assumption. May scroll.
     Range measuredSight();
+    /// Makes and moves the widgets of the rows that are to have one.
     void placeRows();
+    /// The rows in sight and the current one while it has the focus, in order.
     std::vector<std::size_t> wantedRows();
     void place(JobRow* row, std::size_t index);
+    /// Puts a row aside, to be used again.
     void retire(JobRow* row);
     JobRow* spareRow();
+    /// The left and the right edge of every row, in the viewport.
     QRect rowSpan() const;
     void updateSeparators();
 
     bool hasFocusInside() const;
+    /// The row that has the focus itself or in its button; null if there is none.
     JobRow* focusedRow() const;
+    /// The widget of a row; null if it has none.
     JobRow* shownRow(std::size_t index) const;
     void updateFocusPolicy();
+    /// Makes the row with the focus the current one.
     void noteCurrent();
+    /// Finds the current row in the queue as it is now, or the one that is in its place.
     void findCurrent();
+    /// Hands the focus of a row whose job is gone to the current row, and puts the old one aside.
     void moveFocusFrom(JobRow* lost);
+    /// Gives the focus to the current row, or to the first one in sight.
     void enter(Qt::FocusReason reason);
+    /// Makes a row the current one and gives it the focus.
     void moveTo(std::size_t index, Qt::FocusReason reason);
+    /// Scrolls no further than it takes to have all of a row in sight.
     void reveal(std::size_t index);
     bool handleKey(const QKeyEvent& event);
-    std::optional<std::size_t> destination(int key, std::size_t from) const;
+    /// Where a key leads to from a row; none for a key that leads nowhere.
+    std::optional<std::size_t> rowReachedBy(int key, std::size_t from) const;
+    /// Does what a key means inside a row; false if it means nothing there.
     bool actOn(JobRow& row, int key);
 
     std::shared_ptr<ConverterViewModel> model_;

@@ -1,6 +1,7 @@
 // How the keyboard moves through the list.
 
 #include "Button.h"
+#include "ConversionJob.h"
 #include "JobRow.h"
 #include "JobScrollArea.h"
 #include "KeyboardFocus.h"
@@ -62,10 +63,7 @@ void JobScrollArea::findCurrent() {
         current_.reset();
         return;
     }
-    if (current_->index < jobs.size() && jobs[current_->index].id() == current_->id) {
-        return;
-    }
-    if (const std::optional<std::size_t> index = indexOf(current_->id)) {
+    if (const std::optional<std::size_t> index = indexOf(current_->id, current_->index)) {
         current_->index = *index;
         return;
     }
@@ -166,7 +164,7 @@ bool JobScrollArea::handleKey(const QKeyEvent& event) {
     if (row == nullptr || !current_) {
         return false;
     }
-    if (const std::optional<std::size_t> index = destination(event.key(), current_->index)) {
+    if (const std::optional<std::size_t> index = rowReachedBy(event.key(), current_->index)) {
         moveTo(*index, Qt::OtherFocusReason);
         return true;
     }
@@ -177,7 +175,7 @@ bool JobScrollArea::handleKey(const QKeyEvent& event) {
     return actOn(*row, event.key());
 }
 
-std::optional<std::size_t> JobScrollArea::destination(int key, std::size_t from) const {
+std::optional<std::size_t> JobScrollArea::rowReachedBy(int key, std::size_t from) const {
     const RowOffsets& offsets = heights_.offsets();
     const std::size_t last = offsets.count() - 1;
     const qint64 top = offsets.top(from);

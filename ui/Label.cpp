@@ -3,6 +3,7 @@
 #include "TextDrawing.h"
 #include "UserFont.h"
 
+#include <QFontMetricsF>
 #include <QPainter>
 
 #include <algorithm>
@@ -26,11 +27,6 @@ Label::Label(const QString& text, const TextFont& font, QWidget* parent)
     setFont(textFont_.font());
     setText(text);
     connect(UserFont::shared(), &UserFont::changed, this, [this] { setFont(currentFont()); });
-}
-
-void Label::setTextFont(const TextFont& font) {
-    textFont_ = font;
-    setFont(currentFont());
 }
 
 void Label::setInk(Ink ink) {
@@ -72,7 +68,7 @@ int Label::heightForWidth(int width) const {
     if (!wordWrap()) {
         return sizeHint().height();
     }
-    return heightOf(fontMetrics().boundingRect(QRect(0, 0, width, 0), Qt::TextWordWrap, text()));
+    return static_cast<int>(wrappedLines(text(), font(), width).size()) * lineHeight(font());
 }
 
 void Label::paintEvent(QPaintEvent*) {

@@ -7,15 +7,14 @@
 
 namespace kestrel {
 
-/// Plain text in a font and an ink of the window's own. Follows the user's font and colours while
-/// it is shown. Breaks its lines where it has to, and asks for the room that it takes without.
+/// Plain text in a font and an ink of the window's own. Follows the user's font and the
+/// palette. Breaks its lines where it has to, and asks for the room that it takes without.
 class Label : public QLabel {
     Q_OBJECT
 
   public:
     explicit Label(const QString& text = {}, const TextFont& font = {}, QWidget* parent = nullptr);
 
-    void setTextFont(const TextFont& font);
     void setInk(Ink ink);
 
     /// What the text is drawn in, as things are.

@@ -1,8 +1,8 @@
 #include "PercentLabel.h"
 
-#include <QFontInfo>
-
 #include <cmath>
+
+#include <QFontMetrics>
 
 namespace kestrel {
 namespace {
@@ -18,14 +18,19 @@ PercentLabel::PercentLabel(int width, QWidget* parent) : Label({}, textFont, par
     setFont(PercentLabel::currentFont());
 }
 
+QString PercentLabel::wholePercents(double percent) {
+    //: A percentage, such as 82%.
+    return tr("%1%").arg(QString::number(std::trunc(percent), 'f', 0));
+}
+
 void PercentLabel::setPercent(double percent) {
-    setText(tr("%1%").arg(QString::number(std::trunc(percent), 'f', 0)));
+    setText(wholePercents(percent));
 }
 
 QFont PercentLabel::currentFont() const {
     QFont font = textFont.font();
-    const QString longest = tr("%1%").arg(QString::number(100));
-    for (int size = QFontInfo(font).pixelSize();
+    const QString longest = wholePercents(100);
+    for (int size = pixelSize(font);
          size > 1 && QFontMetrics(font).horizontalAdvance(longest) > width(); --size) {
         font.setPixelSize(size);
     }

@@ -11,7 +11,9 @@ class PercentLabel : public Label {
   public:
     explicit PercentLabel(int width, QWidget* parent = nullptr);
 
-    /// Shows the whole percents; the rest is cut off.
+    /// A percentage as it is shown: the whole percents, the rest being cut off.
+    static QString wholePercents(double percent);
+
     void setPercent(double percent);
 
   protected:

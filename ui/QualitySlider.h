@@ -10,11 +10,13 @@ class QualitySlider : public QSlider {
     Q_OBJECT
 
   public:
+    // The ends of the range, in percent.
     static constexpr double lowest = 30;
     static constexpr double highest = 100;
 
     explicit QualitySlider(QWidget* parent = nullptr);
 
+    /// In percent.
     double quality() const { return static_cast<double>(value()) / stepsPerPercent; }
 
     /// Shows the quality, or the nearer end of the range, without a word to anybody.

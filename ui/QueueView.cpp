@@ -1,15 +1,20 @@
 #include "QueueView.h"
 
+#include "Button.h"
 #include "DestinationButton.h"
 #include "Divider.h"
 #include "DropZone.h"
+#include "Ink.h"
 #include "JobList.h"
 #include "Label.h"
+#include "Symbol.h"
+#include "TextFont.h"
 
 #include <QHBoxLayout>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+#include <cstddef>
 #include <utility>
 
 namespace kestrel {
@@ -43,6 +48,7 @@ QBoxLayout* QueueView::makeHeader() {
     texts->addWidget(title);
     texts->addWidget(summary_);
 
+    //: A button that lets the user add a folder.
     auto* folderButton = new Button(Button::Look::bordered, tr("Folder"), this);
     folderButton->setObjectName(QStringLiteral("folderButton"));
     folderButton->setSymbol(Symbol::folderBadgePlus);
@@ -89,7 +95,7 @@ QBoxLayout* QueueView::makeFooter() {
     connect(startButton_, &QPushButton::clicked, this, [this] { model_->start(); });
     cancelButton_ = new Button(Button::Look::bordered, tr("Cancel"), this);
     cancelButton_->setObjectName(QStringLiteral("cancelButton"));
-    cancelButton_->setDestructive(true);
+    cancelButton_->markDestructive();
     connect(cancelButton_, &QPushButton::clicked, this, [this] { model_->cancel(); });
 
     auto* row = new QHBoxLayout;
@@ -115,15 +121,19 @@ QString QueueView::summary() const {
     if (count == 0) {
         return tr("Add OPUS, OGG, or OGA files");
     }
-    const QString text =
-        count == 1 ? tr("%1 audio file · %2 complete") : tr("%1 audio files · %2 complete");
-    return text.arg(QString::number(count), QString::number(model_->completedCount()));
+    const QString files =
+        count == 1 ? tr("1 audio file") : tr("%n audio files", nullptr, static_cast<int>(count));
+    //: How many of the files are converted.
+    const QString completed =
+        tr("%n complete", nullptr, static_cast<int>(model_->completedCount()));
+    //: "3 audio files" and "2 complete".
+    return tr("%1 · %2").arg(files, completed);
 }
 
 QString QueueView::startText() const {
     const std::size_t count = model_->jobs().size();
-    const QString text = count == 1 ? tr("Convert %1 File") : tr("Convert %1 Files");
-    return text.arg(QString::number(count));
+    return count == 1 ? tr("Convert 1 File")
+                      : tr("Convert %n Files", nullptr, static_cast<int>(count));
 }
 
 void QueueView::refresh() {

@@ -30,6 +30,9 @@ class RowOffsets {
 
     int height(std::size_t row) const { return heights_.at(row); }
 
+    /// Of all rows, for walks over them.
+    const std::vector<int>& heights() const noexcept { return heights_; }
+
     /// The first row that ends below a position; `count()` if there is none.
     std::size_t rowAt(qint64 position) const;
 

@@ -1,5 +1,8 @@
 #include "SectionLabel.h"
 
+#include "Ink.h"
+#include "TextFont.h"
+
 namespace kestrel {
 
 SectionLabel::SectionLabel(const QString& text, QWidget* parent) : Label(text, {}, parent) {

@@ -1,8 +1,13 @@
 #include "SettingsSidebar.h"
 
 #include "AppBadge.h"
+#include "BandFill.h"
+#include "ConversionSettings.h"
 #include "FormatButton.h"
+#include "Ink.h"
 #include "Label.h"
+#include "OutputFormat.h"
+#include "PCMBitDepth.h"
 #include "PercentLabel.h"
 #include "PopUpButton.h"
 #include "QualitySlider.h"
@@ -12,9 +17,11 @@
 #include <QHBoxLayout>
 #include <QLinearGradient>
 #include <QPainter>
+#include <QPalette>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
+#include <cstddef>
 #include <utility>
 
 namespace kestrel {
@@ -80,6 +87,7 @@ QWidget* SettingsSidebar::makeHeader() {
     texts->addStretch(1);
     auto* title = new Label(tr("Kestrel"), {TextStyle::title2, QFont::Bold}, header);
     title->setObjectName(QStringLiteral("appTitle"));
+    //: What the program does, in a few words below its name.
     auto* subtitle = makeCaption(tr("Opus, made universal"), header);
     subtitle->setObjectName(QStringLiteral("appSubtitle"));
     texts->addWidget(title);
@@ -96,7 +104,8 @@ QWidget* SettingsSidebar::makeHeader() {
 QWidget* SettingsSidebar::makeFormatSection() {
     auto* section = new QWidget(this);
     auto* column = addColumn(section, 10);
-    column->addWidget(new SectionLabel(QStringLiteral("OUTPUT FORMAT"), section));
+    //: A heading; in capitals where the script has them.
+    column->addWidget(new SectionLabel(tr("OUTPUT FORMAT"), section));
     for (const OutputFormat format : OutputFormat::allCases) {
         const auto select = [this, format] {
             changeSettings([format](ConversionSettings& settings) { settings.format = format; });
@@ -110,7 +119,8 @@ QWidget* SettingsSidebar::makeFormatSection() {
 QWidget* SettingsSidebar::makeQualitySection() {
     auto* section = new QWidget(this);
     auto* column = addColumn(section, 10);
-    column->addWidget(new SectionLabel(QStringLiteral("QUALITY"), section));
+    //: A heading; in capitals where the script has them.
+    column->addWidget(new SectionLabel(tr("QUALITY"), section));
 
     qualityControls_ = new QWidget(section);
     auto* row = new QHBoxLayout(qualityControls_);
@@ -136,16 +146,15 @@ QWidget* SettingsSidebar::makeQualitySection() {
 QWidget* SettingsSidebar::makePCMSection() {
     auto* section = new QWidget(this);
     auto* column = addColumn(section, 12);
-    column->addWidget(new SectionLabel(QStringLiteral("PCM OPTIONS"), section));
+    //: A heading; in capitals where the script has them.
+    column->addWidget(new SectionLabel(tr("PCM OPTIONS"), section));
 
     bitDepthLabel_ = new Label(tr("Bit depth"), {}, section);
     bitDepthPicker_ = new PopUpButton(section);
     bitDepthPicker_->setAccessibleName(tr("Bit depth"));
     bitDepthLabel_->setBuddy(bitDepthPicker_);
     for (const PCMBitDepth depth : PCMBitDepth::allCases) {
-        const std::string_view name = depth.rawValue();
-        bitDepthPicker_->addItem(
-            QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())));
+        bitDepthPicker_->addItem(QString::fromUtf8(depth.rawValue()));
     }
     connect(bitDepthPicker_, &QComboBox::currentIndexChanged, this, [this](int index) {
         changeSettings([index](ConversionSettings& settings) {
@@ -194,7 +203,7 @@ void SettingsSidebar::refresh() {
 
     {
         const QSignalBlocker blocker(bitDepthPicker_);
-        bitDepthPicker_->setCurrentIndex(settings.bitDepth == PCMBitDepth::sixteen ? 0 : 1);
+        bitDepthPicker_->setCurrentText(QString::fromUtf8(settings.bitDepth.rawValue()));
     }
     bitDepthPicker_->setEnabled(!isMP3);
     bitDepthLabel_->setEnabled(!isMP3);
@@ -211,7 +220,7 @@ void SettingsSidebar::paintEvent(QPaintEvent*) {
     QLinearGradient gradient(0, 0, width(), height());
     gradient.setColorAt(0, QColor::fromRgbF(0.08F, 0.10F, 0.16F));
     gradient.setColorAt(1, QColor::fromRgbF(0.10F, 0.07F, 0.16F));
-    painter.fillRect(rect(), gradient);
+    fillInBands(painter, rect(), gradient);
     AppBadge::drawGlow(painter, QRect(badge_->mapTo(this, QPoint()), badge_->size()), palette());
 }
 

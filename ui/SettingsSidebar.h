@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ConverterViewModel.h"
+#include "FileURL.h"
 
 #include <QWidget>
 

@@ -15,6 +15,7 @@ class StatusDot : public QWidget {
 
     void setInk(Ink ink);
 
+    /// What the dot is drawn in, as things are.
     QColor color() const { return ink_.color(palette()); }
 
   protected:

@@ -1,12 +1,14 @@
 #include "Symbol.h"
 
-#include <QFontInfo>
+#include "TextFont.h"
+
 #include <QImage>
 #include <QPainter>
 #include <QPixmapCache>
 #include <QSvgRenderer>
 
 #include <cmath>
+#include <utility>
 
 namespace kestrel {
 namespace {
@@ -64,7 +66,7 @@ QString symbolName(Symbol symbol) {
 }
 
 int symbolSize(const QFont& font) {
-    return static_cast<int>(std::lround(QFontInfo(font).pixelSize() * sizePerFontSize));
+    return static_cast<int>(std::lround(pixelSize(font) * sizePerFontSize));
 }
 
 QPixmap symbolPixmap(Symbol symbol, int size, const QColor& color, double devicePixelRatio) {

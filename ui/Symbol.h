@@ -10,6 +10,7 @@ class QRectF;
 
 namespace kestrel {
 
+/// The drawings in symbols/, which take the colour of what is around them.
 enum class Symbol {
     arrowDownDocFill,
     arrowRightCircle,

@@ -1,7 +1,9 @@
 #include "TextDrawing.h"
 
+#include <QFont>
 #include <QPainter>
 #include <QStyle>
+#include <QTextLayout>
 
 namespace kestrel {
 
@@ -9,8 +11,45 @@ void drawAligned(QPainter& painter, const QRect& rect, Qt::LayoutDirection layou
                  Qt::Alignment alignment, const QString& text, bool wraps) {
     painter.setLayoutDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     const Qt::Alignment side = QStyle::visualAlignment(layout, alignment) | Qt::AlignAbsolute;
-    const int lines = static_cast<int>(wraps ? Qt::TextWordWrap : Qt::TextSingleLine);
-    painter.drawText(rect, static_cast<int>(side) | lines, text);
+    if (wraps) {
+        // Wrapped by the painter, a line from right to left is shifted by the blank that ends it.
+        const QStringList lines = wrappedLines(text, painter.font(), rect.width());
+        painter.drawText(rect, static_cast<int>(side), lines.join(u'\n'));
+    } else {
+        painter.drawText(rect, static_cast<int>(side) | static_cast<int>(Qt::TextSingleLine), text);
+    }
+}
+
+QStringList wrappedLines(const QString& text, const QFont& font, int width,
+                         QTextOption::WrapMode mode, int maxLines) {
+    QString lines = text;
+    lines.replace(u'\n', QChar(QChar::LineSeparator));
+    QTextOption option;
+    option.setWrapMode(mode);
+    QTextLayout layout(lines, font);
+    layout.setTextOption(option);
+
+    QStringList wrapped;
+    layout.beginLayout();
+    while (wrapped.size() < maxLines) {
+        QTextLine line = layout.createLine();
+        if (!line.isValid()) {
+            break;
+        }
+        line.setLineWidth(width);
+        const bool isLast = wrapped.size() + 1 == maxLines;
+        QString part =
+            isLast ? lines.mid(line.textStart()) : lines.mid(line.textStart(), line.textLength());
+        // A line keeps the separator or the blanks that end it. Aligned to the right, blanks would
+        // show. In the last line, more lines may follow on a separator.
+        while (!part.isEmpty() && part.back().isSpace()) {
+            part.chop(1);
+        }
+        part.replace(QChar(QChar::LineSeparator), QChar(u' '));
+        wrapped += part;
+    }
+    layout.endLayout();
+    return wrapped.isEmpty() ? QStringList{QString()} : wrapped;
 }
 
 } // namespace kestrel

@@ -60,6 +60,13 @@ QFont TextFont::font() const {
     return font;
 }
 
+int pixelSize(const QFont& font) {
+    if (font.pixelSize() > 0) {
+        return font.pixelSize();
+    }
+    return static_cast<int>(std::lround(font.pointSizeF() * pixelsPerPoint()));
+}
+
 int lineHeight(const QFont& font) {
     return static_cast<int>(std::ceil(QFontMetricsF(font).height()));
 }

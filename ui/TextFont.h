@@ -4,9 +4,10 @@
 
 namespace kestrel {
 
+/// What part a text has in the window.
 enum class TextStyle { body, title2, title3, subheadline, caption, caption2 };
 
-/// A font by its part in the window. Its size follows the user's own font.
+/// A font by the part of its text in the window. Its size follows the user's own font.
 struct TextFont {
     TextStyle style = TextStyle::body;
     QFont::Weight weight = QFont::Normal;
@@ -15,6 +16,10 @@ struct TextFont {
     /// The font for the application font as it is now, never smaller than 9 pixels.
     QFont font() const;
 };
+
+/// The size of the font in pixels, at 96 to the inch unless the screen says otherwise. Unlike the
+/// toolkit's own figure it is had without loading the font.
+int pixelSize(const QFont& font);
 
 /// The height in pixels that a line takes with all its ends, at every scale of the screen. The
 /// font's own metrics are rounded, and a screen with more pixels shows what the rounding cuts off.

@@ -10,6 +10,7 @@ class UserFont : public QObject {
     Q_OBJECT
 
   public:
+    /// Made at the first call; belongs to the application.
     static UserFont* shared();
 
   Q_SIGNALS:

@@ -8,6 +8,7 @@
 
 #include <qcoro/qcorofuture.h>
 
+#include <new>
 #include <utility>
 
 namespace kestrel {
@@ -80,6 +81,8 @@ ConverterViewModel::Batch::record(const UUID& id, const std::exception_ptr& fail
             return Next::stop;
         }
         model_->setState(id, JobState::failed(error.errorDescription()));
+    } catch (const std::bad_alloc&) {
+        model_->setState(id, JobState::failed(tr("There is not enough memory.").toStdString()));
     } catch (const std::exception& error) {
         model_->setState(id, JobState::failed(error.what()));
     }

@@ -30,6 +30,7 @@ class ConverterViewModel::Batch {
 
     QCoro::Task<> walk();
     QCoro::Task<Next> convertJob(std::size_t position);
+    /// Writes how the conversion of that job ended.
     Next record(const UUID& id, const std::exception_ptr& failure);
 
     std::shared_ptr<ConverterViewModel> model_;

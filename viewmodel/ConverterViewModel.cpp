@@ -52,6 +52,10 @@ double ConverterViewModel::overallProgress() const noexcept {
 void ConverterViewModel::add(const std::vector<FileURL>& urls) {
     std::vector<FileURL> files = filesToQueue(urls, jobs_);
     publish([&] {
+        const std::size_t size = jobs_.size() + files.size();
+        if (size > jobs_.capacity()) {
+            jobs_.reserve(std::max(size, 2 * jobs_.capacity()));
+        }
         for (FileURL& file : files) {
             jobs_.emplace_back(std::move(file));
         }
@@ -83,7 +87,9 @@ void ConverterViewModel::remove(const ConversionJob& job) {
 
 void ConverterViewModel::chooseFiles() {
     OpenPanel::Options options;
+    //: The title of a panel.
     options.title = tr("Choose Opus audio to convert").toStdString();
+    //: The button that confirms a panel.
     options.prompt = tr("Add Audio").toStdString();
     options.canChooseFiles = true;
     options.canChooseDirectories = false;
@@ -97,7 +103,9 @@ void ConverterViewModel::chooseFiles() {
 
 void ConverterViewModel::chooseFolder() {
     OpenPanel::Options options;
+    //: The title of a panel.
     options.title = tr("Choose a folder of Opus audio").toStdString();
+    //: The button that confirms a panel.
     options.prompt = tr("Add Folder").toStdString();
     options.canChooseFiles = false;
     options.canChooseDirectories = true;
@@ -109,7 +117,9 @@ void ConverterViewModel::chooseFolder() {
 
 void ConverterViewModel::chooseDestination() {
     OpenPanel::Options options;
+    //: The title of a panel.
     options.title = tr("Choose output folder").toStdString();
+    //: The button that confirms a panel.
     options.prompt = tr("Choose").toStdString();
     options.canChooseFiles = false;
     options.canChooseDirectories = true;
@@ -157,20 +167,20 @@ void ConverterViewModel::cancel() {
 }
 
 void ConverterViewModel::setState(const UUID& id, JobState state) {
-    if (const auto job = find(id); job != jobs_.end()) {
-        publish([&] { job->state = std::move(state); });
-    }
+    publishJob(id, [&state](ConversionJob& job) { job.state = std::move(state); });
 }
 
 void ConverterViewModel::setProgress(const UUID& id, double progress) {
-    if (const auto job = find(id); job != jobs_.end()) {
-        publish([&] { job->progress = progress; });
-    }
+    publishJob(id, [progress](ConversionJob& job) { job.progress = progress; });
 }
 
 std::vector<ConversionJob>::iterator ConverterViewModel::find(const UUID& id) noexcept {
-    return std::find_if(jobs_.begin(), jobs_.end(),
-                        [&id](const ConversionJob& job) { return job.id() == id; });
+    if (lastFound_ >= jobs_.size() || jobs_[lastFound_].id() != id) {
+        const auto found = std::find_if(jobs_.begin(), jobs_.end(),
+                                        [&id](const ConversionJob& job) { return job.id() == id; });
+        lastFound_ = static_cast<std::size_t>(found - jobs_.begin());
+    }
+    return jobs_.begin() + static_cast<std::ptrdiff_t>(lastFound_);
 }
 
 } // namespace kestrel

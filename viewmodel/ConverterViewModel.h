@@ -34,7 +34,9 @@ class ConverterViewModel : public QObject, public std::enable_shared_from_this<C
   public:
     /// What the view model reaches the rest of the world through.
     struct Surroundings {
+        /// Outlives the view model where a conversion runs on.
         std::shared_ptr<ConversionRunner> service;
+        /// Tells whether there is an ffmpeg to start with.
         std::function<std::optional<FileURL>()> locateBinary;
         std::unique_ptr<OpenPanel> openPanel;
         std::unique_ptr<FileViewer> fileViewer;
@@ -44,17 +46,23 @@ class ConverterViewModel : public QObject, public std::enable_shared_from_this<C
     ConverterViewModel();
     explicit ConverterViewModel(Surroundings surroundings);
 
-    // Published properties.
+    // The published properties. A reference leads to the value as it is now: a write may move it.
+
+    /// The queue, in its order.
     const std::vector<ConversionJob>& jobs() const noexcept { return jobs_; }
 
+    /// The output folder; none until one is chosen. It need not exist.
     const std::optional<FileURL>& destination() const noexcept { return destination_; }
 
     const ConversionSettings& settings() const noexcept { return settings_; }
 
+    /// Whether a batch runs.
     bool isConverting() const noexcept { return isConverting_; }
 
+    /// Whether something hovers over the place where it can be dropped.
     bool isDropTargeted() const noexcept { return isDropTargeted_; }
 
+    /// What the user has to be told, UTF-8; none when nothing is pending.
     const std::optional<std::string>& alertMessage() const noexcept { return alertMessage_; }
 
     /// Takes effect with the next batch.
@@ -116,6 +124,21 @@ class ConverterViewModel : public QObject, public std::enable_shared_from_this<C
     void setState(const UUID& id, JobState state);
     void setProgress(const UUID& id, double progress);
 
+    /// Announces a change of the job with this identity and makes it, if it is still queued.
+    template <typename Change> void publishJob(const UUID& id, Change change) {
+        if (find(id) == jobs_.end()) {
+            return;
+        }
+        publish([&] {
+            // Whoever heard of the change may have changed the queue.
+            if (const auto job = find(id); job != jobs_.end()) {
+                change(*job);
+            }
+        });
+    }
+
+    /// The job with this identity, or the end. Looks first where the last one was found: the
+    /// reports of one conversion all mean one job.
     std::vector<ConversionJob>::iterator find(const UUID& id) noexcept;
 
     std::vector<ConversionJob> jobs_;
@@ -124,7 +147,10 @@ class ConverterViewModel : public QObject, public std::enable_shared_from_this<C
     bool isConverting_ = false;
     bool isDropTargeted_ = false;
     std::optional<std::string> alertMessage_;
+    /// Where `find` found a job last.
+    std::size_t lastFound_ = 0;
     Surroundings surroundings_;
+    /// What the latest batch is asked to stop through; none before the first.
     std::optional<std::stop_source> conversionTask_;
 };
 

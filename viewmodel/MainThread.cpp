@@ -10,6 +10,8 @@
 #include <sys/eventfd.h>
 #include <unistd.h>
 
+#include <condition_variable>
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <mutex>
@@ -26,8 +28,9 @@ namespace {
 class TaskQueue {
   public:
     static TaskQueue& shared() {
-        static TaskQueue queue;
-        return queue;
+        // Never destroyed: a worker may be handing over a task while the program ends.
+        static auto* const queue = new TaskQueue;
+        return *queue;
     }
 
     /// Whether this is the main thread.
@@ -45,7 +48,10 @@ class TaskQueue {
 
     /// Any thread.
     void push(std::function<void()> task) {
-        const std::lock_guard lock(mutex_);
+        std::unique_lock lock(mutex_);
+        if (!isOwnThread()) {
+            hasRoom_.wait(lock, [this] { return tasks_.size() < maximumLength; });
+        }
         tasks_.push_back(std::move(task));
         constexpr std::uint64_t one = 1;
         // Fails only when 2^64 - 1 tasks wait.
@@ -64,19 +70,25 @@ class TaskQueue {
         std::function<void()> task;
         {
             const std::lock_guard lock(mutex_);
-            std::uint64_t one = 0;
+            std::uint64_t one{};
             if (::read(wakeUps_.get(), &one, sizeof one) != sizeof one) {
                 return;
             }
             task = std::move(tasks_.front());
             tasks_.pop_front();
         }
+        hasRoom_.notify_one();
         task();
     }
 
     /// The thread of the first call.
     const std::thread::id owner_ = std::this_thread::get_id();
+    /// Other threads wait where more tasks than this are waiting: one that makes them faster than
+    /// they can be run would take all memory.
+    static constexpr std::size_t maximumLength = 1024;
+
     std::mutex mutex_;
+    std::condition_variable hasRoom_;
     std::deque<std::function<void()>> tasks_;
     /// A counter that is as high as there are tasks.
     FileDescriptor wakeUps_;

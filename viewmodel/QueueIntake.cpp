@@ -14,6 +14,12 @@ namespace kestrel {
 
 namespace {
 
+bool isAcceptedInput(const FileURL& url) {
+    const auto& supported = FFmpegService::supportedExtensions;
+    return std::find(supported.begin(), supported.end(), asciiLowercased(url.pathExtension())) !=
+           supported.end();
+}
+
 std::vector<FileURL> acceptedFiles(const std::vector<FileURL>& urls) {
     std::vector<FileURL> accepted;
     for (const FileURL& url : urls) {
@@ -32,16 +38,10 @@ std::vector<FileURL> acceptedFiles(const std::vector<FileURL>& urls) {
 
 } // namespace
 
-bool isAcceptedInput(const FileURL& url) {
-    const auto& supported = FFmpegService::supportedExtensions;
-    return std::find(supported.begin(), supported.end(), asciiLowercased(url.pathExtension())) !=
-           supported.end();
-}
-
 std::vector<FileURL> filesToQueue(const std::vector<FileURL>& urls,
                                   const std::vector<ConversionJob>& queue) {
     std::vector<FileURL> files = acceptedFiles(urls);
-    if (!files.empty()) {
+    if (!files.empty() && !queue.empty()) {
         std::unordered_set<FileURL> queued;
         queued.reserve(queue.size());
         for (const ConversionJob& job : queue) {

@@ -13,6 +13,8 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <functional>
+#include <optional>
 
 namespace kestrel {
 namespace {
@@ -21,11 +23,7 @@ using ::testing::ElementsAre;
 
 class KestrelAppTest : public ::testing::Test {
   protected:
-    KestrelAppTest() : app_(scenario_.model) {
-        app_.window().show();
-        app_.window().activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&app_.window()));
-    }
+    KestrelAppTest() : app_(scenario_.model) { EXPECT_TRUE(showActive(app_.window())); }
 
     QMenu* fileMenu() { return app_.window().findChild<QMenuBar*>()->actions().front()->menu(); }
 

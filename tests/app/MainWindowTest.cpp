@@ -1,6 +1,8 @@
+#include "MainWindow.h"
+
 #include "ContentView.h"
-#include "FrameTest.h"
 #include "Ink.h"
+#include "MainWindowFixture.h"
 #include "QueueView.h"
 #include "WindowBorder.h"
 
@@ -18,7 +20,7 @@ namespace {
 
 using ::testing::ElementsAre;
 
-class MainWindowTest : public FrameTest {
+class MainWindowTest : public MainWindowFixture {
   protected:
     MainWindowTest() = default;
     MainWindowTest(const MainWindowTest&) = delete;

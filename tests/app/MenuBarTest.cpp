@@ -4,7 +4,6 @@
 #include "Scenario.h"
 
 #include <QApplication>
-#include <QHBoxLayout>
 #include <QImage>
 #include <QMenu>
 
@@ -36,10 +35,7 @@ class MenuBarTest : public ::testing::Test {
         window_.setFixedSize(400, 200);
         bar_->move(20, 0);
         bar_->resize(bar_->sizeHint());
-        window_.show();
-        window_.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
-        settle();
+        EXPECT_TRUE(showActive(window_));
     }
 
     MenuBarTest(const MenuBarTest&) = delete;

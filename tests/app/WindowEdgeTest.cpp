@@ -1,5 +1,6 @@
 #include "WindowEdge.h"
-#include "FrameTest.h"
+
+#include "MainWindowFixture.h"
 
 #include <gmock/gmock.h>
 
@@ -10,7 +11,7 @@ namespace {
 
 using ::testing::ElementsAre;
 
-class WindowEdgeTest : public FrameTest {
+class WindowEdgeTest : public MainWindowFixture {
   protected:
     QList<WindowEdge*> edges() { return window_.findChildren<WindowEdge*>(); }
 
@@ -72,7 +73,7 @@ TEST_F(WindowEdgeTest, resizesByTheLeftButtonAlone) {
     EXPECT_TRUE(window_.resizes.empty());
 }
 
-TEST_F(WindowEdgeTest, isThereOnlyWhileTheWindowIsFree) {
+TEST_F(WindowEdgeTest, isThereOnlyWhileTheWindowFloats) {
     EXPECT_EQ(visibleEdges(), 8);
     maximise();
     EXPECT_EQ(visibleEdges(), 0);

@@ -1,5 +1,7 @@
-#include "FrameTest.h"
+#include "WindowStrip.h"
+
 #include "Ink.h"
+#include "MainWindowFixture.h"
 
 #include <QCursor>
 #include <QImage>
@@ -10,7 +12,7 @@
 namespace kestrel {
 namespace {
 
-class WindowStripTest : public FrameTest {
+class WindowStripTest : public MainWindowFixture {
   protected:
     /// Moves the mouse over the strip, from the free place, with these buttons down.
     void moveBy(QPoint way, Qt::MouseButtons buttons) {

@@ -1,5 +1,6 @@
 #include "FFmpegError.h"
 #include "KestrelApp.h"
+#include "PseudoTranslator.h"
 #include "Scenario.h"
 
 #include <QApplication>
@@ -9,6 +10,8 @@
 
 #include <cstdio>
 #include <functional>
+#include <optional>
+#include <string_view>
 #include <utility>
 
 namespace kestrel {
@@ -56,29 +59,24 @@ void addAlbum(const Scenario& scenario) {
 /// Two batches, of which the first one was cancelled.
 void showAllStates(Scenario& scenario) {
     addAlbum(scenario);
-    const auto fail = [](const auto&, const auto&) {
-        throw FFmpegError::processFailed(
-            "[ogg @ 0x5581] Page at 81920 is missing its header\n"
-            "/home/ada/Music/Evening Songs/02 A Long Way Down.opus: Invalid data found when "
-            "processing input");
-    };
-    scenario.runner->setScript("02 A Long Way Down.opus", fail);
-    scenario.runner->setScript("03 Broken Reel.opus", fail);
-    scenario.runner->setScript("04 Kingfisher.opus",
-                               [](const auto&, const auto&) { throw FFmpegError::cancelled(); });
+    const std::string message =
+        "[ogg @ 0x5581] Page at 81920 is missing its header\n"
+        "/home/ada/Music/Evening Songs/02 A Long Way Down.opus: Invalid data found when "
+        "processing input";
+    scenario.failWith("02 A Long Way Down.opus", message);
+    scenario.failWith("03 Broken Reel.opus", message);
+    scenario.cancelAt("04 Kingfisher.opus");
     static_cast<void>(scenario.convertAll());
     scenario.holdBack("03 Broken Reel.opus", 0.62);
     scenario.start();
-    static_cast<void>(
-        QTest::qWaitFor([&scenario] { return scenario.model->jobs()[2].progress > 0; }));
+    static_cast<void>(scenario.waitForProgress(2));
 }
 
 void showConverting(Scenario& scenario) {
     addAlbum(scenario);
     scenario.holdBack("03 Broken Reel.opus", 0.62);
     scenario.start();
-    static_cast<void>(
-        QTest::qWaitFor([&scenario] { return scenario.model->jobs()[2].progress > 0; }));
+    static_cast<void>(scenario.waitForProgress(2));
 }
 
 void showLongNames(Scenario& scenario) {
@@ -116,8 +114,7 @@ std::vector<Picture> pictures() {
          .prepare =
              [](Scenario& s) {
                  addAlbum(s);
-                 s.model->setAlertMessage("FFmpeg was not found. Install it with Homebrew: brew "
-                                          "install ffmpeg");
+                 s.model->setAlertMessage(FFmpegError::notFound().errorDescription());
              },
          .hasFFmpeg = false},
         {.name = "aiff",
@@ -145,7 +142,7 @@ QPixmap grab(QWidget& window) {
     return picture;
 }
 
-bool take(const Picture& picture, const QString& path) {
+bool take(const Picture& picture, const QString& path, bool isPseudo) {
     const QFont usual = QApplication::font();
     QFont font = usual;
     font.setPointSizeF(usual.pointSizeF() * picture.fontPercent / 100);
@@ -153,6 +150,10 @@ bool take(const Picture& picture, const QString& path) {
     QApplication::setLayoutDirection(picture.isRightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
     bool isSaved = false;
     {
+        PseudoTranslator translator(QApplication::layoutDirection());
+        if (isPseudo) {
+            QCoreApplication::installTranslator(&translator);
+        }
         Scenario scenario;
         KestrelApp app(scenario.model, [&picture] {
             return picture.hasFFmpeg ? std::optional(FileURL("/usr/bin/ffmpeg")) : std::nullopt;
@@ -171,7 +172,7 @@ bool take(const Picture& picture, const QString& path) {
     return isSaved;
 }
 
-int run(const QString& folder) {
+int run(const QString& folder, bool isPseudo) {
     if (!QDir().mkpath(folder)) {
         static_cast<void>(std::fprintf(stderr, "gallery: cannot make the folder\n"));
         return 1;
@@ -184,7 +185,7 @@ int run(const QString& folder) {
             const QString path =
                 QStringLiteral("%1/%2-%3.png")
                     .arg(folder, QString::fromLatin1(picture.name), QString::fromLatin1(scheme));
-            if (!take(picture, path)) {
+            if (!take(picture, path, isPseudo)) {
                 static_cast<void>(std::fprintf(stderr, "gallery: cannot make %s\n",
                                                path.toLocal8Bit().constData()));
                 return 1;
@@ -199,9 +200,10 @@ int run(const QString& folder) {
 
 int main(int argc, char** argv) {
     const QApplication application(argc, argv);
-    if (argc != 2) {
-        static_cast<void>(std::fprintf(stderr, "usage: kestrel_gallery FOLDER\n"));
+    const bool isPseudo = argc == 3 && std::string_view(argv[1]) == "--pseudo";
+    if (argc != (isPseudo ? 3 : 2)) {
+        static_cast<void>(std::fprintf(stderr, "usage: kestrel_gallery [--pseudo] FOLDER\n"));
         return 2;
     }
-    return kestrel::run(QString::fromLocal8Bit(argv[1]));
+    return kestrel::run(QString::fromLocal8Bit(argv[argc - 1]), isPseudo);
 }

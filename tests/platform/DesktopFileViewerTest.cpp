@@ -5,19 +5,17 @@
 #include "UrlHandler.h"
 
 #include <QTest>
+
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
+
 #include <memory>
 
-namespace kestrel {
-
+namespace kestrel::test {
 namespace {
 
 using namespace Qt::StringLiterals;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-} // namespace
 
 class DesktopFileViewerTest : public testing::Test {
   protected:
@@ -82,6 +80,12 @@ TEST_F(DesktopFileViewerTest, opensTheContainingFolderWithoutABus) {
     EXPECT_THAT(handler_.opened(), ElementsAre(QUrl(u"file:///"_s)));
 }
 
+TEST_F(DesktopFileViewerTest, isMadeForTheSessionBus) {
+    // Which is out of reach here.
+    makeDesktopFileViewer()->reveal(FileURL("/music/out"));
+    EXPECT_THAT(handler_.opened(), ElementsAre(QUrl(u"file:///music"_s)));
+}
+
 TEST_F(DesktopFileViewerTest, doesNotWaitForTheFileManager) {
     manager_.answer = FakeFileManager::Answer::None;
     viewer_.reveal(FileURL("/music/out"));
@@ -102,4 +106,5 @@ TEST_F(DesktopFileViewerTest, mayGoBeforeTheFileManagerAnswers) {
     EXPECT_THAT(handler_.opened(), IsEmpty());
 }
 
-} // namespace kestrel
+} // namespace
+} // namespace kestrel::test

@@ -1,10 +1,12 @@
 #include "DialogCatcher.h"
 
 #include <QApplication>
+
 #include <gtest/gtest.h>
+
 #include <utility>
 
-namespace kestrel {
+namespace kestrel::test {
 
 namespace {
 
@@ -32,4 +34,4 @@ void DialogCatcher::look() {
     }
 }
 
-} // namespace kestrel
+} // namespace kestrel::test

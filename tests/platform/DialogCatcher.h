@@ -2,9 +2,10 @@
 
 #include <QFileDialog>
 #include <QTimer>
+
 #include <functional>
 
-namespace kestrel {
+namespace kestrel::test {
 
 /// Watches for the toolkit's file dialog while another event loop runs, and hands it over as soon
 /// as it is open; it must be closed then, at once or later. A dialog that is still open when the
@@ -29,4 +30,4 @@ class DialogCatcher {
     int looks_ = 0;
 };
 
-} // namespace kestrel
+} // namespace kestrel::test

@@ -1,11 +1,12 @@
 #include "DroppedItem.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
+
+#include <optional>
 #include <string_view>
+#include <vector>
 
-namespace kestrel {
-
+namespace kestrel::test {
 namespace {
 
 using namespace std::string_view_literals;
@@ -18,8 +19,6 @@ std::vector<std::optional<FileURL>> loaded(std::string_view uriList) {
     }
     return result;
 }
-
-} // namespace
 
 TEST(DroppedItem, loadsTheLocationOfAFileUri) {
     const DroppedItem item("file:///a%20b.opus");
@@ -72,4 +71,5 @@ TEST(DroppedItems, includeThoseThatAreNoFiles) {
     EXPECT_TRUE(items[1].hasFileURL());
 }
 
-} // namespace kestrel
+} // namespace
+} // namespace kestrel::test

@@ -1,10 +1,12 @@
 #include "FakeFileManager.h"
 
 #include <QDBusError>
+
 #include <gtest/gtest.h>
+
 #include <utility>
 
-namespace kestrel {
+namespace kestrel::test {
 
 namespace {
 
@@ -40,4 +42,4 @@ bool FakeFileManager::handleMessage(const QDBusMessage& message,
     return true;
 }
 
-} // namespace kestrel
+} // namespace kestrel::test

@@ -5,9 +5,10 @@
 #include <QDBusVirtualObject>
 #include <QString>
 #include <QStringList>
+
 #include <vector>
 
-namespace kestrel {
+namespace kestrel::test {
 
 /// A file manager on a bus that records what it is asked to show.
 class FakeFileManager final : public QDBusVirtualObject {
@@ -34,4 +35,4 @@ class FakeFileManager final : public QDBusVirtualObject {
     std::vector<QStringList> shown_;
 };
 
-} // namespace kestrel
+} // namespace kestrel::test

@@ -5,10 +5,12 @@
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
+
 #include <gtest/gtest.h>
+
 #include <utility>
 
-namespace kestrel {
+namespace kestrel::test {
 
 namespace {
 
@@ -117,4 +119,4 @@ void FakePortal::awaitTaken(const Request& request) {
             });
 }
 
-} // namespace kestrel
+} // namespace kestrel::test

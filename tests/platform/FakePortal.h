@@ -6,12 +6,12 @@
 #include <QString>
 #include <QStringList>
 #include <QVariantMap>
+
 #include <functional>
 #include <optional>
-#include <string>
 #include <vector>
 
-namespace kestrel {
+namespace kestrel::test {
 
 /// A desktop portal with a file chooser that a test answers for. Owns its name on the bus from its
 /// making to its end.
@@ -66,4 +66,4 @@ class FakePortal final : public QDBusVirtualObject {
     std::vector<QString> closedPaths_;
 };
 
-} // namespace kestrel
+} // namespace kestrel::test

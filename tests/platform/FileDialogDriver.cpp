@@ -6,10 +6,12 @@
 #include <QPushButton>
 #include <QTest>
 #include <QToolButton>
+
 #include <gtest/gtest.h>
+
 #include <stdexcept>
 
-namespace kestrel {
+namespace kestrel::test {
 
 QStringList FileDialogDriver::names(int expectedCount) const {
     const QAbstractItemView* shown = view();
@@ -85,4 +87,4 @@ QModelIndex FileDialogDriver::item(const QString& name) const {
     return found;
 }
 
-} // namespace kestrel
+} // namespace kestrel::test

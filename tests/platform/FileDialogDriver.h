@@ -9,7 +9,7 @@ class QAbstractItemView;
 class QPushButton;
 class QToolButton;
 
-namespace kestrel {
+namespace kestrel::test {
 
 /// Uses an open file dialog of the toolkit the way a user does.
 class FileDialogDriver {
@@ -42,4 +42,4 @@ class FileDialogDriver {
     QFileDialog& dialog_;
 };
 
-} // namespace kestrel
+} // namespace kestrel::test

@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QLocale>
+
 #include <clocale>
 #include <iostream>
 #include <string>

@@ -1,21 +1,23 @@
 #include "FileNameOrder.h"
 
 #include "FolderListing.h"
-#include "TempFolder.h"
+#include "TemporaryFolder.h"
 
 #include <QByteArray>
 #include <QList>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QString>
-#include <algorithm>
+
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <string>
 #include <vector>
 
-namespace kestrel {
-
+namespace kestrel::test {
 namespace {
 
 using testing::ElementsAre;
@@ -73,8 +75,6 @@ HelperAnswer sortedUnderLocale(const QString& locale, const Names& names) {
     return {lines.isEmpty() ? QByteArray() : lines.takeFirst(), lines};
 }
 
-} // namespace
-
 TEST(FileNameOrder, comparesRunsOfDigitsByTheirValue) {
     EXPECT_THAT(sorted({"10.opus", "9.opus", "2.opus", "1.opus"}),
                 ElementsAre("1.opus", "2.opus", "9.opus", "10.opus"));
@@ -115,14 +115,15 @@ TEST(FileNameOrder, keepsEqualNamesInTheirOrder) {
 }
 
 TEST(FileNameOrder, ordersAListedTree) {
-    const TempFolder temp;
+    const TemporaryFolder temp;
     for (const char* name : {"b.opus", "A.ogg", ".hidden.opus", "sub/10.opus", "sub/2.oga"}) {
-        temp.addFile(name);
+        temp.write(name);
     }
     std::vector<FileURL> urls = listFolder(temp.url());
     sortByFileName(urls);
-    EXPECT_EQ(urls, (std::vector<FileURL>{temp.url("sub/2.oga"), temp.url("sub/10.opus"),
-                                          temp.url("A.ogg"), temp.url("b.opus"), temp.url("sub")}));
+    EXPECT_EQ(urls,
+              (std::vector<FileURL>{temp.file("sub/2.oga"), temp.file("sub/10.opus"),
+                                    temp.file("A.ogg"), temp.file("b.opus"), temp.file("sub")}));
 }
 
 TEST(FileNameOrder, keepsNamesThatAreNotUtf8) {
@@ -152,9 +153,9 @@ TEST(FileNameOrder, sortsNothing) {
     EXPECT_TRUE(urls.empty());
 }
 
-class FileNameOrderUnderLocale : public testing::TestWithParam<const char*> {};
+class FileNameOrderUnderLocaleTest : public testing::TestWithParam<const char*> {};
 
-TEST_P(FileNameOrderUnderLocale, isTheSame) {
+TEST_P(FileNameOrderUnderLocaleTest, isTheSame) {
     const HelperAnswer answer = sortedUnderLocale(QString::fromLatin1(GetParam()), contestedNames);
     // The locale was really in force over there.
     EXPECT_EQ(answer.locale, QByteArray(GetParam()).split('.').first());
@@ -165,7 +166,8 @@ TEST_P(FileNameOrderUnderLocale, isTheSame) {
     EXPECT_EQ(answer.names, expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(Locales, FileNameOrderUnderLocale,
+INSTANTIATE_TEST_SUITE_P(Locales, FileNameOrderUnderLocaleTest,
                          testing::Values("C", "en_US.UTF-8", "tr_TR.UTF-8"));
 
-} // namespace kestrel
+} // namespace
+} // namespace kestrel::test

@@ -1,15 +1,18 @@
 #include "FileSystem.h"
 
-#include "TempFolder.h"
+#include "TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-namespace kestrel {
+#include <string>
+
+namespace kestrel::test {
+namespace {
 
 TEST(FileSystem, tellsFilesFromFolders) {
-    const TempFolder temp;
-    const FileURL file = temp.addFile("track.opus");
-    const FileURL folder = temp.addFolder("folder.opus");
+    const TemporaryFolder temp;
+    const FileURL file = temp.write("track.opus");
+    const FileURL folder = temp.makeFolder("folder.opus");
     EXPECT_TRUE(fileExists(file));
     EXPECT_FALSE(isFolder(file));
     EXPECT_TRUE(fileExists(folder));
@@ -18,34 +21,35 @@ TEST(FileSystem, tellsFilesFromFolders) {
 }
 
 TEST(FileSystem, findsNothingAtAMissingPath) {
-    const TempFolder temp;
-    temp.addFile("track.opus");
-    EXPECT_FALSE(fileExists(temp.url("missing")));
-    EXPECT_FALSE(isFolder(temp.url("missing")));
-    EXPECT_FALSE(fileExists(temp.url("track.opus/below")));
-    EXPECT_FALSE(fileExists(temp.url(std::string(5000, 'x'))));
+    const TemporaryFolder temp;
+    temp.write("track.opus");
+    EXPECT_FALSE(fileExists(temp.file("missing")));
+    EXPECT_FALSE(isFolder(temp.file("missing")));
+    EXPECT_FALSE(fileExists(temp.file("track.opus/below")));
+    EXPECT_FALSE(fileExists(temp.file(std::string(5000, 'x'))));
 }
 
 TEST(FileSystem, takesALinkForWhatItLeadsTo) {
-    const TempFolder temp;
-    temp.addFile("track.opus");
-    temp.addFolder("folder");
-    temp.addLink("to-file", "track.opus");
-    temp.addLink("to-folder", "folder");
-    temp.addLink("dangling", "missing");
-    temp.addLink("loop", "loop");
-    EXPECT_TRUE(fileExists(temp.url("to-file")));
-    EXPECT_FALSE(isFolder(temp.url("to-file")));
-    EXPECT_TRUE(isFolder(temp.url("to-folder")));
-    EXPECT_FALSE(fileExists(temp.url("dangling")));
-    EXPECT_FALSE(fileExists(temp.url("loop")));
-    EXPECT_FALSE(isFolder(temp.url("loop")));
+    const TemporaryFolder temp;
+    temp.write("track.opus");
+    temp.makeFolder("folder");
+    temp.makeLink("to-file", "track.opus");
+    temp.makeLink("to-folder", "folder");
+    temp.makeLink("dangling", "missing");
+    temp.makeLink("loop", "loop");
+    EXPECT_TRUE(fileExists(temp.file("to-file")));
+    EXPECT_FALSE(isFolder(temp.file("to-file")));
+    EXPECT_TRUE(isFolder(temp.file("to-folder")));
+    EXPECT_FALSE(fileExists(temp.file("dangling")));
+    EXPECT_FALSE(fileExists(temp.file("loop")));
+    EXPECT_FALSE(isFolder(temp.file("loop")));
 }
 
 TEST(FileSystem, findsNamesThatAreNotUtf8) {
-    const TempFolder temp;
-    EXPECT_TRUE(fileExists(temp.addFile("caf\xE9.opus")));
-    EXPECT_TRUE(isFolder(temp.addFolder("\xFF\xFE")));
+    const TemporaryFolder temp;
+    EXPECT_TRUE(fileExists(temp.write("caf\xE9.opus")));
+    EXPECT_TRUE(isFolder(temp.makeFolder("\xFF\xFE")));
 }
 
-} // namespace kestrel
+} // namespace
+} // namespace kestrel::test

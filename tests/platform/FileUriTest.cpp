@@ -1,17 +1,17 @@
 #include "FileUri.h"
 
-#include <array>
 #include <gtest/gtest.h>
-#include <string>
+
 #include <unistd.h>
 
-namespace kestrel {
+#include <array>
+#include <optional>
+#include <string>
 
+namespace kestrel::test {
 namespace {
 
 const std::optional<FileURL> none;
-
-} // namespace
 
 TEST(FileUri, encodesAllButUnreservedCharactersAndSlashes) {
     EXPECT_EQ(fileUri(FileURL("/")), "file:///");
@@ -88,4 +88,5 @@ TEST(FileUri, dropsATrailingSlash) {
     EXPECT_EQ(fileUrlFromUri("file:///"), FileURL("/"));
 }
 
-} // namespace kestrel
+} // namespace
+} // namespace kestrel::test

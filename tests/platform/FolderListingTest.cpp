@@ -1,24 +1,28 @@
 #include "FolderListing.h"
 
-#include "ChildProbe.h"
-#include "DescriptorCount.h"
-#include "TempFolder.h"
+#include "ProcessCounts.h"
+#include "RunInChild.h"
+#include "TemporaryFolder.h"
 
-#include <algorithm>
-#include <cerrno>
-#include <cstddef>
-#include <fcntl.h>
-#include <filesystem>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <string>
+
+#include <fcntl.h>
+#include <sched.h>
+#include <sys/inotify.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <climits>
+#include <cstddef>
+#include <cstring>
+#include <filesystem>
+#include <string>
 #include <vector>
 
-namespace kestrel {
-
+namespace kestrel::test {
 namespace {
 
 using testing::ElementsAre;
@@ -47,101 +51,99 @@ void addChain(const FileURL& folder, const std::string& name, int depth) {
     ::close(parent);
 }
 
-} // namespace
-
 TEST(FolderListing, listsEveryDepthInTheOrderOfBytes) {
-    const TempFolder temp;
+    const TemporaryFolder temp;
     for (const char* name :
          {"b.opus", "B.opus", "a/z.opus", "a/b/deep.ogg", "a/b.oga", "\xC3\xA4"}) {
-        temp.addFile(name);
+        temp.write(name);
     }
-    temp.addFolder("empty");
+    temp.makeFolder("empty");
     EXPECT_THAT(listedPaths(temp.url()),
                 ElementsAre("B.opus", "a", "a/b", "a/b/deep.ogg", "a/b.oga", "a/z.opus", "b.opus",
                             "empty", "\xC3\xA4"));
 }
 
 TEST(FolderListing, putsAFoldersContentsRightAfterTheFolder) {
-    const TempFolder temp;
+    const TemporaryFolder temp;
     // "a b" and "a.opus" sort before "a/" where whole paths are compared.
     for (const char* name : {"a/1", "a b/1", "a.opus"}) {
-        temp.addFile(name);
+        temp.write(name);
     }
     EXPECT_THAT(listedPaths(temp.url()), ElementsAre("a", "a/1", "a b", "a b/1", "a.opus"));
 }
 
 TEST(FolderListing, leavesOutHiddenEntriesWithAllTheyHold) {
-    const TempFolder temp;
+    const TemporaryFolder temp;
     for (const char* name : {".hidden.opus", ".folder/inside.opus", "seen/.hidden.opus", "seen/..x",
                              "seen/track.opus"}) {
-        temp.addFile(name);
+        temp.write(name);
     }
     EXPECT_THAT(listedPaths(temp.url()), ElementsAre("seen", "seen/track.opus"));
 }
 
 TEST(FolderListing, listsAHiddenFolderThatItIsGiven) {
-    const TempFolder temp;
-    temp.addFile(".folder/track.opus");
-    EXPECT_THAT(listedPaths(temp.url(".folder")), ElementsAre("track.opus"));
+    const TemporaryFolder temp;
+    temp.write(".folder/track.opus");
+    EXPECT_THAT(listedPaths(temp.file(".folder")), ElementsAre("track.opus"));
 }
 
 TEST(FolderListing, listsPackagesWithoutEnteringThem) {
-    const TempFolder temp;
+    const TemporaryFolder temp;
     for (const char* name : {"Player.app/Contents/a.opus", "Song.LogicX/b.opus", "app/c.opus"}) {
-        temp.addFile(name);
+        temp.write(name);
     }
-    temp.addFile("file.app");
+    temp.write("file.app");
     EXPECT_THAT(listedPaths(temp.url()),
                 ElementsAre("Player.app", "Song.LogicX", "app", "app/c.opus", "file.app"));
 }
 
 TEST(FolderListing, listsAPackageThatItIsGiven) {
-    const TempFolder temp;
-    temp.addFile("Player.app/a.opus");
-    EXPECT_THAT(listedPaths(temp.url("Player.app")), ElementsAre("a.opus"));
+    const TemporaryFolder temp;
+    temp.write("Player.app/a.opus");
+    EXPECT_THAT(listedPaths(temp.file("Player.app")), ElementsAre("a.opus"));
 }
 
 TEST(FolderListing, entersFoldersThatAreNamedLikeTracks) {
-    const TempFolder temp;
-    temp.addFile("x.ogg/y.opus");
+    const TemporaryFolder temp;
+    temp.write("x.ogg/y.opus");
     EXPECT_THAT(listedPaths(temp.url()), ElementsAre("x.ogg", "x.ogg/y.opus"));
 }
 
 TEST(FolderListing, listsLinksWithoutFollowingThem) {
-    const TempFolder temp;
-    const TempFolder elsewhere;
-    elsewhere.addFile("outside.opus");
-    temp.addFile("folder/track.opus");
-    temp.addLink("dangling.opus", "missing");
-    temp.addLink("folder/up", "..");
-    temp.addLink("loop", "loop");
-    temp.addLink("outside", elsewhere.path());
+    const TemporaryFolder temp;
+    const TemporaryFolder elsewhere;
+    elsewhere.write("outside.opus");
+    temp.write("folder/track.opus");
+    temp.makeLink("dangling.opus", "missing");
+    temp.makeLink("folder/up", "..");
+    temp.makeLink("loop", "loop");
+    temp.makeLink("outside", elsewhere.url().path());
     EXPECT_THAT(listedPaths(temp.url()), ElementsAre("dangling.opus", "folder", "folder/track.opus",
                                                      "folder/up", "loop", "outside"));
 }
 
 TEST(FolderListing, followsTheGivenFolderWhereItIsALink) {
-    const TempFolder temp;
-    temp.addFile("folder/track.opus");
-    temp.addLink("link", "folder");
-    EXPECT_THAT(listedPaths(temp.url("link")), ElementsAre("track.opus"));
+    const TemporaryFolder temp;
+    temp.write("folder/track.opus");
+    temp.makeLink("link", "folder");
+    EXPECT_THAT(listedPaths(temp.file("link")), ElementsAre("track.opus"));
 }
 
 TEST(FolderListing, isEmptyForWhatIsNoFolder) {
-    const TempFolder temp;
-    temp.addLink("loop", "loop");
-    EXPECT_THAT(listFolder(temp.url("missing")), IsEmpty());
-    EXPECT_THAT(listFolder(temp.url("loop")), IsEmpty());
-    EXPECT_THAT(listFolder(temp.addFile("track.opus")), IsEmpty());
-    EXPECT_THAT(listFolder(temp.addFolder("empty")), IsEmpty());
+    const TemporaryFolder temp;
+    temp.makeLink("loop", "loop");
+    EXPECT_THAT(listFolder(temp.file("missing")), IsEmpty());
+    EXPECT_THAT(listFolder(temp.file("loop")), IsEmpty());
+    EXPECT_THAT(listFolder(temp.write("track.opus")), IsEmpty());
+    EXPECT_THAT(listFolder(temp.makeFolder("empty")), IsEmpty());
 }
 
 TEST(FolderListing, keepsTheBytesOfNames) {
-    const TempFolder temp;
+    const TemporaryFolder temp;
     const std::vector<std::string> names = {
         " ", "#1 50% off?.opus", "-i.opus", "caf\xE9/\xFF\xFE.opus", "line\nend.opus", "tab\t:;&*"};
     for (const std::string& name : names) {
-        temp.addFile(name);
+        temp.write(name);
     }
     EXPECT_THAT(listedPaths(temp.url()),
                 ElementsAre(" ", "#1 50% off?.opus", "-i.opus", "caf\xE9", "caf\xE9/\xFF\xFE.opus",
@@ -149,48 +151,96 @@ TEST(FolderListing, keepsTheBytesOfNames) {
 }
 
 TEST(FolderListing, listsPipesWithoutOpeningThem) {
-    const TempFolder temp;
-    ASSERT_EQ(::mkfifo(temp.url("pipe.opus").path().c_str(), 0644), 0);
+    const TemporaryFolder temp;
+    ASSERT_EQ(::mkfifo(temp.file("pipe.opus").path().c_str(), 0644), 0);
     EXPECT_THAT(listedPaths(temp.url()), ElementsAre("pipe.opus"));
 }
 
+TEST(FolderListing, opensNothingButFolders) {
+    const TemporaryFolder temp;
+    temp.write("folder/track.opus");
+    ASSERT_EQ(::mkfifo(temp.file("pipe").path().c_str(), 0644), 0);
+    const int watcher = ::inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    for (const FileURL& watched : {temp.url(), temp.file("folder")}) {
+        ASSERT_GE(::inotify_add_watch(watcher, watched.path().c_str(), IN_OPEN), 0);
+    }
+    EXPECT_EQ(listFolder(temp.url()).size(), 3U);
+    EXPECT_THAT(listFolder(temp.file("pipe")), IsEmpty());
+    EXPECT_THAT(listFolder(temp.file("folder/track.opus")), IsEmpty());
+    alignas(inotify_event) std::array<char, 4096> events{};
+    const ssize_t length = ::read(watcher, events.data(), events.size());
+    ::close(watcher);
+    ASSERT_GT(length, 0);
+    for (ssize_t offset = 0; offset < length;) {
+        inotify_event event{};
+        std::memcpy(&event, events.data() + offset, sizeof event);
+        EXPECT_NE(event.mask & IN_ISDIR, 0U) << events.data() + offset + sizeof event;
+        offset += static_cast<ssize_t>(sizeof event + event.len);
+    }
+}
+
+TEST(FolderListing, givesPathsBelowTheRootOneSlash) {
+    const TemporaryFolder temp;
+    temp.write("a/track.opus");
+    const int status = runInChild([&] {
+        // The root is another one for a child that may say so.
+        if ((::geteuid() != 0 && ::unshare(CLONE_NEWUSER) != 0) ||
+            ::chroot(temp.url().path().c_str()) != 0) {
+            return 2;
+        }
+        const std::vector<FileURL> expected{FileURL("/a"), FileURL("/a/track.opus")};
+        return listFolder(FileURL("/")) == expected ? 0 : 1;
+    });
+    EXPECT_EQ(status, 0);
+}
+
+TEST(FolderListing, takesADescriptorThatIsAStandardStreamsElsewhere) {
+    const TemporaryFolder temp;
+    temp.write("a/track.opus");
+    const int status = runInChild([&] {
+        ::close(STDIN_FILENO);
+        return listFolder(temp.url()).size() == 2 && ::fcntl(STDIN_FILENO, F_GETFD) < 0 ? 0 : 1;
+    });
+    EXPECT_EQ(status, 0);
+}
+
 TEST(FolderListing, goesOnAfterASubfolderThatMayNotBeRead) {
-    const TempFolder temp;
-    temp.addFile("a/secret.opus");
-    temp.addFile("b/track.opus");
-    std::filesystem::permissions(temp.url("a").path(), std::filesystem::perms::none);
+    const TemporaryFolder temp;
+    temp.write("a/secret.opus");
+    temp.write("b/track.opus");
+    std::filesystem::permissions(temp.file("a").path(), std::filesystem::perms::none);
     // The superuser may read anything, so the listing is made by a user who is not.
     const int status = runInChild([&] {
-        if (!dropPrivileges() || ::access(temp.url("a").path().c_str(), R_OK) == 0) {
+        if (!dropPrivileges() || ::access(temp.file("a").path().c_str(), R_OK) == 0) {
             return 2;
         }
         return listedPaths(temp.url()) == std::vector<std::string>{"a", "b", "b/track.opus"} &&
-                       listFolder(temp.url("a")).empty()
+                       listFolder(temp.file("a")).empty()
                    ? 0
                    : 1;
     });
-    std::filesystem::permissions(temp.url("a").path(), std::filesystem::perms::owner_all);
+    std::filesystem::permissions(temp.file("a").path(), std::filesystem::perms::owner_all);
     EXPECT_EQ(status, 0);
 }
 
 TEST(FolderListing, goesOnAfterAPathThatIsTooLongToOpen) {
-    const TempFolder temp;
+    const TemporaryFolder temp;
     const std::string longName(250, 'a');
     addChain(temp.url(), longName, 20);
-    temp.addFile("b.opus");
+    temp.write("b.opus");
     const std::vector<FileURL> urls = listFolder(temp.url());
     ASSERT_FALSE(urls.empty());
-    EXPECT_EQ(urls.back(), temp.url("b.opus"));
+    EXPECT_EQ(urls.back(), temp.file("b.opus"));
     // The last folder of the chain that can be opened gives one more entry, which cannot.
-    const std::size_t openable = (PATH_MAX - 1 - temp.path().size()) / (longName.size() + 1);
+    const std::size_t openable = (PATH_MAX - 1 - temp.url().path().size()) / (longName.size() + 1);
     EXPECT_EQ(urls.size(), openable + 1 + 1);
 }
 
 TEST(FolderListing, holdsNoDescriptorForEachLevelOfDepth) {
-    const TempFolder temp;
+    const TemporaryFolder temp;
     addChain(temp.url(), "d", 300);
     const int status = runInChild([&] {
-        const auto limit = static_cast<rlim_t>(descriptorCount() + 2);
+        const auto limit = static_cast<rlim_t>(ProcessCounts::now().descriptors + 2);
         const rlimit limits = {limit, limit};
         return ::setrlimit(RLIMIT_NOFILE, &limits) == 0 && listFolder(temp.url()).size() == 300 ? 0
                                                                                                 : 1;
@@ -199,21 +249,21 @@ TEST(FolderListing, holdsNoDescriptorForEachLevelOfDepth) {
 }
 
 TEST(FolderListing, leavesNoDescriptorOpen) {
-    const TempFolder temp;
+    const TemporaryFolder temp;
     for (int i = 0; i < 50; ++i) {
-        temp.addFile("folder " + std::to_string(i) + "/track.opus");
+        temp.write("folder " + std::to_string(i) + "/track.opus");
     }
     addChain(temp.url(), std::string(250, 'a'), 20);
-    const std::ptrdiff_t before = descriptorCount();
+    const std::size_t before = ProcessCounts::now().descriptors;
     EXPECT_GT(listFolder(temp.url()).size(), 100U);
-    EXPECT_TRUE(listFolder(temp.url("missing")).empty());
-    EXPECT_EQ(descriptorCount(), before);
+    EXPECT_TRUE(listFolder(temp.file("missing")).empty());
+    EXPECT_EQ(ProcessCounts::now().descriptors, before);
 }
 
 TEST(FolderListing, listsAFolderOfManyFiles) {
-    const TempFolder temp;
+    const TemporaryFolder temp;
     for (int i = 0; i < 3000; ++i) {
-        temp.addFile(std::to_string(i) + ".opus");
+        temp.write(std::to_string(i) + ".opus");
     }
     const std::vector<std::string> paths = listedPaths(temp.url());
     EXPECT_EQ(paths.size(), 3000U);
@@ -231,4 +281,5 @@ TEST(PackageName, goesByTheExtensionInEitherCase) {
     }
 }
 
-} // namespace kestrel
+} // namespace
+} // namespace kestrel::test

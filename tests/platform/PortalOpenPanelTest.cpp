@@ -1,22 +1,25 @@
-#include "DescriptorCount.h"
 #include "DesktopOpenPanel.h"
 #include "DialogCatcher.h"
 #include "FakePortal.h"
 #include "PortalFilter.h"
 #include "PrivateBus.h"
+#include "ProcessCounts.h"
 #include "ScopedVariable.h"
-#include "TempFolder.h"
+#include "TemporaryFolder.h"
 
 #include <QCoreApplication>
 #include <QDBusArgument>
 #include <QTest>
 #include <QTimer>
-#include <fstream>
+
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-namespace kestrel {
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
 
+namespace kestrel::test {
 namespace {
 
 using namespace Qt::StringLiterals;
@@ -41,8 +44,6 @@ OpenPanel::Options folderOptions() {
             .canChooseDirectories = true,
             .canCreateDirectories = true};
 }
-
-} // namespace
 
 class PortalOpenPanelTest : public testing::Test {
   protected:
@@ -92,7 +93,7 @@ TEST_F(PortalOpenPanelTest, filtersByExtensionInEitherCase) {
     ASSERT_EQ(filters.size(), 1);
     EXPECT_EQ(filters[0].name, u"Supported files"_s);
     ASSERT_EQ(filters[0].patterns.size(), 2);
-    EXPECT_EQ(filters[0].patterns[0].kind, PortalFilter::Pattern::Glob);
+    EXPECT_EQ(filters[0].patterns[0].kind, 0U);
     EXPECT_EQ(filters[0].patterns[0].text, u"*.[oO][pP][uU][sS]"_s);
     EXPECT_EQ(filters[0].patterns[1].text, u"*.[mM][pP]3"_s);
 }
@@ -172,6 +173,19 @@ TEST_F(PortalOpenPanelTest, passesOverResponsesToOthers) {
     EXPECT_EQ(panel_.runModal(fileOptions()), Chosen({FileURL("/right")}));
 }
 
+TEST_F(PortalOpenPanelTest, passesOverResponsesAtAPathThatThePortalDoesNotUse) {
+    portal_.otherRequestPath = u"/org/freedesktop/portal/desktop/request/old/7"_s;
+    portal_.onOpened = [this](const FakePortal::Request& request) {
+        FakePortal::Request other = request;
+        other.path = u"/org/freedesktop/portal/desktop/request/"_s +
+                     request.caller.mid(1).replace(u'.', u'_') + u'/' +
+                     request.options.value(u"handle_token"_s).toString();
+        portal_.respond(other, success, {u"file:///wrong"_s});
+        portal_.respond(request, success, {u"file:///right"_s});
+    };
+    EXPECT_EQ(panel_.runModal(fileOptions()), Chosen({FileURL("/right")}));
+}
+
 TEST_F(PortalOpenPanelTest, asksAnOldPortalForFiles) {
     portal_.version = 1;
     EXPECT_EQ(runAndRespond(success, {u"file:///a"_s}), Chosen({FileURL("/a")}));
@@ -201,6 +215,9 @@ TEST_F(PortalOpenPanelTest, givesWayToTheToolkitOnAnError) {
     EXPECT_EQ(panel_.runModal(fileOptions()), std::nullopt);
     EXPECT_EQ(portal_.requests().size(), 1U);
     EXPECT_EQ(toolkitDialogs_.count(), 1);
+    // A portal that was only slow is told that nobody waits any more.
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !portal_.closedPaths().empty(); }));
+    EXPECT_THAT(portal_.closedPaths(), ElementsAre(portal_.requests().front().path));
 }
 
 TEST_F(PortalOpenPanelTest, givesWayToTheToolkitWithoutAPortal) {
@@ -212,6 +229,12 @@ TEST_F(PortalOpenPanelTest, givesWayToTheToolkitWithoutAPortal) {
 TEST_F(PortalOpenPanelTest, givesWayToTheToolkitWithoutABus) {
     DesktopOpenPanel panel(&disconnectedBus);
     EXPECT_EQ(panel.runModal(fileOptions()), std::nullopt);
+    EXPECT_EQ(toolkitDialogs_.count(), 1);
+}
+
+TEST_F(PortalOpenPanelTest, isMadeForTheSessionBus) {
+    // Which is out of reach here.
+    EXPECT_EQ(makeDesktopOpenPanel()->runModal(fileOptions()), std::nullopt);
     EXPECT_EQ(toolkitDialogs_.count(), 1);
 }
 
@@ -254,40 +277,42 @@ TEST_F(PortalOpenPanelTest, closesThePanelWhenTheProgramQuits) {
 }
 
 TEST_F(PortalOpenPanelTest, startsInTheMusicFolderThenWhereTheLastChoiceWasMade) {
-    const TempFolder home;
-    home.addFolder("Music");
-    home.addFolder("Albums \xFF/One");
-    const ScopedVariable homeVariable("HOME", home.path());
-    const ScopedVariable configVariable("XDG_CONFIG_HOME", home.path());
-    runAndRespond(success, {QString::fromStdString("file://" + home.path() + "/Albums%20%FF/One")});
+    const TemporaryFolder home;
+    home.makeFolder("Music");
+    home.makeFolder("Albums \xFF/One");
+    const ScopedVariable homeVariable("HOME", home.url().path());
+    const ScopedVariable configVariable("XDG_CONFIG_HOME", home.url().path());
+    runAndRespond(success,
+                  {QString::fromStdString("file://" + home.url().path() + "/Albums%20%FF/One")});
     runAndRespond(cancelled);
     runAndRespond(cancelled);
-    const std::string albums = home.path() + "/Albums \xFF";
-    EXPECT_THAT(startFolders(), ElementsAre(home.path() + "/Music", albums, albums));
+    const std::string albums = home.url().path() + "/Albums \xFF";
+    EXPECT_THAT(startFolders(), ElementsAre(home.url().path() + "/Music", albums, albums));
 }
 
 TEST_F(PortalOpenPanelTest, startsWhereItCanWithoutAMusicFolder) {
-    const TempFolder home;
-    std::ofstream(home.path() + "/user-dirs.dirs") << "XDG_MUSIC_DIR=\"relative\"\n";
-    const ScopedVariable configVariable("XDG_CONFIG_HOME", home.path());
+    const TemporaryFolder home;
+    home.write("user-dirs.dirs", "XDG_MUSIC_DIR=\"relative\"\n");
+    const ScopedVariable configVariable("XDG_CONFIG_HOME", home.url().path());
     {
-        const ScopedVariable homeVariable("HOME", home.path());
+        const ScopedVariable homeVariable("HOME", home.url().path());
         runAndRespond(cancelled);
     }
     {
-        const ScopedVariable homeVariable("HOME", home.path() + "/gone");
+        const ScopedVariable homeVariable("HOME", home.url().path() + "/gone");
         runAndRespond(cancelled);
     }
-    EXPECT_THAT(startFolders(), ElementsAre(home.path(), "/"));
+    EXPECT_THAT(startFolders(), ElementsAre(home.url().path(), "/"));
 }
 
 TEST_F(PortalOpenPanelTest, leavesNoDescriptorOpen) {
     runAndRespond(cancelled);
-    const std::ptrdiff_t before = descriptorCount();
+    const std::size_t before = ProcessCounts::now().descriptors;
     for (int i = 0; i < 5; ++i) {
         runAndRespond(success, {u"file:///a"_s});
     }
-    EXPECT_EQ(descriptorCount(), before);
+    EXPECT_EQ(ProcessCounts::now().descriptors, before);
 }
 
-} // namespace kestrel
+} // namespace
+} // namespace kestrel::test

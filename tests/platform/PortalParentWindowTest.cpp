@@ -5,9 +5,13 @@
 #include <QGuiApplication>
 #include <QMainWindow>
 #include <QTest>
+
 #include <gtest/gtest.h>
 
-namespace kestrel {
+#include <optional>
+
+namespace kestrel::test {
+namespace {
 
 TEST(PortalParentWindow, isTheActiveWindowOfTheX11Display) {
     ASSERT_EQ(QGuiApplication::platformName(), QStringLiteral("xcb"));
@@ -25,4 +29,5 @@ TEST(PortalParentWindow, isTheActiveWindowOfTheX11Display) {
               QStringLiteral("x11:") + QString::number(window.winId(), 16));
 }
 
-} // namespace kestrel
+} // namespace
+} // namespace kestrel::test

@@ -1,19 +1,22 @@
 #include "PrivateBus.h"
 
 #include <QUuid>
-#include <fstream>
+
 #include <gtest/gtest.h>
 
-namespace kestrel {
+#include <fstream>
+#include <string>
+
+namespace kestrel::test {
 
 PrivateBus::PrivateBus() {
-    const std::string configuration = folder_.path() + "/bus.conf";
+    const std::string configuration = folder_.url().path() + "/bus.conf";
     std::ofstream(configuration) << R"(<!DOCTYPE busconfig PUBLIC
         "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
         "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
         <busconfig>
           <type>session</type>
-          <listen>unix:dir=)" << folder_.path()
+          <listen>unix:dir=)" << folder_.url().path()
                                  << R"(</listen>
           <auth>EXTERNAL</auth>
           <policy context="default">
@@ -56,4 +59,4 @@ QDBusConnection disconnectedBus() {
     return QDBusConnection(QStringLiteral("no such connection"));
 }
 
-} // namespace kestrel
+} // namespace kestrel::test

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "TempFolder.h"
+#include "TemporaryFolder.h"
 
 #include <QDBusConnection>
 #include <QProcess>
 #include <QString>
 #include <QStringList>
 
-namespace kestrel {
+namespace kestrel::test {
 
 /// A message bus of its own, on which nothing is and nothing can be activated. Ends, with every
 /// connection to it, when this object goes.
@@ -25,7 +25,7 @@ class PrivateBus {
     void stop();
 
   private:
-    TempFolder folder_;
+    TemporaryFolder folder_;
     QProcess daemon_;
     QString address_;
     QStringList connectionNames_;
@@ -34,4 +34,4 @@ class PrivateBus {
 /// A connection to nothing.
 QDBusConnection disconnectedBus();
 
-} // namespace kestrel
+} // namespace kestrel::test

@@ -2,9 +2,10 @@
 
 #include <QByteArray>
 #include <QtGlobal>
+
 #include <string>
 
-namespace kestrel {
+namespace kestrel::test {
 
 /// Sets an environment variable while it lives.
 class ScopedVariable {
@@ -29,4 +30,4 @@ class ScopedVariable {
     QByteArray old_;
 };
 
-} // namespace kestrel
+} // namespace kestrel::test

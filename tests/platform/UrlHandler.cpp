@@ -3,7 +3,7 @@
 #include <QDesktopServices>
 #include <QString>
 
-namespace kestrel {
+namespace kestrel::test {
 
 UrlHandler::UrlHandler() {
     QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "take");
@@ -13,4 +13,4 @@ UrlHandler::~UrlHandler() {
     QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
 }
 
-} // namespace kestrel
+} // namespace kestrel::test

@@ -2,9 +2,10 @@
 
 #include <QObject>
 #include <QUrl>
+
 #include <vector>
 
-namespace kestrel {
+namespace kestrel::test {
 
 /// Takes, while it lives, the file URLs that would open in the user's desktop.
 class UrlHandler final : public QObject {
@@ -24,4 +25,4 @@ class UrlHandler final : public QObject {
     std::vector<QUrl> opened_;
 };
 
-} // namespace kestrel
+} // namespace kestrel::test

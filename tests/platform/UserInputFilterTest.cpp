@@ -10,14 +10,15 @@
 #include <QWheelEvent>
 #include <QWidget>
 #include <QWindow>
+
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <array>
-#include <gtest/gtest.h>
 #include <memory>
 #include <vector>
 
-namespace kestrel {
-
+namespace kestrel::test {
 namespace {
 
 /// A window that records the events that reach it.
@@ -86,8 +87,6 @@ constexpr std::array inputTypes = {
     QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick, QEvent::Wheel,
     QEvent::TouchBegin,         QEvent::DragEnter,           QEvent::Drop};
 
-} // namespace
-
 TEST(UserInputFilter, keepsAllInputFromTheWindows) {
     RecordingWindow window;
     {
@@ -127,4 +126,5 @@ TEST(UserInputFilter, letsPaintsAndTimersThrough) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return hasFired && window.has(QEvent::Paint); }));
 }
 
-} // namespace kestrel
+} // namespace
+} // namespace kestrel::test

@@ -1,17 +1,15 @@
 // Plays every child that the runner has to cope with. What it does is told by a script, one command
 // a line:
 //
-//   kestrel_child_helper --script TEXT      runs the script given
-//   kestrel_child_helper ... -i FILE ...    stands in for ffmpeg and runs the script in the input
-//   file:
-//                                           the lines that begin with "probe " when it is asked for
-//                                           a description, the lines that begin with "convert "
-//                                           otherwise
+//   --script TEXT    runs the script given
+//   ... -i FILE ...  stands in for ffmpeg and runs the script in the input file: the lines that
+//                    begin with "probe " when it is asked for a description, the lines that begin
+//                    with "convert " otherwise
 //
 // Text arguments know the escapes \n \r \\ and \xHH.
 
 #include <dirent.h>
-#include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -19,6 +17,7 @@
 #include <cerrno>
 #include <climits>
 #include <csignal>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <fstream>
@@ -61,20 +60,35 @@ std::string unescaped(std::string_view text) {
     return result;
 }
 
-void flood(int descriptor, const std::string& byteCount) {
-    const std::string line(79, 'x');
-    const std::string block = [&] {
-        std::string lines;
-        while (lines.size() < 64U * 1024) {
-            lines += line + '\n';
-        }
-        return lines;
-    }();
-    for (std::uint64_t left = std::stoull(byteCount); left > 0;) {
-        const std::size_t count = std::min<std::uint64_t>(left, block.size());
-        writeAll(descriptor, std::string_view(block).substr(0, count));
+/// Writes the text so many times.
+void repeat(int descriptor, const std::string& times, std::string_view text) {
+    const std::size_t textsInBlock = 64U * 1024 / text.size() + 1;
+    std::string block;
+    for (std::size_t i = 0; i < textsInBlock; ++i) {
+        block += text;
+    }
+    for (std::uint64_t left = std::stoull(times); left > 0;) {
+        const std::uint64_t count = std::min<std::uint64_t>(left, textsInBlock);
+        writeAll(descriptor, std::string_view(block).substr(0, count * text.size()));
         left -= count;
     }
+}
+
+/// Writes that many bytes or a few more, in lines of 80.
+void flood(int descriptor, const std::string& byteCount) {
+    constexpr std::uint64_t lineLength = 80;
+    const std::string line = std::string(lineLength - 1, 'x') + '\n';
+    repeat(descriptor, std::to_string((std::stoull(byteCount) - 1) / lineLength + 1), line);
+}
+
+/// Fills both pipes at the same time.
+void floodBoth(const std::string& byteCount) {
+    const pid_t other = ::fork();
+    flood(other == 0 ? STDERR_FILENO : STDOUT_FILENO, byteCount);
+    if (other == 0) {
+        ::_exit(0);
+    }
+    ::waitpid(other, nullptr, 0);
 }
 
 extern "C" void answerInterrupt(int) {
@@ -105,7 +119,8 @@ void holdInGrandchild(int descriptor, const std::string& untilFile) {
     ::_exit(0);
 }
 
-/// What this process inherited: its open descriptors, blocked and ignored signals, group and stdin.
+/// What this process inherited: its open descriptors, blocked and ignored signals, group and
+/// niceness.
 void report(const std::string& file) {
     std::ofstream out(file + ".part");
     DIR* const folder = ::opendir("/proc/self/fd");
@@ -129,6 +144,7 @@ void report(const std::string& file) {
         }
     }
     out << "group " << ::getpgrp() << '\n';
+    out << "nice " << ::getpriority(PRIO_PROCESS, 0) << '\n';
     out.close();
     ::rename((file + ".part").c_str(), file.c_str());
 }
@@ -156,6 +172,15 @@ void run(const std::string& command, const std::string& rest) {
         {"err", [&] { writeAll(STDERR_FILENO, unescaped(rest)); }},
         {"flood-out", [&] { flood(STDOUT_FILENO, rest); }},
         {"flood-err", [&] { flood(STDERR_FILENO, rest); }},
+        {"flood-both", [&] { floodBoth(rest); }},
+        {"repeat-out", [&] { repeat(STDOUT_FILENO, first, unescaped(second)); }}, // TIMES TEXT
+        {"repeat-err", [&] { repeat(STDERR_FILENO, first, unescaped(second)); }},
+        {"trickle-out", // byte by byte
+         [&] {
+             for (const char byte : unescaped(rest)) {
+                 writeAll(STDOUT_FILENO, {&byte, 1});
+             }
+         }},
         {"close-out", [] { ::close(STDOUT_FILENO); }},
         {"close-err", [] { ::close(STDERR_FILENO); }},
         {"exit", [&] { ::_exit(std::stoi(rest)); }},

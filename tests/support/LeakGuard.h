@@ -1,7 +1,6 @@
 #pragma once
 
-#include <cstddef>
-#include <string>
+#include "ProcessCounts.h"
 
 namespace kestrel::test {
 
@@ -15,18 +14,7 @@ class LeakGuard {
     ~LeakGuard();
 
   private:
-    struct Counts {
-        std::size_t descriptors = 0;
-        /// Living ones and zombies.
-        std::size_t children = 0;
-        std::size_t threads = 0;
-
-        static Counts now();
-
-        std::string text() const;
-    };
-
-    Counts before_;
+    ProcessCounts before_;
 };
 
 } // namespace kestrel::test

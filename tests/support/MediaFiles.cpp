@@ -8,9 +8,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstddef>
 #include <filesystem>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 
 namespace kestrel::test {
 

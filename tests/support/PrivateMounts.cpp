@@ -3,20 +3,25 @@
 #include "Pipe.h"
 #include "TemporaryFolder.h"
 
-#include <fcntl.h>
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <exception>
 #include <fstream>
 #include <stdexcept>
 #include <system_error>
+#include <utility>
 
 namespace kestrel::test {
 
 namespace {
+
+// Where they do not count.
+constexpr const char* noSource = "none";
+constexpr const char* noType = "none";
 
 void check(bool isDone, const std::string& what) {
     if (!isDone) {
@@ -33,14 +38,18 @@ void writeTo(const char* file, const std::string& text) {
 /// way.
 void makeMountsPrivate(const std::string& folder) {
     constexpr unsigned long isPrivate = MS_REC | MS_PRIVATE;
-    if (::mount(nullptr, "/", nullptr, isPrivate, nullptr) == 0) {
+    if (::mount(noSource, "/", noType, isPrivate, nullptr) == 0) {
         return;
     }
     // The root of a plain chroot is no mount, and has to become one first.
     check(errno == EINVAL, "private mounts");
-    check(::mount("/", folder.c_str(), nullptr, MS_BIND | MS_REC, nullptr) == 0, "mount the root");
-    check(::mount(nullptr, folder.c_str(), nullptr, isPrivate, nullptr) == 0, "private root");
+    check(::mount("/", folder.c_str(), noType, MS_BIND | MS_REC, nullptr) == 0, "mount the root");
+    check(::mount(noSource, folder.c_str(), noType, isPrivate, nullptr) == 0, "private root");
     check(::chroot(folder.c_str()) == 0 && ::chdir("/") == 0, "enter the root");
+}
+
+void writeAll(const FileDescriptor& target, const std::string& text) {
+    static_cast<void>(::write(target.get(), text.data(), text.size()) >= 0);
 }
 
 } // namespace
@@ -59,14 +68,6 @@ void PrivateMounts::enter(const std::string& folder) {
     }
     makeMountsPrivate(folder);
 }
-
-namespace {
-
-void writeAll(const FileDescriptor& target, const std::string& text) {
-    static_cast<void>(::write(target.get(), text.data(), text.size()) >= 0);
-}
-
-} // namespace
 
 std::string PrivateMounts::run(const std::function<std::string()>& function) {
     const TemporaryFolder folder;
@@ -107,12 +108,12 @@ void PrivateMounts::coverReadOnly(const std::string& folder) {
 }
 
 void PrivateMounts::coverWith(const std::string& path, const std::string& other) {
-    check(::mount(other.c_str(), path.c_str(), nullptr, MS_BIND, nullptr) == 0, "cover " + path);
+    check(::mount(other.c_str(), path.c_str(), noType, MS_BIND, nullptr) == 0, "cover " + path);
 }
 
 void PrivateMounts::coverFile(const std::string& file) {
     // Any file that nobody may execute does.
-    check(::mount("/etc/passwd", file.c_str(), nullptr, MS_BIND, nullptr) == 0, "cover " + file);
+    check(::mount("/etc/passwd", file.c_str(), noType, MS_BIND, nullptr) == 0, "cover " + file);
 }
 
 void PrivateMounts::uncoverFile(const std::string& file) {

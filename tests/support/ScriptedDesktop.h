@@ -4,7 +4,6 @@
 #include "OpenPanel.h"
 
 #include <optional>
-#include <utility>
 #include <vector>
 
 namespace kestrel::test {

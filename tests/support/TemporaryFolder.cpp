@@ -1,9 +1,12 @@
 #include "TemporaryFolder.h"
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
+#include <system_error>
+#include <utility>
 
 namespace kestrel::test {
 
@@ -14,7 +17,9 @@ FileURL makeTemporaryFolder() {
     if (::mkdtemp(path.data()) == nullptr) {
         throw std::runtime_error("no temporary folder");
     }
-    return FileURL(path);
+    // Some tests become another user.
+    std::filesystem::permissions(path, static_cast<std::filesystem::perms>(0755));
+    return FileURL(std::move(path));
 }
 
 } // namespace
@@ -26,10 +31,16 @@ TemporaryFolder::~TemporaryFolder() {
     std::filesystem::remove_all(url_.path(), ignored);
 }
 
+bool TemporaryFolder::has(std::string_view name) const {
+    return std::filesystem::exists(file(name).path());
+}
+
 FileURL TemporaryFolder::write(std::string_view name, std::string_view bytes) const {
     FileURL url = file(name);
     std::filesystem::create_directories(url.deletingLastPathComponent().path());
-    std::ofstream(url.path(), std::ios::binary) << bytes;
+    if (!(std::ofstream(url.path(), std::ios::binary) << bytes)) {
+        throw std::runtime_error("cannot write " + url.path());
+    }
     return url;
 }
 
@@ -37,6 +48,10 @@ FileURL TemporaryFolder::makeFolder(std::string_view name) const {
     FileURL url = file(name);
     std::filesystem::create_directories(url.path());
     return url;
+}
+
+void TemporaryFolder::makeLink(std::string_view name, const std::string& target) const {
+    std::filesystem::create_symlink(target, file(name).path());
 }
 
 std::string contents(const FileURL& url) {

@@ -5,7 +5,8 @@
 
 namespace kestrel::test {
 
-/// Waits until the condition holds, ten seconds at most; tells whether it came to hold.
+/// Waits until the condition holds, ten seconds at most; tells whether it came to hold. Where it
+/// takes the event loop to make it hold, `runUntil` does.
 template <typename Condition> bool waitUntil(Condition condition) {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
     while (!condition()) {

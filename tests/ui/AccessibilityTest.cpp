@@ -1,11 +1,7 @@
-#include "Button.h"
 #include "ContentView.h"
 #include "DropZone.h"
-#include "FFmpegError.h"
 #include "FormatButton.h"
 #include "FractionBar.h"
-#include "JobScrollArea.h"
-#include "PopUpButton.h"
 #include "QualitySlider.h"
 #include "Scenario.h"
 
@@ -13,7 +9,6 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
-#include <QMessageBox>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -50,10 +45,7 @@ class AccessibilityTest : public ::testing::Test {
   protected:
     AccessibilityTest() : view_(scenario_.model) {
         view_.resize(960, 640);
-        view_.show();
-        view_.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&view_));
-        settle();
+        EXPECT_TRUE(showActive(view_));
         notifications.clear();
         setScreenReaderEnabled(true);
         EXPECT_TRUE(QTest::qWaitFor([] { return QAccessible::isActive(); }));
@@ -153,9 +145,7 @@ TEST_F(AccessibilityTest, givesTheProgressAsAValue) {
 }
 
 TEST_F(AccessibilityTest, announcesTheStartAndTheEndOfABatch) {
-    scenario_.runner->setScript("b.opus", [](const auto&, const auto&) {
-        throw FFmpegError::processFailed("no such stream");
-    });
+    scenario_.failWith("b.opus", "no such stream");
     scenario_.add({"a.opus", "b.opus", "c.opus"});
     EXPECT_THAT(notifications, ElementsAre());
     ASSERT_TRUE(scenario_.convertAll());
@@ -163,9 +153,19 @@ TEST_F(AccessibilityTest, announcesTheStartAndTheEndOfABatch) {
                 ElementsAre("Converting", "Conversion finished: 2 complete, 1 failed"));
 }
 
+TEST_F(AccessibilityTest, announcesTheEndOfABatchThoughFilesWereAddedMeanwhile) {
+    scenario_.holdBack("a.opus", 0.5);
+    scenario_.add({"a.opus"});
+    scenario_.start();
+    scenario_.add({"b.opus"});
+    scenario_.gate.open();
+    ASSERT_TRUE(scenario_.finish());
+    EXPECT_THAT(notifications,
+                ElementsAre("Converting", "Conversion finished: 1 complete, 0 failed"));
+}
+
 TEST_F(AccessibilityTest, announcesABatchThatWasStopped) {
-    scenario_.runner->setScript("b.opus",
-                                [](const auto&, const auto&) { throw FFmpegError::cancelled(); });
+    scenario_.cancelAt("b.opus");
     scenario_.add({"a.opus", "b.opus"});
     ASSERT_TRUE(scenario_.convertAll());
     EXPECT_THAT(notifications,

@@ -1,11 +1,11 @@
 #include "AppBadge.h"
 #include "ContentView.h"
 #include "DropZone.h"
-#include "FFmpegError.h"
 #include "FormatButton.h"
 #include "FractionBar.h"
 #include "JobRow.h"
 #include "Label.h"
+#include "QualitySlider.h"
 #include "Scenario.h"
 #include "StatusDot.h"
 
@@ -14,6 +14,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdlib>
+#include <optional>
 
 namespace kestrel {
 namespace {
@@ -170,6 +172,18 @@ TEST_F(AppearanceTest, checksTheSelectedFormatInPurple) {
     EXPECT_FALSE(isNear(image(buttons[0]).pixelColor(checkMark), QColor(QRgb(darkPurple)), 60));
 }
 
+TEST_F(AppearanceTest, drawsTheTrackOfTheSliderThroughTheMiddleOfItsThumbOnWholePixels) {
+    const QImage slider = image(view_.findChild<QualitySlider*>());
+    const int middle = slider.height() / 2;
+    const QColor purple{QRgb(darkPurple)};
+    const QColor ground = slider.pixelColor(40, 2);
+    EXPECT_COLOR(slider.pixelColor(40, middle - 3), ground, 3);
+    for (const int y : {middle - 2, middle - 1, middle, middle + 1}) {
+        EXPECT_COLOR(slider.pixelColor(40, y), purple, 1);
+    }
+    EXPECT_COLOR(slider.pixelColor(40, middle + 2), ground, 3);
+}
+
 TEST_F(AppearanceTest, outlinesTheDropZoneThinAndPale) {
     const QColor pale = mixed(windowColor(), Qt::black, 0.55 * 0.2);
     EXPECT_COLOR(outlineColor(25), windowColor(), 0);
@@ -239,13 +253,11 @@ TEST_F(AppearanceTest, colorsTheStatusOfFFmpeg) {
 }
 
 TEST_F(AppearanceTest, colorsTheStatesOfJobs) {
-    scenario_.runner->setScript("a.opus", [](const auto&, const auto&) {
-        throw FFmpegError::processFailed("no such stream");
-    });
+    scenario_.failWith("a.opus", "no such stream");
     scenario_.holdBack("c.opus", 0.5);
     scenario_.add({"a.opus", "b.opus", "c.opus", "d.opus"});
     scenario_.start();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return scenario_.model->jobs()[2].progress > 0; }));
+    ASSERT_TRUE(scenario_.waitForProgress(2));
     settle();
     std::vector<std::string> colors;
     for (const auto& job : scenario_.model->jobs()) {

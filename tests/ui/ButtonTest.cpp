@@ -105,7 +105,7 @@ TEST(ProminentButtonTest, isFilledWithPurple) {
 TEST(DestructiveButtonTest, isLabelledInRed) {
     Button button(Button::Look::bordered);
     button.setSymbol(Symbol::xmarkCircleFill);
-    button.setDestructive(true);
+    button.markDestructive();
     button.setPalette(QPalette(QColor(Qt::black), QColor(0xEE, 0xEE, 0xEE)));
     button.resize(60, 30);
     const QImage image = button.grab().toImage();

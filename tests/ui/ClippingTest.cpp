@@ -1,17 +1,12 @@
-#include "Button.h"
 #include "ContentView.h"
-#include "ElidedLabel.h"
-#include "FFmpegError.h"
-#include "FormatButton.h"
-#include "Label.h"
-#include "PopUpButton.h"
+#include "RoomForTexts.h"
 #include "Scenario.h"
 
 #include <QApplication>
-#include <QLayout>
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <tuple>
 
 namespace kestrel {
@@ -56,74 +51,11 @@ class ClippingTest : public ::testing::TestWithParam<Situation> {
         if (contents == Contents::uncompressed) {
             scenario_.model->setSettings({.format = OutputFormat::aiff});
         }
-        scenario_.runner->setScript("b.opus", [](const auto&, const auto&) {
-            throw FFmpegError::processFailed("one\ntwo\nthree");
-        });
+        scenario_.failWith("b.opus", "one\ntwo\nthree");
         scenario_.holdBack("c.opus", 0.5);
         scenario_.add({"a.opus", "b.opus", "c.opus", "d.opus"});
         scenario_.start();
-        static_cast<void>(
-            QTest::qWaitFor([this] { return scenario_.model->jobs()[2].progress > 0; }));
-    }
-
-    static std::string describe(const QWidget* widget) {
-        const auto* label = qobject_cast<const QLabel*>(widget);
-        const auto* button = qobject_cast<const QAbstractButton*>(widget);
-        return std::string(widget->metaObject()->className()) + " " + utf8(widget->objectName()) +
-               " \"" +
-               utf8(label != nullptr    ? label->text()
-                    : button != nullptr ? button->text()
-                                        : QString()) +
-               "\"";
-    }
-
-    /// Whether everything of a label's text is inside its rectangle, or left out with an ellipsis.
-    static bool hasRoomForText(const Label& label) {
-        if (qobject_cast<const ElidedLabel*>(&label) != nullptr) {
-            return label.height() >= QFontMetricsF(label.font()).height() &&
-                   label.width() >= label.minimumSizeHint().width();
-        }
-        return label.width() >= label.minimumSizeHint().width() &&
-               label.height() >= label.heightForWidth(label.width());
-    }
-
-    static bool hasRoomForText(const QWidget& control) {
-        const QSize needed = control.minimumSizeHint();
-        return control.width() >= needed.width() && control.height() >= needed.height();
-    }
-
-    template <typename Widget> void expectRoomForTexts() const {
-        for (const Widget* widget : view_->findChildren<Widget*>()) {
-            if (widget->isVisible() && !widget->visibleRegion().isEmpty()) {
-                EXPECT_TRUE(hasRoomForText(*widget))
-                    << describe(widget) << " has " << widget->width() << "x" << widget->height();
-            }
-        }
-    }
-
-    static bool isShown(const QWidget* widget) {
-        return widget->isVisible() && !widget->isWindow() && widget->width() > 1 &&
-               widget->height() > 1;
-    }
-
-    void expectNoOverlap(const QWidget* parent) const {
-        const QList<QWidget*> children = parent->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
-        for (const QWidget* a : children) {
-            if (!isShown(a)) {
-                continue;
-            }
-            EXPECT_TRUE(parent->rect().contains(a->geometry()) ||
-                        parent->objectName() == QStringLiteral("qt_scrollarea_viewport") ||
-                        a->inherits("kestrel::JobRow"))
-                << describe(a) << " reaches out of " << describe(parent);
-            for (const QWidget* b : children) {
-                if (a != b && isShown(b)) {
-                    EXPECT_FALSE(a->geometry().intersects(b->geometry()))
-                        << describe(a) << " lies over " << describe(b);
-                }
-            }
-            expectNoOverlap(a);
-        }
+        static_cast<void>(scenario_.waitForProgress(2));
     }
 
     const QFont usualFont_ = QApplication::font();
@@ -137,9 +69,7 @@ TEST_P(ClippingTest, fitsIntoTheSmallestWindow) {
 }
 
 TEST_P(ClippingTest, cutsNoTextOff) {
-    expectRoomForTexts<Label>();
-    expectRoomForTexts<Button>();
-    expectRoomForTexts<PopUpButton>();
+    expectRoomForTexts(*view_);
 }
 
 TEST_P(ClippingTest, laysNothingOverSomethingElse) {

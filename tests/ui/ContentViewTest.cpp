@@ -3,13 +3,13 @@
 #include "QueueView.h"
 #include "Scenario.h"
 
-#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <optional>
 
 namespace kestrel {
 namespace {
@@ -22,10 +22,7 @@ class ContentViewTest : public ::testing::Test {
               return std::nullopt;
           }) {
         view_.resize(960, 640);
-        view_.show();
-        view_.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&view_));
-        settle();
+        EXPECT_TRUE(showActive(view_));
         looks_ = 0;
     }
 

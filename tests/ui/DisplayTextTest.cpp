@@ -2,6 +2,8 @@
 
 #include "Scenario.h"
 
+#include <QGuiApplication>
+
 #include <gtest/gtest.h>
 
 namespace kestrel {
@@ -9,31 +11,31 @@ namespace {
 
 using namespace std::string_literals;
 
-TEST(DisplayText, showsUTF8AsItIs) {
+TEST(DisplayTextTest, showsUTF8AsItIs) {
     EXPECT_EQ(utf8(displayText("Übung & <b>Café</b> 𝄞.opus")), "Übung & <b>Café</b> 𝄞.opus");
 }
 
-TEST(DisplayText, showsBytesThatAreNotUTF8AsReplacementCharacters) {
+TEST(DisplayTextTest, showsBytesThatAreNotUTF8AsReplacementCharacters) {
     EXPECT_EQ(utf8(displayText("caf\xE9.opus")), "caf\uFFFD.opus");
 }
 
-TEST(DisplayText, showsEveryKindOfLineEndAndControlInANameAsReplacementCharacter) {
+TEST(DisplayTextTest, showsEveryKindOfLineEndAndControlInANameAsReplacementCharacter) {
     EXPECT_EQ(utf8(displayText("a\nb\rc\td\x1B\x7F\u0085\u2028\u2029z")),
               "a\uFFFDb\uFFFDc\uFFFDd\uFFFD\uFFFD\uFFFD\uFFFD\uFFFDz");
 }
 
-TEST(DisplayText, keepsTheLinesOfAMessage) {
+TEST(DisplayTextTest, keepsTheLinesOfAMessage) {
     EXPECT_EQ(utf8(displayMessage("one\ntwo\r\nthree\rfour\tend\x01\0"s)),
               "one\ntwo\nthree\nfour end\uFFFD\uFFFD");
 }
 
-TEST(DisplayText, looksAtTheStartOfALongMessageOnly) {
+TEST(DisplayTextTest, looksAtTheStartOfALongMessageOnly) {
     const QString text = displayMessage(std::string(5'000'000, 'x'));
     EXPECT_EQ(text.size(), 4097);
     EXPECT_TRUE(text.endsWith(QStringLiteral("x…")));
 }
 
-TEST(DisplayText, shortensAMessageBetweenCharacters) {
+TEST(DisplayTextTest, shortensAMessageBetweenCharacters) {
     std::string message = "x";
     while (message.size() < 6000) {
         message += "é";
@@ -43,33 +45,39 @@ TEST(DisplayText, shortensAMessageBetweenCharacters) {
     EXPECT_TRUE(text.endsWith(QStringLiteral("é…")));
 }
 
-TEST(DisplayText, isolatesNothingWhereNothingIsDirectional) {
+TEST(DisplayTextTest, isolatesNothingWhereNothingIsDirectional) {
     EXPECT_EQ(utf8(isolated(QStringLiteral("Café 2.opus"))), "Café 2.opus");
 }
 
-TEST(DisplayText, isolatesOverrides) {
+TEST(DisplayTextTest, isolatesEveryNameInTextFromRightToLeft) {
+    QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+    EXPECT_EQ(utf8(isolated(QStringLiteral("Help!.opus"))), "\u2068Help!.opus\u2069");
+    QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+}
+
+TEST(DisplayTextTest, isolatesOverrides) {
     EXPECT_EQ(utf8(isolated(QStringLiteral("a\u202Eb"))), "\u2068a\u202Eb\u2069");
 }
 
-TEST(DisplayText, isolatesRightToLeftNames) {
+TEST(DisplayTextTest, isolatesRightToLeftNames) {
     EXPECT_EQ(utf8(isolated(QStringLiteral("שיר.opus"))), "\u2068שיר.opus\u2069");
 }
 
-TEST(DisplayText, letsNoNameCloseTheIsolateAroundIt) {
+TEST(DisplayTextTest, letsNoNameCloseTheIsolateAroundIt) {
     EXPECT_EQ(utf8(isolated(QStringLiteral("a\u2069b"))), "\u2068a\uFFFDb\u2069");
 }
 
-TEST(DisplayText, closesTheIsolatesThatANameLeavesOpen) {
+TEST(DisplayTextTest, closesTheIsolatesThatANameLeavesOpen) {
     EXPECT_EQ(utf8(isolated(QStringLiteral("a\u2067b\u2066c\u2069"))),
               "\u2068a\u2067b\u2066c\u2069\u2069\u2069");
 }
 
-TEST(DisplayText, spellsMarkupOutInToolTips) {
+TEST(DisplayTextTest, spellsMarkupOutInToolTips) {
     EXPECT_EQ(utf8(toolTipText(QStringLiteral("<b>a&b"))),
               "<p style=\"white-space:pre-wrap\">&lt;b&gt;a&amp;b</p>");
 }
 
-TEST(DisplayText, shortensLongToolTips) {
+TEST(DisplayTextTest, shortensLongToolTips) {
     EXPECT_LT(toolTipText(QString(100'000, u'x')).size(), 1100);
 }
 

@@ -12,7 +12,7 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
+#include <cstddef>
 
 namespace kestrel {
 namespace {

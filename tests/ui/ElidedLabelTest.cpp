@@ -25,24 +25,24 @@ int widthOf(const char* text) {
     return QFontMetrics(QFont()).horizontalAdvance(QString::fromUtf8(text)) + 2;
 }
 
-TEST(ElidedLabel, showsAShortTextOnOneLine) {
+TEST(ElidedLabelTest, showsAShortTextOnOneLine) {
     EXPECT_EQ(shown("short", 500), std::vector<std::string>{"short"});
 }
 
-TEST(ElidedLabel, showsAnEmptyTextAsOneEmptyLine) {
+TEST(ElidedLabelTest, showsAnEmptyTextAsOneEmptyLine) {
     EXPECT_EQ(shown("", 500), std::vector<std::string>{""});
 }
 
-TEST(ElidedLabel, wrapsAtWords) {
+TEST(ElidedLabelTest, wrapsAtWords) {
     const auto lines = shown("first words, second", widthOf("first words,  "));
     EXPECT_EQ(lines, (std::vector<std::string>{"first words,", "second"}));
 }
 
-TEST(ElidedLabel, breaksAtLineEnds) {
+TEST(ElidedLabelTest, breaksAtLineEnds) {
     EXPECT_EQ(shown("one\ntwo", 500), (std::vector<std::string>{"one", "two"}));
 }
 
-TEST(ElidedLabel, endsInAnEllipsisWhatDoesNotFit) {
+TEST(ElidedLabelTest, endsInAnEllipsisWhatDoesNotFit) {
     const auto lines = shown("one\ntwo and very much more text behind it", widthOf("two and very"));
     ASSERT_EQ(lines.size(), 2U);
     EXPECT_EQ(lines[0], "one");
@@ -50,11 +50,11 @@ TEST(ElidedLabel, endsInAnEllipsisWhatDoesNotFit) {
     EXPECT_EQ(lines[1].substr(lines[1].size() - 3), "…");
 }
 
-TEST(ElidedLabel, continuesTheLastLineWithTheLinesThatFollow) {
+TEST(ElidedLabelTest, continuesTheLastLineWithTheLinesThatFollow) {
     EXPECT_EQ(shown("one\ntwo\nthree", 500), (std::vector<std::string>{"one", "two three"}));
 }
 
-TEST(ElidedLabel, keepsItsWholeTextThoughItAsksForLittleRoom) {
+TEST(ElidedLabelTest, keepsItsWholeTextThoughItAsksForLittleRoom) {
     ElidedLabel label(Qt::ElideMiddle, TextFont{});
     const QString path(4000, u'x');
     label.setText(path);
@@ -70,7 +70,7 @@ std::string toolTipOf(ElidedLabel& label) {
     return utf8(text);
 }
 
-TEST(ElidedLabel, showsTheWholeTextAsToolTipWhereItIsShortened) {
+TEST(ElidedLabelTest, showsTheWholeTextAsToolTipWhereItIsShortened) {
     ElidedLabel label(Qt::ElideRight, TextFont{});
     label.setText(QStringLiteral("a <b>long</b> text that does not fit"));
     label.resize(50, 20);
@@ -78,7 +78,7 @@ TEST(ElidedLabel, showsTheWholeTextAsToolTipWhereItIsShortened) {
     EXPECT_EQ(toolTipOf(label), utf8(toolTipText(label.text())));
 }
 
-TEST(ElidedLabel, showsNoToolTipWhereTheTextIsWhole) {
+TEST(ElidedLabelTest, showsNoToolTipWhereTheTextIsWhole) {
     ElidedLabel label(2, TextFont{});
     label.setText(QStringLiteral("two words"));
     label.resize(widthOf("words"), 60);

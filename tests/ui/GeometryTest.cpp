@@ -3,12 +3,10 @@
 #include "ContentView.h"
 #include "DropBadge.h"
 #include "DropZone.h"
-#include "FFmpegError.h"
 #include "FormatButton.h"
 #include "JobBadge.h"
 #include "JobRow.h"
 #include "JobScrollArea.h"
-#include "Label.h"
 #include "PercentLabel.h"
 #include "PopUpButton.h"
 #include "QualitySlider.h"
@@ -20,6 +18,7 @@
 
 #include <QApplication>
 #include <QFontInfo>
+#include <QLabel>
 
 #include <gtest/gtest.h>
 
@@ -67,6 +66,20 @@ class GeometryTest : public ::testing::Test {
 
     static int down(const QRect& a, const QRect& b) { return b.y() - bottom(a); }
 
+    /// Has the list show a row that failed, one that is converted and two that wait.
+    std::vector<JobRow*> showRows() {
+        scenario_.holdBack("b.opus", 0.5);
+        scenario_.add({"a.opus", "b.opus", "c.opus", "d.opus"});
+        scenario_.failWith("a.opus", "one line");
+        scenario_.start();
+        EXPECT_TRUE(scenario_.waitForProgress(1));
+        settle();
+        return view_.findChild<JobScrollArea*>()->rows();
+    }
+
+    /// A part of a row by its name.
+    QRect part(const JobRow* row, const char* name) const { return box(find<QWidget>(*row, name)); }
+
     static void expectAll(const std::vector<Measure>& measures) {
         for (const Measure& measure : measures) {
             EXPECT_EQ(measure.actual, measure.expected) << measure.what;
@@ -77,7 +90,7 @@ class GeometryTest : public ::testing::Test {
     ContentView view_;
 };
 
-TEST_F(GeometryTest, laysOutTheSidebar) {
+TEST_F(GeometryTest, laysOutTheSidebarDownToTheFormats) {
     const QRect sidebar = box<SettingsSidebar>();
     const QRect badge = box<AppBadge>();
     const QRect title = box("appTitle");
@@ -86,14 +99,6 @@ TEST_F(GeometryTest, laysOutTheSidebar) {
     const QRect mp3 = box<FormatButton>(0);
     const QRect aiff = box<FormatButton>(1);
     const QRect wav = box<FormatButton>(2);
-    const QRect quality = box<SectionLabel>(1);
-    const QRect slider = box<QualitySlider>();
-    const QRect percent = box<PercentLabel>();
-    const QRect note = box("qualityNote");
-    const QRect pcm = box<SectionLabel>(2);
-    const QRect picker = box<PopUpButton>();
-    const QRect dot = box<StatusDot>();
-    const QRect status = box("ffmpegStatus");
     expectAll({
         // clang-format off
         {"sidebar: x",                          sidebar.x(),                0},
@@ -115,6 +120,22 @@ TEST_F(GeometryTest, laysOutTheSidebar) {
         {"WAV: height",                         wav.height(),               36},
         {"MP3 to AIFF",                         down(mp3, aiff),            10},
         {"AIFF to WAV",                         down(aiff, wav),            10},
+        // clang-format on
+    });
+}
+
+TEST_F(GeometryTest, laysOutTheSidebarFromTheFormatsOn) {
+    const QRect wav = box<FormatButton>(2);
+    const QRect quality = box<SectionLabel>(1);
+    const QRect slider = box<QualitySlider>();
+    const QRect percent = box<PercentLabel>();
+    const QRect note = box("qualityNote");
+    const QRect pcm = box<SectionLabel>(2);
+    const QRect picker = box<PopUpButton>();
+    const QRect dot = box<StatusDot>();
+    const QRect status = box("ffmpegStatus");
+    expectAll({
+        // clang-format off
         {"format section to quality section",   down(wav, quality),         22},
         {"QUALITY to slider",                   down(quality, slider),      10},
         {"slider to value",                     across(slider, percent),    8},
@@ -210,23 +231,33 @@ TEST_F(GeometryTest, laysOutTheDropZone) {
 }
 
 TEST_F(GeometryTest, laysOutTheJobList) {
-    scenario_.holdBack("b.opus", 0.5);
-    scenario_.add({"a.opus", "b.opus", "c.opus", "d.opus"});
-    scenario_.runner->setScript(
-        "a.opus", [](const auto&, const auto&) { throw FFmpegError::processFailed("one line"); });
-    scenario_.start();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return scenario_.model->jobs()[1].progress > 0; }));
-    settle();
-    const std::vector<JobRow*> rows = view_.findChild<JobScrollArea*>()->rows();
+    const std::vector<JobRow*> rows = showRows();
     ASSERT_EQ(rows.size(), 4U);
-    const auto part = [this](const JobRow* row, const char* name) {
-        return box(find<QWidget>(*row, name));
-    };
     const QRect summary = box("summary");
     const QRect overall = box("overallProgress");
     const QRect area = box<JobScrollArea>();
     const QRect divider = box("footerDivider");
     const QRect failed = box(rows[0]);
+    const QRect converting = box(rows[1]);
+    expectAll({
+        // clang-format off
+        {"header to overall bar",               down(summary, overall),     20},
+        {"overall bar: padding at the left",    overall.x() - 311,          26},
+        {"overall bar: padding at the right",   960 - end(overall),         26},
+        {"overall bar: height",                 overall.height(),           6},
+        {"overall bar to list",                 down(overall, area),        0},
+        {"list: x",                             area.x(),                   311},
+        {"list: width",                         area.width(),               649},
+        {"list to footer",                      down(area, divider),        0},
+        {"list: padding at the top",            failed.y() - area.y(),      6},
+        {"row to row",                          down(failed, converting),   0},
+        // clang-format on
+    });
+}
+
+TEST_F(GeometryTest, laysOutTheRowsOfTheList) {
+    const std::vector<JobRow*> rows = showRows();
+    ASSERT_EQ(rows.size(), 4U);
     const QRect message = part(rows[0], "message");
     const QRect converting = box(rows[1]);
     const QRect bar = part(rows[1], "progress");
@@ -240,16 +271,6 @@ TEST_F(GeometryTest, laysOutTheJobList) {
     const int spread = (name.y() - waiting.y()) - (bottom(waiting) - bottom(state));
     expectAll({
         // clang-format off
-        {"header to overall bar",               down(summary, overall),     20},
-        {"overall bar: padding at the left",    overall.x() - 311,          26},
-        {"overall bar: padding at the right",   960 - end(overall),         26},
-        {"overall bar: height",                 overall.height(),           6},
-        {"overall bar to list",                 down(overall, area),        0},
-        {"list: x",                             area.x(),                   311},
-        {"list: width",                         area.width(),               649},
-        {"list to footer",                      down(area, divider),        0},
-        {"list: padding at the top",            failed.y() - area.y(),      6},
-        {"row to row",                          down(failed, converting),   0},
         {"row: badge at the left",              badge.x() - 311,            26},
         {"row: remove button at the right",     960 - end(remove),          26},
         {"row without more: height",            waiting.height(),           7 + 42 + 7},

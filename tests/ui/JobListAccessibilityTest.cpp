@@ -45,8 +45,36 @@ TEST_F(JobListAccessibilityTest, isAListOfItsRows) {
     EXPECT_EQ(list()->childAt(-1, -1), nullptr);
 }
 
+TEST_F(JobListAccessibilityTest, consistsOfItsRowsAndItsScrollBar) {
+    scenario_.add({"a.opus"});
+    QAccessibleInterface* whole = QAccessible::queryAccessibleInterface(area());
+    EXPECT_EQ(whole->child(0), list());
+    EXPECT_EQ(list()->parent(), whole);
+    ASSERT_EQ(whole->childCount(), 2);
+    QAccessibleInterface* side = whole->child(1);
+    EXPECT_EQ(side->child(0), QAccessible::queryAccessibleInterface(bar()));
+    EXPECT_EQ(side->parent(), whole);
+    EXPECT_EQ(whole->indexOfChild(list()), 0);
+    EXPECT_EQ(whole->indexOfChild(side), 1);
+    EXPECT_EQ(whole->indexOfChild(side->child(0)), -1);
+    const QPoint center = list()->rect().center();
+    EXPECT_EQ(whole->childAt(center.x(), center.y()), list());
+}
+
+// Whoever reads it asks for the number of parts first, and by then there may be fewer.
+TEST_F(JobListAccessibilityTest, survivesTheQuestionForAPartThatHasGone) {
+    scenario_.add({"a.opus"});
+    QAccessibleInterface* whole = QAccessible::queryAccessibleInterface(area());
+    const int before = whole->childCount();
+    list_.hide();
+    for (const int index : {whole->childCount(), before - 1, before, 1000, -1}) {
+        EXPECT_EQ(whole->child(index), nullptr) << index;
+    }
+    EXPECT_EQ(whole->child(0), list());
+}
+
 TEST_F(JobListAccessibilityTest, handsOutNoRowThatIsPutAside) {
-    addMany(100);
+    scenario_.addMany(100);
     bar()->setValue(bar()->maximum());
     bar()->setValue(200);
     while (scenario_.model->jobs().size() > 2) {
@@ -62,7 +90,7 @@ TEST_F(JobListAccessibilityTest, handsOutNoRowThatIsPutAside) {
 }
 
 TEST_F(JobListAccessibilityTest, staysSmallAndInOrderForAHundredThousandJobs) {
-    addMany(100'000);
+    scenario_.addMany(100'000);
     type(Qt::Key_Tab);
     bar()->setValue(bar()->maximum() / 2);
     bar()->setValue(bar()->value() - 300);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "FFmpegError.h"
 #include "FractionBar.h"
 #include "JobList.h"
 #include "JobRow.h"
@@ -35,20 +34,8 @@ class JobListFixture : public ::testing::Test {
         QObject::connect(scenario_.model.get(), &ConverterViewModel::willChange, &list_,
                          &JobList::refresh, Qt::QueuedConnection);
         window_.resize(649, 560);
-        window_.show();
-        window_.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
+        EXPECT_TRUE(showActive(window_));
         before_.setFocus();
-    }
-
-    void addMany(int count) {
-        std::vector<FileURL> urls;
-        urls.reserve(static_cast<std::size_t>(count));
-        for (int number = 0; number < count; ++number) {
-            urls.emplace_back("/no-such-folder/" + std::to_string(number) + ".opus");
-        }
-        scenario_.model->add(urls);
-        settle();
     }
 
     JobScrollArea* area() const { return list_.findChild<JobScrollArea*>(); }
@@ -108,13 +95,6 @@ class JobListFixture : public ::testing::Test {
     static void type(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         QTest::keyClick(QApplication::focusWidget(), key, modifiers);
         settle();
-    }
-
-    /// Has the job with this name fail, once it is converted.
-    void failWith(const std::string& name, const std::string& message) const {
-        scenario_.runner->setScript(name, [message](const auto&, const auto&) {
-            throw FFmpegError::processFailed(message);
-        });
     }
 
     /// The height of a line of a failure message.

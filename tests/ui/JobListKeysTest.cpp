@@ -10,7 +10,7 @@ using ::testing::ElementsAre;
 using JobListKeysTest = JobListFixture;
 
 TEST_F(JobListKeysTest, isOneTabStop) {
-    addMany(3);
+    scenario_.addMany(3);
     ASSERT_TRUE(before_.hasFocus());
     type(Qt::Key_Tab);
     EXPECT_EQ(focusedName(), "0.opus");
@@ -23,7 +23,7 @@ TEST_F(JobListKeysTest, isOneTabStop) {
 }
 
 TEST_F(JobListKeysTest, isLeftFromARemoveButtonToo) {
-    addMany(3);
+    scenario_.addMany(3);
     type(Qt::Key_Tab);
     type(Qt::Key_Right);
     ASSERT_TRUE(removeButtonOf("0.opus")->hasFocus());
@@ -37,7 +37,7 @@ TEST_F(JobListKeysTest, isLeftFromARemoveButtonToo) {
 }
 
 TEST_F(JobListKeysTest, comesBackToTheRowThatWasLeft) {
-    addMany(100);
+    scenario_.addMany(100);
     QTest::mouseClick(rowOf("3.opus"), Qt::LeftButton, {}, QPoint(100, 20));
     EXPECT_EQ(focusedName(), "3.opus");
     type(Qt::Key_Tab);
@@ -49,7 +49,7 @@ TEST_F(JobListKeysTest, comesBackToTheRowThatWasLeft) {
 }
 
 TEST_F(JobListKeysTest, startsWithTheFirstRowThatIsInSightAsAWhole) {
-    addMany(100);
+    scenario_.addMany(100);
     bar()->setValue(bar()->maximum() / 2 + 7);
     const int value = bar()->value();
     const std::string name = texts("name")[1];
@@ -59,14 +59,14 @@ TEST_F(JobListKeysTest, startsWithTheFirstRowThatIsInSightAsAWhole) {
 }
 
 TEST_F(JobListKeysTest, startsWithTheSecondRowWhereTheFirstOneIsCut) {
-    addMany(100);
+    scenario_.addMany(100);
     bar()->setValue(rows().front()->height() / 2);
     type(Qt::Key_Tab);
     EXPECT_EQ(focusedName(), "1.opus");
 }
 
 TEST_F(JobListKeysTest, startsWithARowThatBeginsAtTheEdge) {
-    addMany(100);
+    scenario_.addMany(100);
     bar()->setValue(rows()[3]->y());
     ASSERT_EQ(rows().front()->y(), 0);
     type(Qt::Key_Tab);
@@ -74,7 +74,7 @@ TEST_F(JobListKeysTest, startsWithARowThatBeginsAtTheEdge) {
 }
 
 TEST_F(JobListKeysTest, movesFromRowToRowByKeys) {
-    addMany(100);
+    scenario_.addMany(100);
     type(Qt::Key_Tab);
     type(Qt::Key_Up);
     EXPECT_EQ(focusedName(), "0.opus");
@@ -94,7 +94,7 @@ TEST_F(JobListKeysTest, movesFromRowToRowByKeys) {
 }
 
 TEST_F(JobListKeysTest, bringsEveryRowThatItComesToIntoSight) {
-    addMany(100);
+    scenario_.addMany(100);
     type(Qt::Key_Tab);
     for (int number = 1; number < 100; ++number) {
         type(Qt::Key_Down);
@@ -109,7 +109,7 @@ TEST_F(JobListKeysTest, bringsEveryRowThatItComesToIntoSight) {
 }
 
 TEST_F(JobListKeysTest, movesByPages) {
-    addMany(100);
+    scenario_.addMany(100);
     type(Qt::Key_Tab);
     const int perPage = area()->viewport()->height() / rows().front()->height();
     type(Qt::Key_PageDown);
@@ -129,9 +129,9 @@ TEST_F(JobListKeysTest, movesByPages) {
 
 TEST_F(JobListKeysTest, movesOverRowsThatTurnOutToBeLower) {
     for (int number = 0; number < 60; ++number) {
-        failWith(std::to_string(number) + ".opus", "short");
+        scenario_.failWith(std::to_string(number) + ".opus", "short");
     }
-    addMany(60);
+    scenario_.addMany(60);
     ASSERT_TRUE(scenario_.convertAll());
     before_.setFocus();
     type(Qt::Key_Tab);
@@ -217,7 +217,7 @@ TEST_F(JobListKeysTest, leavesTheFocusToTheNextRowWhenTheMouseRemovesOne) {
 }
 
 TEST_F(JobListKeysTest, keepsTheRowWithTheFocusThoughItIsScrolledAway) {
-    addMany(100);
+    scenario_.addMany(100);
     type(Qt::Key_Tab);
     type(Qt::Key_Down);
     JobRow* const row = focusedRow();
@@ -233,7 +233,7 @@ TEST_F(JobListKeysTest, keepsTheRowWithTheFocusThoughItIsScrolledAway) {
 }
 
 TEST_F(JobListKeysTest, scrollsBackToTheFocusWhenAKeyIsTyped) {
-    addMany(100);
+    scenario_.addMany(100);
     type(Qt::Key_Tab);
     type(Qt::Key_Down);
     bar()->setValue(bar()->maximum());
@@ -250,7 +250,7 @@ TEST_F(JobListKeysTest, scrollsBackToTheFocusWhenAKeyIsTyped) {
 }
 
 TEST_F(JobListKeysTest, keepsTheFocusOnItsRowWhileOthersAreRemoved) {
-    addMany(100);
+    scenario_.addMany(100);
     type(Qt::Key_Tab);
     type(Qt::Key_PageDown);
     const std::string name = focusedName();
@@ -266,7 +266,7 @@ TEST_F(JobListKeysTest, keepsTheFocusOnItsRowWhileOthersAreRemoved) {
 }
 
 TEST_F(JobListKeysTest, keepsTheFocusOnItsRowThoughTheListScrollsBeforeItRefreshes) {
-    addMany(100);
+    scenario_.addMany(100);
     QTest::mouseClick(rowOf("3.opus"), Qt::LeftButton, {}, QPoint(100, 20));
     scenario_.model->remove(scenario_.model->jobs().front());
     scenario_.model->add({FileURL("/no-such-folder/100.opus")});
@@ -290,7 +290,7 @@ TEST_F(JobListKeysTest, movesTheFocusToTheRowWhenItsButtonGoesAway) {
 }
 
 TEST_F(JobListKeysTest, doesNotEndAPressInTheRemovalOfAnotherJob) {
-    addMany(100);
+    scenario_.addMany(100);
     QPushButton* button = removeButtonOf("1.opus");
     QTest::mousePress(button, Qt::LeftButton);
     before_.setFocus();

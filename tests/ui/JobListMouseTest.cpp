@@ -9,7 +9,7 @@ namespace {
 using JobListMouseTest = JobListFixture;
 
 TEST_F(JobListMouseTest, staysWhereItIsWhenTheScrollBarIsPressed) {
-    addMany(100);
+    scenario_.addMany(100);
     type(Qt::Key_Tab);
     for (const bool hasFocus : {true, false}) {
         if (!hasFocus) {
@@ -28,7 +28,7 @@ TEST_F(JobListMouseTest, staysWhereItIsWhenTheScrollBarIsPressed) {
 }
 
 TEST_F(JobListMouseTest, staysWhereItIsWhenTheMarginIsPressed) {
-    addMany(100);
+    scenario_.addMany(100);
     type(Qt::Key_Tab);
     bar()->setValue(bar()->maximum() / 2);
     const int value = bar()->value();
@@ -40,7 +40,7 @@ TEST_F(JobListMouseTest, staysWhereItIsWhenTheMarginIsPressed) {
 }
 
 TEST_F(JobListMouseTest, leavesNoHighlightOnAButtonThatScrollsFromUnderTheMouse) {
-    addMany(100);
+    scenario_.addMany(100);
     const QPoint before = QCursor::pos();
     Button* const button = rowOf("2.opus")->removeButton();
     QCursor::setPos(button->mapToGlobal(button->rect().center()));

@@ -13,7 +13,7 @@ using ::testing::ElementsAre;
 using JobListScrollTest = JobListFixture;
 
 TEST_F(JobListScrollTest, keepsFewWidgetsForManyJobsAndScrollsToTheEnd) {
-    addMany(5000);
+    scenario_.addMany(5000);
     const auto rowCount = [this] { return list_.findChildren<JobRow*>().size(); };
     EXPECT_LT(rowCount(), 20);
     EXPECT_EQ(texts("name").front(), "0.opus");
@@ -28,7 +28,7 @@ TEST_F(JobListScrollTest, keepsFewWidgetsForManyJobsAndScrollsToTheEnd) {
 }
 
 TEST_F(JobListScrollTest, scrollsByTheWheelOverARow) {
-    addMany(100);
+    scenario_.addMany(100);
     const QPointF center = area()->viewport()->rect().center();
     QWheelEvent wheel(center, area()->viewport()->mapToGlobal(center), {}, {0, -120}, Qt::NoButton,
                       Qt::NoModifier, Qt::NoScrollPhase, false);
@@ -39,7 +39,7 @@ TEST_F(JobListScrollTest, scrollsByTheWheelOverARow) {
 }
 
 TEST_F(JobListScrollTest, staysWhereItIsWhileRowsAboveChange) {
-    addMany(100);
+    scenario_.addMany(100);
     bar()->setValue(bar()->maximum() / 2 + 7);
     const std::vector<std::string> before = texts("name");
     const int y = rows().front()->y();
@@ -52,10 +52,9 @@ TEST_F(JobListScrollTest, staysWhereItIsWhileRowsAboveChange) {
 }
 
 TEST_F(JobListScrollTest, staysWhereItIsWhenARowAboveGrows) {
-    scenario_.runner->setScript(
-        "0.opus", [](const auto&, const auto&) { throw FFmpegError::processFailed("one\ntwo"); });
+    scenario_.failWith("0.opus", "one\ntwo");
     scenario_.holdBack("1.opus", 0.5);
-    addMany(100);
+    scenario_.addMany(100);
     bar()->setValue(bar()->maximum() / 2 + 7);
     const std::string name = texts("name").front();
     const int y = rows().front()->y();
@@ -73,7 +72,7 @@ TEST_F(JobListScrollTest, staysWhereItIsWhenTheTopmostRowFails) {
         throw FFmpegError::processFailed("short");
     });
     scenario_.holdBack("2.opus", 0.5);
-    addMany(100);
+    scenario_.addMany(100);
     scenario_.start();
     ASSERT_TRUE(QTest::qWaitFor(
         [this] { return scenario_.model->jobs()[1].state.is(JobState::Case::converting); }));
@@ -88,7 +87,7 @@ TEST_F(JobListScrollTest, staysWhereItIsWhenTheTopmostRowFails) {
 }
 
 TEST_F(JobListScrollTest, scrollsAsFarAsItIsToThoughTheListHasChanged) {
-    addMany(100);
+    scenario_.addMany(100);
     bar()->setValue(bar()->maximum() / 2 + 7);
     const std::string name = texts("name")[4];
     const int y = rowOf(name)->y();
@@ -102,7 +101,7 @@ TEST_F(JobListScrollTest, scrollsAsFarAsItIsToThoughTheListHasChanged) {
 }
 
 TEST_F(JobListScrollTest, scrollsBeforeTheRefreshForARemovalHasCome) {
-    addMany(100);
+    scenario_.addMany(100);
     bar()->setValue(bar()->maximum());
     while (scenario_.model->jobs().size() > 2) {
         scenario_.model->remove(scenario_.model->jobs().back());
@@ -112,7 +111,7 @@ TEST_F(JobListScrollTest, scrollsBeforeTheRefreshForARemovalHasCome) {
 }
 
 TEST_F(JobListScrollTest, keepsFewWidgetsForAHundredThousandJobs) {
-    addMany(100'000);
+    scenario_.addMany(100'000);
     area()->setFocus();
     for (int step = 0; step <= 20; ++step) {
         bar()->setValue(static_cast<int>(qint64{bar()->maximum()} * step / 20));
@@ -124,7 +123,7 @@ TEST_F(JobListScrollTest, keepsFewWidgetsForAHundredThousandJobs) {
 }
 
 TEST_F(JobListScrollTest, closesTheGapOfARowInSight) {
-    addMany(100);
+    scenario_.addMany(100);
     bar()->setValue(bar()->maximum() / 2 + 7);
     const std::vector<std::string> before = texts("name");
     const int y = rows()[0]->y();
@@ -138,9 +137,9 @@ TEST_F(JobListScrollTest, closesTheGapOfARowInSight) {
 
 TEST_F(JobListScrollTest, measuresTheMessagesInSightOnly) {
     for (int number = 0; number < 200; ++number) {
-        failWith(std::to_string(number) + ".opus", "no such stream");
+        scenario_.failWith(std::to_string(number) + ".opus", "no such stream");
     }
-    addMany(200);
+    scenario_.addMany(200);
     ASSERT_TRUE(scenario_.convertAll());
     const std::size_t atFirst = area()->heights().measuredCount();
     EXPECT_GE(atFirst, rows().size());
@@ -156,9 +155,9 @@ TEST_F(JobListScrollTest, measuresTheMessagesInSightOnly) {
 
 TEST_F(JobListScrollTest, staysWhereItIsWhileRowsAboveTurnOutToBeLower) {
     for (int number = 0; number < 100; ++number) {
-        failWith(std::to_string(number) + ".opus", "short");
+        scenario_.failWith(std::to_string(number) + ".opus", "short");
     }
-    addMany(100);
+    scenario_.addMany(100);
     ASSERT_TRUE(scenario_.convertAll());
     bar()->setValue(bar()->maximum() / 2);
     settle();
@@ -180,9 +179,9 @@ TEST_F(JobListScrollTest, staysWhereItIsWhileRowsAboveTurnOutToBeLower) {
 
 TEST_F(JobListScrollTest, comesToTheEndThoughTheRowsThereAreLowerThanAssumed) {
     for (int number = 0; number < 100; ++number) {
-        failWith(std::to_string(number) + ".opus", "short");
+        scenario_.failWith(std::to_string(number) + ".opus", "short");
     }
-    addMany(100);
+    scenario_.addMany(100);
     ASSERT_TRUE(scenario_.convertAll());
     bar()->setValue(bar()->maximum());
     EXPECT_EQ(bar()->value(), bar()->maximum());

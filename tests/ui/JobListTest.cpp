@@ -6,10 +6,8 @@
 
 #include <gmock/gmock.h>
 
-#include <atomic>
 #include <map>
 #include <set>
-#include <thread>
 
 namespace kestrel {
 namespace {
@@ -25,11 +23,8 @@ TEST_F(JobListTest, showsTheJobsInTheirOrder) {
 }
 
 TEST_F(JobListTest, showsEveryOutcome) {
-    scenario_.runner->setScript("bad.opus", [](const auto&, const auto&) {
-        throw FFmpegError::processFailed("no such stream");
-    });
-    scenario_.runner->setScript("cancelled.opus",
-                                [](const auto&, const auto&) { throw FFmpegError::cancelled(); });
+    scenario_.failWith("bad.opus", "no such stream");
+    scenario_.cancelAt("cancelled.opus");
     scenario_.add({"bad.opus", "a good.opus", "cancelled.opus", "d.opus"});
     ASSERT_TRUE(scenario_.convertAll());
     EXPECT_THAT(texts("name"), ElementsAre("a good.opus", "bad.opus", "cancelled.opus", "d.opus"));
@@ -38,11 +33,8 @@ TEST_F(JobListTest, showsEveryOutcome) {
 }
 
 TEST_F(JobListTest, laysRowsOfUnevenHeightBelowOneAnother) {
-    scenario_.runner->setScript("b.opus", [](const auto&, const auto&) {
-        throw FFmpegError::processFailed("one\ntwo\nthree");
-    });
-    scenario_.runner->setScript(
-        "c.opus", [](const auto&, const auto&) { throw FFmpegError::processFailed("one"); });
+    scenario_.failWith("b.opus", "one\ntwo\nthree");
+    scenario_.failWith("c.opus", "one");
     scenario_.add({"a.opus", "b.opus", "c.opus", "d.opus"});
     ASSERT_TRUE(scenario_.convertAll());
     const std::vector<JobRow*> shown = rows();
@@ -91,9 +83,7 @@ TEST_F(JobListTest, keepsTheRowsOfTheOtherJobs) {
 
 TEST_F(JobListTest, measuresMessagesAnewForAnotherWidth) {
     const std::string message = "some twenty words " + std::string(60, 'x') + " and more";
-    scenario_.runner->setScript("a.opus", [&message](const auto&, const auto&) {
-        throw FFmpegError::processFailed(message);
-    });
+    scenario_.failWith("a.opus", message);
     scenario_.add({"a.opus"});
     window_.resize(1600, 560);
     ASSERT_TRUE(scenario_.convertAll());
@@ -121,7 +111,7 @@ TEST_F(JobListTest, followsALargerFont) {
 }
 
 TEST_F(JobListTest, liesInLineWithWhatIsAboveAndBelow) {
-    addMany(100);
+    scenario_.addMany(100);
     for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
         window_.setLayoutDirection(direction);
         settle();
@@ -149,7 +139,7 @@ TEST_F(JobListTest, paintsNoScrollBarWhereThereIsNothingToScroll) {
     scenario_.add({"a.opus"});
     EXPECT_TRUE(bar()->isVisible());
     EXPECT_THAT(colors(), ElementsAre(window_.palette().color(QPalette::Window).rgb()));
-    addMany(100);
+    scenario_.addMany(100);
     EXPECT_EQ(colors().count(window_.palette().color(QPalette::Window).rgb()), 1U);
     EXPECT_GT(colors().size(), 1U);
 }
@@ -195,12 +185,10 @@ class PaintSpy : public QObject {
 };
 
 TEST_F(JobListTest, repaintsNothingButTheBarWhenProgressIsMade) {
-    std::atomic<bool> isToReport = false;
+    Gate half;
     scenario_.runner->setScript("a.opus", [&](const auto&, const auto& report) {
         report(0.25);
-        while (!isToReport) {
-            std::this_thread::yield();
-        }
+        half.pass();
         report(0.5);
         scenario_.gate.pass();
     });
@@ -213,7 +201,7 @@ TEST_F(JobListTest, repaintsNothingButTheBarWhenProgressIsMade) {
     for (QWidget* widget : area()->findChildren<QWidget*>()) {
         widget->installEventFilter(&spy);
     }
-    isToReport = true;
+    half.open();
     ASSERT_TRUE(QTest::qWaitFor([&] { return progress->value() == 500; }));
     settle();
     EXPECT_EQ(spy.painted.count(progress), 1U);

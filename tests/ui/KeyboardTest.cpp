@@ -6,12 +6,14 @@
 #include "QualitySlider.h"
 #include "Scenario.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
-#include <QListView>
 #include <QMessageBox>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <optional>
 
 namespace kestrel {
 namespace {
@@ -23,10 +25,7 @@ class KeyboardTest : public ::testing::Test {
   protected:
     KeyboardTest() : view_(scenario_.model) {
         view_.resize(960, 640);
-        view_.show();
-        view_.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&view_));
-        settle();
+        EXPECT_TRUE(showActive(view_));
     }
 
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {

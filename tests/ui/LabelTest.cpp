@@ -1,4 +1,5 @@
 #include "Label.h"
+
 #include "ElidedLabel.h"
 #include "Scenario.h"
 
@@ -52,6 +53,13 @@ class LabelTest : public ::testing::TestWithParam<std::tuple<double, double>> {
         EXPECT_EQ(inkAt(label, height), inkAt(label, height + more));
     }
 
+    /// A label that shows the text in a width.
+    static QImage pictureOf(const QString& text, int width) {
+        Label label(text);
+        label.resize(width, label.heightForWidth(width));
+        return picture(label);
+    }
+
     const QString tails_ = QStringLiteral("Typography, jog (Q)");
 
   private:
@@ -97,6 +105,14 @@ TEST_P(LabelTest, standsOnOneLineWhetherItIsShortenedOrNot) {
         elided.resize(label.size());
         EXPECT_EQ(picture(label), picture(elided)) << more;
     }
+}
+
+TEST_P(LabelTest, startsAllLinesFromRightToLeftAtOneEdge) {
+    QApplication::setLayoutDirection(Qt::RightToLeft);
+    const QString word = QStringLiteral("המרה");
+    const int width = Label().fontMetrics().horizontalAdvance(word + u' ' + word) - 2;
+    EXPECT_EQ(pictureOf(word + u' ' + word, width), pictureOf(word + u'\n' + word, width));
+    QApplication::setLayoutDirection(Qt::LeftToRight);
 }
 
 INSTANTIATE_TEST_SUITE_P(OfSizes, LabelTest,

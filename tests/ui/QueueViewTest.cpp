@@ -2,7 +2,6 @@
 
 #include "DropZone.h"
 #include "JobList.h"
-#include "JobRow.h"
 #include "Scenario.h"
 
 #include <QAbstractButton>
@@ -23,9 +22,7 @@ class QueueViewTest : public ::testing::Test {
         QObject::connect(scenario_.model.get(), &ConverterViewModel::willChange, &view_,
                          &QueueView::refresh, Qt::QueuedConnection);
         view_.resize(649, 640);
-        view_.show();
-        view_.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&view_));
+        EXPECT_TRUE(showActive(view_));
     }
 
     std::string summary() const { return utf8(find<QLabel>(view_, "summary")->text()); }
@@ -89,13 +86,7 @@ TEST_F(QueueViewTest, countsThreeFilesOfWhichOneIsComplete) {
 }
 
 TEST_F(QueueViewTest, writesLargeCountsWithoutGrouping) {
-    std::vector<FileURL> urls;
-    urls.reserve(1234);
-    for (int number = 0; number < 1234; ++number) {
-        urls.emplace_back("/no-such-folder/" + std::to_string(number) + ".opus");
-    }
-    scenario_.model->add(urls);
-    settle();
+    scenario_.addMany(1234);
     EXPECT_EQ(summary(), "1234 audio files · 0 complete");
     EXPECT_EQ(utf8(start()->text()), "Convert 1234 Files");
 }

@@ -3,23 +3,26 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <numeric>
 #include <random>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace kestrel {
 namespace {
 
 using Range = std::pair<std::size_t, std::size_t>;
 
-TEST(RowOffsets, areEmptyAtFirst) {
+TEST(RowOffsetsTest, areEmptyAtFirst) {
     const RowOffsets offsets;
     EXPECT_EQ(offsets.count(), 0U);
     EXPECT_EQ(offsets.total(), 0);
     EXPECT_EQ(offsets.rowsBetween(0, 100), Range(0, 0));
 }
 
-TEST(RowOffsets, addUpHeights) {
+TEST(RowOffsetsTest, addUpHeights) {
     RowOffsets offsets;
     offsets.assign({10, 20, 30});
     EXPECT_EQ(offsets.count(), 3U);
@@ -29,7 +32,7 @@ TEST(RowOffsets, addUpHeights) {
     EXPECT_EQ(offsets.total(), 60);
 }
 
-TEST(RowOffsets, findTheRowsThatReachIntoAStretch) {
+TEST(RowOffsetsTest, findTheRowsThatReachIntoAStretch) {
     RowOffsets offsets;
     offsets.assign({10, 20, 30});
     EXPECT_EQ(offsets.rowsBetween(0, 60), Range(0, 3));
@@ -40,14 +43,14 @@ TEST(RowOffsets, findTheRowsThatReachIntoAStretch) {
     EXPECT_EQ(offsets.rowsBetween(60, 90), Range(3, 3));
 }
 
-TEST(RowOffsets, countBeyondThirtyTwoBits) {
+TEST(RowOffsetsTest, countBeyondThirtyTwoBits) {
     RowOffsets offsets;
     offsets.assign({2'000'000'000, 2'000'000'000, 5});
     EXPECT_EQ(offsets.top(2), 4'000'000'000);
     EXPECT_EQ(offsets.rowsBetween(4'000'000'000, 4'000'000'001), Range(2, 3));
 }
 
-TEST(RowOffsets, moveTheRowsBelowOneThatChanges) {
+TEST(RowOffsetsTest, moveTheRowsBelowOneThatChanges) {
     RowOffsets offsets;
     offsets.assign({10, 20, 30});
     offsets.setHeight(1, 5);
@@ -83,7 +86,7 @@ class NaiveOffsets {
     }
 };
 
-TEST(RowOffsets, agreeWithPlainSums) {
+TEST(RowOffsetsTest, agreeWithPlainSums) {
     const unsigned seed = std::random_device{}();
     SCOPED_TRACE("seed " + std::to_string(seed));
     std::mt19937 random(seed);
@@ -119,7 +122,7 @@ TEST(RowOffsets, agreeWithPlainSums) {
     }
 }
 
-TEST(RowOffsets, areReplacedAsAWhole) {
+TEST(RowOffsetsTest, areReplacedAsAWhole) {
     RowOffsets offsets;
     offsets.assign({10, 20, 30});
     offsets.assign({5});

@@ -1,16 +1,20 @@
 #pragma once
 
 #include "ConverterViewModel.h"
+#include "FFmpegError.h"
 #include "Gate.h"
 #include "ScriptedDesktop.h"
 #include "ScriptedRunner.h"
 
 #include <QCoreApplication>
 #include <QTest>
+#include <QWidget>
 
+#include <cstddef>
 #include <initializer_list>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace kestrel {
@@ -20,6 +24,16 @@ inline void settle() {
     QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCoreApplication::processEvents();
+}
+
+/// Shows the widget in a window that has the keyboard, once everything that is due has happened;
+/// false if it does not get it.
+inline bool showActive(QWidget& widget) {
+    widget.show();
+    widget.activateWindow();
+    const bool isActive = QTest::qWaitForWindowActive(&widget);
+    settle();
+    return isActive;
 }
 
 /// A view model with scripted surroundings, and the steps that bring it into a state. A batch that
@@ -55,6 +69,17 @@ class Scenario {
         settle();
     }
 
+    /// Queues so many files, 0.opus, 1.opus and so on, of a folder that does not exist.
+    void addMany(int count) const {
+        std::vector<FileURL> urls;
+        urls.reserve(static_cast<std::size_t>(count));
+        for (int number = 0; number < count; ++number) {
+            urls.emplace_back("/no-such-folder/" + std::to_string(number) + ".opus");
+        }
+        model->add(urls);
+        settle();
+    }
+
     void chooseDestination(const std::string& path) const {
         panel->answer = {FileURL(path)};
         model->chooseDestination();
@@ -71,12 +96,29 @@ class Scenario {
         });
     }
 
+    /// Makes the conversion of the file fail with this message.
+    void failWith(const std::string& name, const std::string& message) const {
+        runner->setScript(name, [message](const auto&, const auto&) {
+            throw FFmpegError::processFailed(message);
+        });
+    }
+
+    /// Makes the conversion of the file end as if the user had cancelled it.
+    void cancelAt(const std::string& name) const {
+        runner->setScript(name, [](const auto&, const auto&) { throw FFmpegError::cancelled(); });
+    }
+
     void start() const {
         if (!model->destination()) {
             chooseDestination("/no-such-folder/Out");
         }
         model->start();
         settle();
+    }
+
+    /// Waits until the job at a place in the queue reports progress; false if it does not.
+    bool waitForProgress(std::size_t index) const {
+        return QTest::qWaitFor([this, index] { return model->jobs()[index].progress > 0; });
     }
 
     /// Waits for the end of the batch; false if it does not come.
@@ -102,6 +144,7 @@ class Scenario {
 
     Gate gate;
     std::shared_ptr<test::ScriptedRunner> runner = std::make_shared<test::ScriptedRunner>();
+    // The model owns both.
     test::ScriptedOpenPanel* panel = nullptr;
     test::ScriptedFileViewer* viewer = nullptr;
     std::shared_ptr<ConverterViewModel> model;
@@ -113,8 +156,8 @@ template <typename Widget> Widget* find(const QWidget& parent, const char* name)
 }
 
 /// The first descendant button with this text that is in sight; null if there is none.
-template <typename Button> Button* findButton(const QWidget& parent, const char* text) {
-    for (Button* button : parent.findChildren<Button*>()) {
+template <typename Widget> Widget* findButton(const QWidget& parent, const char* text) {
+    for (Widget* button : parent.findChildren<Widget*>()) {
         if (button->text() == QString::fromUtf8(text) && button->isVisible()) {
             return button;
         }

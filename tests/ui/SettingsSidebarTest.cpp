@@ -2,7 +2,6 @@
 
 #include "FormatButton.h"
 #include "Scenario.h"
-#include "SectionLabel.h"
 
 #include <QAccessible>
 #include <QComboBox>
@@ -13,6 +12,9 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <cmath>
+#include <optional>
 
 namespace kestrel {
 namespace {

@@ -2,7 +2,6 @@
 
 #include "Scenario.h"
 
-#include <QFontInfo>
 #include <QImage>
 #include <QPainter>
 

@@ -51,6 +51,16 @@ TEST_F(TextFontTest, isNeverSmallerThanNinePixels) {
     EXPECT_EQ(QFontInfo(TextFont{TextStyle::caption}.font()).pixelSize(), 9);
 }
 
+TEST_F(TextFontTest, tellsTheSizeInPixelsAsTheToolkitDoes) {
+    for (const double points : {5.0, 7.5, 9.0, 10.2, 13.0, 21.3}) {
+        QFont font = QApplication::font();
+        font.setPointSizeF(points);
+        EXPECT_EQ(pixelSize(font), QFontInfo(font).pixelSize()) << points;
+        font.setPixelSize(static_cast<int>(points));
+        EXPECT_EQ(pixelSize(font), QFontInfo(font).pixelSize()) << points;
+    }
+}
+
 TEST_F(TextFontTest, keepsASizeInPoints) {
     QFont font;
     font.setPointSizeF(13);

@@ -2,54 +2,37 @@
 
 #include "ConverterViewModel.h"
 #include "LeakGuard.h"
+#include "RunUntil.h"
 #include "ScriptedDesktop.h"
 #include "ScriptedRunner.h"
 #include "TemporaryFolder.h"
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
-#include <QTimer>
+#include <gtest/gtest.h>
 
-#include <gmock/gmock.h>
-
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace kestrel::test {
 
-/// Runs the event loop until the condition holds, at most that many milliseconds; tells whether it
-/// came to hold.
-inline bool runUntil(const std::function<bool()>& condition, int milliseconds = 10'000) {
-    const QDeadlineTimer deadline(milliseconds);
-    // Events end every turn but the idle ones, which this does.
-    QTimer heartbeat;
-    heartbeat.start(5);
-    while (!condition()) {
-        if (deadline.hasExpired()) {
-            return false;
-        }
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
-    return true;
-}
-
 /// A view model among scripted surroundings, and what a test asks of it.
 class ViewModelTest : public ::testing::Test {
   protected:
-    ViewModelTest() {
-        ConverterViewModel::Surroundings surroundings;
-        surroundings.service = runner;
-        surroundings.locateBinary = [this] { return binary; };
+    ViewModelTest() { makeModel(runner); }
+
+    /// Makes the view model anew, with another service to convert with.
+    void makeModel(std::shared_ptr<ConversionRunner> service) {
         auto ownPanel = std::make_unique<ScriptedOpenPanel>();
         auto ownViewer = std::make_unique<ScriptedFileViewer>();
         panel = ownPanel.get();
         viewer = ownViewer.get();
-        surroundings.openPanel = std::move(ownPanel);
-        surroundings.fileViewer = std::move(ownViewer);
-        model = std::make_shared<ConverterViewModel>(std::move(surroundings));
+        model = std::make_shared<ConverterViewModel>(
+            ConverterViewModel::Surroundings{std::move(service), [this] { return binary; },
+                                             std::move(ownPanel), std::move(ownViewer)});
     }
 
     /// Queues files of these names, in this order, which need not exist.
@@ -73,6 +56,7 @@ class ViewModelTest : public ::testing::Test {
 
     const ConversionJob& job(std::size_t position) const { return model->jobs().at(position); }
 
+    /// The file names of the queue.
     std::vector<std::string> names() const {
         std::vector<std::string> result;
         for (const ConversionJob& job : model->jobs()) {

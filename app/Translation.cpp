@@ -1,0 +1,60 @@
+#include "Translation.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QGuiApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+
+namespace kestrel {
+namespace {
+
+QString folder() {
+    return QStringLiteral(":/translations");
+}
+
+bool isEnglish(const QString& language) {
+    const QString name = language.section(u'-', 0, 0);
+    // "C" is the language of a program whose user has not said any.
+    return name == QStringLiteral("en") || name == QStringLiteral("C");
+}
+
+} // namespace
+
+Translation::Translation() {
+    // Without one translation there is nothing to be asked of the system.
+    if (QFile::exists(folder())) {
+        install(QLocale().uiLanguages(), QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+    }
+}
+
+Translation::Translation(const QStringList& languages, const QString& toolkitFolder) {
+    install(languages, toolkitFolder);
+}
+
+void Translation::install(const QStringList& languages, const QString& toolkitFolder) {
+    for (const QString& language : languages) {
+        if (install(language, toolkitFolder) || isEnglish(language)) {
+            return;
+        }
+    }
+}
+
+bool Translation::install(const QString& language, const QString& toolkitFolder) {
+    const QLocale locale(language);
+    const QString separator = QStringLiteral("_");
+    if (!texts_.load(locale, QStringLiteral("kestrel"), separator, folder())) {
+        return false;
+    }
+    QCoreApplication::installTranslator(&texts_);
+    if (toolkitTexts_.load(locale, QStringLiteral("qtbase"), separator, toolkitFolder)) {
+        QCoreApplication::installTranslator(&toolkitTexts_);
+    }
+    // Not from left to right otherwise: the user may have asked for the opposite.
+    if (locale.textDirection() == Qt::RightToLeft) {
+        QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+    }
+    return true;
+}
+
+} // namespace kestrel

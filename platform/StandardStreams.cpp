@@ -1,0 +1,23 @@
+#include "StandardStreams.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <initializer_list>
+
+namespace kestrel {
+
+void settleStandardStreams() noexcept {
+    if (::isatty(STDIN_FILENO) != 0) {
+        ::close(STDIN_FILENO);
+    }
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (::fcntl(stream, F_GETFD) < 0) {
+            // The lowest free number, and so this one. Children have the streams too.
+            // NOLINTNEXTLINE(android-cloexec-open)
+            static_cast<void>(::open("/dev/null", O_RDWR));
+        }
+    }
+}
+
+} // namespace kestrel

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "CaptionButton.h"
+#include "MenuBar.h"
+#include "RecordingWindow.h"
+#include "Scenario.h"
+#include "WindowStrip.h"
+
+#include <QApplication>
+#include <QMenu>
+
+#include <gtest/gtest.h>
+
+namespace kestrel {
+
+/// The window on the display, active, with one menu and an empty queue.
+class MainWindowFixture : public ::testing::Test {
+  protected:
+    MainWindowFixture() : menu_(window_.menuBar().addMenu(QStringLiteral("&File"))) {
+        menu_->addAction(QStringLiteral("Entry"));
+        EXPECT_TRUE(showActive(window_));
+    }
+
+    MainWindowFixture(const MainWindowFixture&) = delete;
+    MainWindowFixture& operator=(const MainWindowFixture&) = delete;
+
+    ~MainWindowFixture() override { QApplication::setLayoutDirection(Qt::LeftToRight); }
+
+    WindowStrip& strip() { return *window_.findChild<WindowStrip*>(); }
+
+    CaptionButton& minimiseButton() { return *strip().buttons()[0]; }
+
+    CaptionButton& maximiseButton() { return *strip().buttons()[1]; }
+
+    CaptionButton& closeButton() { return *strip().buttons()[2]; }
+
+    /// A place in the strip where nothing lies over it.
+    QPoint freePlace() { return {window_.width() / 2, 14}; }
+
+    QPoint middleOf(QWidget& widget) { return widget.mapTo(&window_, widget.rect().center()); }
+
+    /// Clicks as the window system does, which knows nothing of widgets.
+    void click(QPoint place) {
+        QTest::mouseClick(window_.windowHandle(), Qt::LeftButton, {}, place);
+        settle();
+    }
+
+    void doubleClick(QPoint place) {
+        QTest::mouseDClick(window_.windowHandle(), Qt::LeftButton, {}, place);
+        settle();
+    }
+
+    /// Waits until the window system agrees.
+    bool waitForMaximised(bool isMaximised) {
+        const bool isSo = QTest::qWaitFor([this, isMaximised] {
+            return window_.isMaximized() == isMaximised && (window_.width() > 1200) == isMaximised;
+        });
+        settle();
+        return isSo;
+    }
+
+    void maximise() {
+        window_.showMaximized();
+        ASSERT_TRUE(waitForMaximised(true));
+    }
+
+    Scenario scenario_;
+    RecordingWindow window_{scenario_.model};
+    QMenu* menu_;
+};
+
+} // namespace kestrel

@@ -1,0 +1,44 @@
+#include "DiagnosticsParser.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace kestrel {
+namespace {
+
+using namespace std::string_literals;
+
+TEST(DiagnosticsTail, isTheLastEightLinesThatAreNotEmpty) {
+    std::string diagnostics;
+    std::string expected;
+    for (int i = 1; i <= 20; ++i) {
+        diagnostics += "line " + std::to_string(i) + "\n\n";
+        if (i > 12) {
+            expected += (i > 13 ? "\n" : "") + "line "s + std::to_string(i);
+        }
+    }
+    EXPECT_EQ(diagnosticsTail(diagnostics), expected);
+}
+
+TEST(DiagnosticsTail, isEverythingWhereThereIsLess) {
+    EXPECT_EQ(diagnosticsTail(""), "");
+    EXPECT_EQ(diagnosticsTail("\n\n\n"), "");
+    EXPECT_EQ(diagnosticsTail("one"), "one");
+    EXPECT_EQ(diagnosticsTail("\none\n\ntwo"), "one\ntwo");
+    EXPECT_EQ(diagnosticsTail("1\n2\n3\n4\n5\n6\n7\n8"), "1\n2\n3\n4\n5\n6\n7\n8");
+    EXPECT_EQ(diagnosticsTail("1\n2\n3\n4\n5\n6\n7\n8\n9\n"), "2\n3\n4\n5\n6\n7\n8\n9");
+}
+
+TEST(DiagnosticsTail, leavesBlanksAndCarriageReturnsInsideLines) {
+    EXPECT_EQ(diagnosticsTail(" a \r\n\r\nb\t"), " a \r\n\r\nb\t");
+}
+
+TEST(DiagnosticsTail, replacesWhatIsNotUtf8) {
+    EXPECT_EQ(diagnosticsTail("gr\xc3\xbc\xc3\x9f\xff\nx\xc3\ny"),
+              "grüß\xef\xbf\xbd\nx\xef\xbf\xbd\ny");
+    EXPECT_EQ(diagnosticsTail("a\0b"s), "a\0b"s);
+}
+
+} // namespace
+} // namespace kestrel

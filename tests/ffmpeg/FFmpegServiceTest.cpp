@@ -1,0 +1,304 @@
+#include "FFmpegService.h"
+
+#include "FFmpegError.h"
+#include "LeakGuard.h"
+#include "PlatformError.h"
+#include "TemporaryFolder.h"
+#include "WaitUntil.h"
+
+#include <gmock/gmock.h>
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <future>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace kestrel {
+namespace {
+
+using test::contents;
+using test::LeakGuard;
+using test::TemporaryFolder;
+using test::waitUntil;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+const std::string tenSeconds = "probe err   Duration: 00:00:10.00, start: 0\\n\n";
+
+/// A service whose ffmpeg is the child helper, playing what the input file says.
+class FFmpegServiceTest : public ::testing::Test {
+  protected:
+    FFmpegServiceTest() : service([this] { return binary; }) {}
+
+    void writeScript(const std::string& script) {
+        source = folder.write("in put/source.opus", script);
+    }
+
+    void convert(const ConversionSettings& settings = {}) {
+        service.convert(source, destination, settings,
+                        [this](double fraction) { fractions.push_back(fraction); });
+    }
+
+    /// How the conversion fails, or "succeeds".
+    std::string outcome() {
+        try {
+            convert();
+            return "succeeds";
+        } catch (const FFmpegError& error) {
+            switch (error.which()) {
+            case FFmpegError::Case::processFailed:
+                return "fails: " + error.errorDescription();
+            case FFmpegError::Case::notFound:
+                return "not found";
+            case FFmpegError::Case::cancelled:
+                return "cancelled";
+            }
+        } catch (const PlatformError& error) {
+            return std::string("platform: ") + error.what();
+        }
+        return "unknown";
+    }
+
+    std::future<std::string> outcomeInBackground() {
+        return std::async(std::launch::async, [this] { return outcome(); });
+    }
+
+    bool exists(const std::string& name) const { return folder.has(name); }
+
+    std::string path(const std::string& name) const { return folder.file(name).path(); }
+
+    LeakGuard guard;
+    TemporaryFolder folder;
+    std::optional<FileURL> binary{FileURL(CHILD_HELPER)};
+    FFmpegService service;
+    FileURL source = folder.file("missing.opus");
+    FileURL destination = folder.file("new/out put/track_converted.mp3");
+    std::vector<double> fractions;
+};
+
+TEST_F(FFmpegServiceTest, acceptsThreeExtensionsInLowerCase) {
+    const auto& supported = FFmpegService::supportedExtensions;
+    EXPECT_THAT(supported, ElementsAre("opus", "ogg", "oga"));
+    for (const std::string_view other : {"OPUS", "mp3", "", ".opus"}) {
+        EXPECT_EQ(std::find(supported.begin(), supported.end(), other), supported.end()) << other;
+    }
+}
+
+TEST_F(FFmpegServiceTest, reportsTheFractionsOfTheProgressStreamAndReturns) {
+    writeScript(
+        tenSeconds +
+        "convert out frame=1\\nout_time_ms=-23000\\nout_time_ms=5000000\\nprogress=continue\\n\n"
+        "convert out out_time_ms=N/A\\nout_time_ms=12000000\\nprogress=end\\n\n");
+    EXPECT_EQ(outcome(), "succeeds");
+    EXPECT_THAT(fractions, ElementsAre(-0.0023, 0.5, 1.0, 1.0));
+}
+
+TEST_F(FFmpegServiceTest, reportsOnlyTheEndWhereTheDurationIsUnknown) {
+    for (const char* probe : {"", "probe err Duration: 00:00:00.00\\n\n", "probe exit 9\n"}) {
+        fractions.clear();
+        writeScript(std::string(probe) + "convert out out_time_ms=5000000\\nprogress=end\\n\n");
+        EXPECT_EQ(outcome(), "succeeds");
+        EXPECT_THAT(fractions, ElementsAre(1.0)) << probe;
+    }
+}
+
+TEST_F(FFmpegServiceTest, reportsOnlyTheEndWhereTheProbeIsLost) {
+    writeScript(tenSeconds + "probe hold-err " + path("go") +
+                "\nconvert out out_time_ms=5000000\\nprogress=end\\n\n");
+    auto result = outcomeInBackground();
+    // Its end is taken by another, while a grandchild keeps its diagnostics open.
+    EXPECT_TRUE(waitUntil([] { return ::waitpid(-1, nullptr, WNOHANG) > 0; }));
+    folder.write("go", "x");
+    EXPECT_EQ(result.get(), "succeeds");
+    EXPECT_THAT(fractions, ElementsAre(1.0));
+}
+
+TEST_F(FFmpegServiceTest, addsNoReportOfItsOwn) {
+    writeScript(tenSeconds + "convert out out_time_ms=5000000\\n\n");
+    EXPECT_EQ(outcome(), "succeeds");
+    EXPECT_THAT(fractions, ElementsAre(0.5));
+}
+
+TEST_F(FFmpegServiceTest, readsTheReportWhateverPiecesItArrivesIn) {
+    std::string script = tenSeconds;
+    for (const char byte : std::string("out_time_ms=2500000")) {
+        script += std::string("convert out ") + byte + "\n";
+    }
+    writeScript(script + "convert out \\r\\nprogress=e\nconvert out nd");
+    EXPECT_EQ(outcome(), "succeeds");
+    EXPECT_THAT(fractions, ElementsAre(0.25, 1.0));
+}
+
+TEST_F(FFmpegServiceTest, startsTheProbeAndTheConversionWithTheirArguments) {
+    writeScript("probe record-arguments " + path("probe") + "\n" + "convert record-arguments " +
+                path("convert") + "\n");
+    convert({.format = OutputFormat::wav, .bitDepth = PCMBitDepth::sixteen, .overwrite = true});
+    const std::string zero(1, '\0');
+    const auto joined = [&zero](const std::vector<std::string>& arguments) {
+        std::string text;
+        for (const std::string& argument : arguments) {
+            text += argument + zero;
+        }
+        return text + "\n";
+    };
+    EXPECT_EQ(contents(folder.file("probe")), joined({"-hide_banner", "-i", source.path()}));
+    EXPECT_EQ(contents(folder.file("convert")),
+              joined({"-y", "-hide_banner", "-i", source.path(), "-map", "0:a:0", "-vn", "-c:a",
+                      "pcm_s16le", "-map_metadata", "0", "-progress", "pipe:1", "-nostats",
+                      destination.path()}));
+}
+
+TEST_F(FFmpegServiceTest, runsTheProbeAloneAtALowerPriority) {
+    const int own = ::getpriority(PRIO_PROCESS, 0);
+    writeScript("probe report " + path("probe") + "\nconvert report " + path("convert") + "\n");
+    EXPECT_EQ(outcome(), "succeeds");
+    constexpr int lowest = 19;
+    const int lower = std::min(own + 5, lowest);
+    EXPECT_THAT(contents(folder.file("probe")), HasSubstr("nice " + std::to_string(lower) + "\n"));
+    EXPECT_THAT(contents(folder.file("convert")), HasSubstr("nice " + std::to_string(own) + "\n"));
+}
+
+TEST_F(FFmpegServiceTest, makesTheOutputFolderBeforeTheConversionStarts) {
+    writeScript("convert write-output made\n");
+    EXPECT_EQ(outcome(), "succeeds");
+    EXPECT_EQ(contents(destination), "made");
+    EXPECT_EQ(outcome(), "succeeds");
+}
+
+TEST_F(FFmpegServiceTest, failsWithThePlatformsReasonWhereTheFolderCannotBeMade) {
+    writeScript("convert touch " + path("started") + "\n");
+    folder.write("new", "a file");
+    EXPECT_EQ(outcome(), "platform: The folder “" + path("new/out put") +
+                             "” could not be created: Not a directory.");
+    EXPECT_FALSE(exists("started"));
+}
+
+TEST_F(FFmpegServiceTest, isNotFoundBeforeAnythingHappens) {
+    writeScript("probe touch " + path("probed") + "\n");
+    binary.reset();
+    EXPECT_EQ(outcome(), "not found");
+    EXPECT_FALSE(exists("probed"));
+    EXPECT_FALSE(exists("new"));
+}
+
+TEST_F(FFmpegServiceTest, failsWithThePlatformsReasonWhereFfmpegCannotBeStarted) {
+    writeScript("");
+    binary = folder.write("broken-ffmpeg", "");
+    EXPECT_EQ(outcome(), "platform: The program “" + path("broken-ffmpeg") +
+                             "” could not be started: Permission denied.");
+    service.interruptActiveProcess();
+    binary = FileURL(CHILD_HELPER);
+    EXPECT_EQ(outcome(), "succeeds");
+}
+
+TEST_F(FFmpegServiceTest, failsWithTheLastEightLinesOfTheDiagnostics) {
+    std::string script;
+    std::string expected = "fails: ";
+    for (int i = 1; i <= 20; ++i) {
+        script += "convert err line " + std::to_string(i) + "\\n\\n\n";
+        expected += i > 12 ? (i > 13 ? "\n" : "") + ("line " + std::to_string(i)) : "";
+    }
+    writeScript(script + "convert exit 1\n");
+    EXPECT_EQ(outcome(), expected);
+}
+
+TEST_F(FFmpegServiceTest, failsWithATextOfItsOwnWhereThereAreNoDiagnostics) {
+    writeScript("convert exit 234\n");
+    EXPECT_EQ(outcome(), "fails: FFmpeg could not convert this file.");
+}
+
+TEST_F(FFmpegServiceTest, ignoresDiagnosticsOfASuccess) {
+    writeScript("convert err Error: not really\\n\n");
+    EXPECT_EQ(outcome(), "succeeds");
+}
+
+TEST_F(FFmpegServiceTest, isCancelledByAnySignalThatKillsTheChild) {
+    for (const char* signal : {"2", "9", "11", "15"}) {
+        writeScript(std::string("convert err words\\n\nconvert raise ") + signal + "\n");
+        EXPECT_EQ(outcome(), "cancelled") << signal;
+    }
+}
+
+TEST_F(FFmpegServiceTest, interruptsAChildThatDiesOfIt) {
+    writeScript(tenSeconds + "convert touch " + path("up") + "\nconvert block\n");
+    auto result = outcomeInBackground();
+    ASSERT_TRUE(waitUntil([this] { return exists("up"); }));
+    service.interruptActiveProcess();
+    EXPECT_EQ(result.get(), "cancelled");
+}
+
+TEST_F(FFmpegServiceTest, takesAnInterruptThatTheChildAnswersForAFailure) {
+    writeScript("convert on-interrupt 255 progress=end\\n\nconvert err Exiting normally\\n\n"
+                "convert touch " +
+                path("up") + "\nconvert block\n");
+    auto result = outcomeInBackground();
+    ASSERT_TRUE(waitUntil([this] { return exists("up"); }));
+    service.interruptActiveProcess();
+    EXPECT_EQ(result.get(), "fails: Exiting normally");
+    EXPECT_THAT(fractions, ElementsAre(1.0));
+}
+
+TEST_F(FFmpegServiceTest, doesNotInterruptTheProbeNorWhatFollowsIt) {
+    writeScript("probe touch " + path("probing") + "\nprobe wait-for " + path("go") + "\n" +
+                tenSeconds + "convert out out_time_ms=5000000\\n\n");
+    auto result = outcomeInBackground();
+    ASSERT_TRUE(waitUntil([this] { return exists("probing"); }));
+    service.interruptActiveProcess();
+    folder.write("go", "x");
+    EXPECT_EQ(result.get(), "succeeds");
+    EXPECT_THAT(fractions, ElementsAre(0.5));
+}
+
+TEST_F(FFmpegServiceTest, takesAnInterruptForNothingWhileIdle) {
+    service.interruptActiveProcess();
+    writeScript("");
+    EXPECT_EQ(outcome(), "succeeds");
+    service.interruptActiveProcess();
+    EXPECT_EQ(outcome(), "succeeds");
+}
+
+TEST_F(FFmpegServiceTest, drainsBothPipesWhateverTheChildWrites) {
+    writeScript("probe flood-err 3000000\nprobe flood-out 3000000\n" + tenSeconds +
+                "convert flood-err 3000000\nconvert flood-out 3000000\nconvert flood-err 3000000\n"
+                "convert out \\nprogress=end\\n\nconvert exit 1\n");
+    EXPECT_THAT(outcome(), HasSubstr("fails: xxxx"));
+    EXPECT_THAT(fractions, ElementsAre(1.0));
+}
+
+TEST_F(FFmpegServiceTest, waitsForAChildThatClosesItsPipesAndLivesOn) {
+    writeScript(
+        "convert err last words\\n\nconvert close-out\nconvert close-err\nconvert wait-for " +
+        path("go") + "\nconvert exit 5\n");
+    auto result = outcomeInBackground();
+    folder.write("go", "x");
+    EXPECT_EQ(result.get(), "fails: last words");
+}
+
+TEST_F(FFmpegServiceTest, waitsForAGrandchildThatHoldsThePipes) {
+    for (const char* hold : {"hold-out ", "hold-err "}) {
+        std::filesystem::remove(path("go"));
+        writeScript(std::string("convert ") + hold + path("go") + "\nconvert touch " + path("up") +
+                    "\nconvert out progress=end\\n\n");
+        auto result = outcomeInBackground();
+        ASSERT_TRUE(waitUntil([this] { return exists("up"); }));
+        folder.write("go", "x");
+        EXPECT_EQ(result.get(), "succeeds") << hold;
+    }
+}
+
+TEST_F(FFmpegServiceTest, passesErrorsOfTheProgressHandlerOnAndIsIdleAfterwards) {
+    writeScript("convert out progress=end\\n\n");
+    EXPECT_THROW(service.convert(source, destination, {},
+                                 [](double) { throw std::runtime_error("handler"); }),
+                 std::runtime_error);
+    EXPECT_EQ(outcome(), "succeeds");
+}
+
+} // namespace
+} // namespace kestrel

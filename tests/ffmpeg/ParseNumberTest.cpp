@@ -1,0 +1,28 @@
+#include "ParseNumber.h"
+
+#include "DurationScanner.h"
+#include "ProgressParser.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cstdlib>
+
+namespace kestrel {
+namespace {
+
+TEST(ParseNumber, readsADecimalPointInALocaleThatWritesAComma) {
+    ::setenv("LOCPATH", TEST_LOCALES, 1);
+    ASSERT_NE(std::setlocale(LC_ALL, "tr_TR.UTF-8"), nullptr);
+    ASSERT_EQ(std::strtod("5,5", nullptr), 5.5);
+    EXPECT_EQ(parseNumber("5.5"), 5.5);
+    EXPECT_EQ(progressFraction("out_time_ms=2500000.5", 5), 2500000.5 / 1000000 / 5);
+    DurationScanner scanner;
+    scanner.feed("Duration: 00:00:05.50");
+    EXPECT_EQ(scanner.finish(), 5.5);
+    std::setlocale(LC_ALL, "C");
+    ::unsetenv("LOCPATH");
+}
+
+} // namespace
+} // namespace kestrel

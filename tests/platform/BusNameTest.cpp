@@ -1,0 +1,55 @@
+#include "BusName.h"
+
+#include "PrivateBus.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusReply>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace kestrel::test {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class BusNameTest : public testing::Test {
+  protected:
+    bool waitForOwner(const QDBusConnection& owner) {
+        return QTest::qWaitFor([&] {
+            return watcher_.interface()->serviceOwner(name_).value() == owner.baseService();
+        });
+    }
+
+    const QString name_ = u"org.kestrel.Test"_s;
+    PrivateBus bus_;
+    QDBusConnection watcher_ = bus_.connect();
+};
+
+TEST_F(BusNameTest, isOwnedByTheProgramThatClaimsIt) {
+    const QDBusConnection program = bus_.connect();
+    claimBusName(program, name_);
+    EXPECT_TRUE(waitForOwner(program));
+}
+
+TEST_F(BusNameTest, goesToTheNextInLineWhenItsOwnerEnds) {
+    const QDBusConnection second = bus_.connect();
+    {
+        const QDBusConnection first = bus_.connect();
+        claimBusName(first, name_);
+        ASSERT_TRUE(waitForOwner(first));
+        claimBusName(second, name_);
+        // Answered after the claim, which came first.
+        ASSERT_TRUE(second.interface()->isServiceRegistered(name_).value());
+        EXPECT_TRUE(waitForOwner(first));
+        QDBusConnection::disconnectFromBus(first.name());
+    }
+    EXPECT_TRUE(waitForOwner(second));
+}
+
+TEST_F(BusNameTest, isNotMissedWhereThereIsNoBus) {
+    claimBusName(disconnectedBus(), name_);
+}
+
+} // namespace
+} // namespace kestrel::test

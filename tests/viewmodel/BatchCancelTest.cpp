@@ -1,0 +1,130 @@
+#include "ViewModelFixture.h"
+
+#include "FFmpegError.h"
+#include "FFmpegService.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace kestrel::test {
+namespace {
+
+class BatchCancelTest : public ViewModelTest {
+  protected:
+    BatchCancelTest() {
+        queue({"1.opus", "2.opus", "3.opus"});
+        chooseDestination();
+    }
+
+    /// Lets the second conversion reach 0.4, wait for the interrupt and end as told; cancels the
+    /// batch there and runs to its end.
+    void cancelDuringTheSecond(const std::function<void()>& end) {
+        runner->setScript("2.opus", [this, end](const auto&, const auto& onProgress) {
+            onProgress(0.4);
+            runner->waitForInterrupt();
+            end();
+        });
+        model->start();
+        ASSERT_TRUE(runUntil([this] { return job(1).progress == 0.4; }));
+        EXPECT_EQ(notifications([this] { model->cancel(); }), 0);
+        EXPECT_TRUE(model->isConverting());
+        ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }));
+        EXPECT_EQ(runner->calls().size(), 2U);
+        EXPECT_FALSE(model->alertMessage());
+    }
+};
+
+TEST_F(BatchCancelTest, leavesAJobCancelledWhoseChildWasKilled) {
+    cancelDuringTheSecond([] { throw FFmpegError::cancelled(); });
+    EXPECT_EQ(states(),
+              (std::vector{JobState::completed(), JobState::cancelled(), JobState::waiting()}));
+    EXPECT_EQ(job(1).progress, 0.4);
+}
+
+TEST_F(BatchCancelTest, leavesAJobFailedWhoseChildAnsweredTheInterrupt) {
+    cancelDuringTheSecond([] { throw FFmpegError::processFailed("Exiting normally"); });
+    EXPECT_EQ(states(), (std::vector{JobState::completed(), JobState::failed("Exiting normally"),
+                                     JobState::waiting()}));
+    EXPECT_EQ(job(1).progress, 0.4);
+}
+
+TEST_F(BatchCancelTest, leavesAJobCompletedWhoseChildWasDoneAlready) {
+    cancelDuringTheSecond([] {});
+    EXPECT_EQ(states(),
+              (std::vector{JobState::completed(), JobState::completed(), JobState::waiting()}));
+}
+
+TEST_F(BatchCancelTest, stopsTheBatchAtADeathBySignalThatNobodyAskedFor) {
+    runner->setScript("2.opus", [](const auto&, const auto&) { throw FFmpegError::cancelled(); });
+    startAndFinish();
+    EXPECT_EQ(states(),
+              (std::vector{JobState::completed(), JobState::cancelled(), JobState::waiting()}));
+    EXPECT_EQ(runner->interrupts(), 0);
+}
+
+TEST_F(BatchCancelTest, stopsBeforeTheFirstJobWhereItComesBeforeTheFirstStep) {
+    model->start();
+    model->cancel();
+    ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }));
+    EXPECT_TRUE(runner->calls().empty());
+    EXPECT_EQ(states(), std::vector(3, JobState::waiting()));
+}
+
+TEST_F(BatchCancelTest, hasNoEffectWhileIdleNorOnTheNextBatch) {
+    EXPECT_EQ(notifications([this] { model->cancel(); }), 0);
+    startAndFinish();
+    EXPECT_EQ(model->completedCount(), 3U);
+    model->cancel();
+    queue({"4.opus"});
+    startAndFinish();
+    EXPECT_EQ(model->completedCount(), 4U);
+    EXPECT_EQ(runner->interrupts(), 2);
+}
+
+TEST_F(BatchCancelTest, letsTheNextBatchConvertWhatWasLeft) {
+    cancelDuringTheSecond([] { throw FFmpegError::cancelled(); });
+    runner->setScript("2.opus", nullptr);
+    startAndFinish();
+    EXPECT_EQ(states(), std::vector(3, JobState::completed()));
+    EXPECT_EQ(runner->calls().size(), 4U);
+}
+
+/// The same with the real service and a child that stands in for ffmpeg.
+class BatchCancelWithChildTest : public ViewModelTest {
+  protected:
+    BatchCancelWithChildTest() {
+        binary = FileURL(CHILD_HELPER);
+        makeModel(std::make_shared<FFmpegService>([this] { return binary; }));
+    }
+
+    void cancelDuringTheSecond(const std::string& script) {
+        model->add(
+            {folder.write("1.opus", "convert exit 0\n"),
+             folder.write("2.opus", "probe err Duration: 00:00:10.00\\n\n" + script +
+                                        "convert out out_time_ms=4000000\\n\nconvert block\n"),
+             folder.write("3.opus", "convert exit 0\n")});
+        chooseDestination();
+        model->start();
+        ASSERT_TRUE(runUntil([this] { return job(1).progress == 0.4; }));
+        model->cancel();
+        ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }));
+    }
+};
+
+TEST_F(BatchCancelWithChildTest, leavesTheJobCancelledWhereTheInterruptKills) {
+    cancelDuringTheSecond("");
+    EXPECT_EQ(states(),
+              (std::vector{JobState::completed(), JobState::cancelled(), JobState::waiting()}));
+    EXPECT_EQ(job(1).progress, 0.4);
+}
+
+TEST_F(BatchCancelWithChildTest, leavesTheJobFailedWhereTheChildExitsByItself) {
+    cancelDuringTheSecond("convert on-interrupt 255 \nconvert err received signal 2\\n\n");
+    EXPECT_EQ(states(), (std::vector{JobState::completed(), JobState::failed("received signal 2"),
+                                     JobState::waiting()}));
+}
+
+} // namespace
+} // namespace kestrel::test

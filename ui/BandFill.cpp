@@ -1,0 +1,17 @@
+#include "BandFill.h"
+
+#include <QPainter>
+
+#include <algorithm>
+
+namespace kestrel {
+
+void fillInBands(QPainter& painter, const QRect& rect, const QBrush& brush) {
+    // In device pixels the painter would split 96 lines and more.
+    const int height = std::max(1, static_cast<int>(64 / painter.device()->devicePixelRatioF()));
+    for (int top = rect.top(); top <= rect.bottom(); top += height) {
+        painter.fillRect(QRect(rect.left(), top, rect.width(), height) & rect, brush);
+    }
+}
+
+} // namespace kestrel

@@ -12,15 +12,14 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QSocketNotifier>
-#include <QUrl>
 #include <QWidget>
 
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 #include <unistd.h>
 #include <xcb/xcb.h>

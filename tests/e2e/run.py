@@ -47,7 +47,7 @@ def play(name, scenario, options):
         return 0
     except (Unmet, GLib.Error, OSError, subprocess.SubprocessError, AssertionError) as error:
         traceback.print_exc()
-        print(f"{name}: {error}")
+        print(f"failed: {name}: {error}")
         session.report(name)
         return 1
     finally:

@@ -1,15 +1,25 @@
 """Drags from another program."""
 
+import itertools
 import os
 import subprocess
 
-from driver import hands
+from driver import hands, tree
 from driver.waiting import SECONDS, Unmet, expect_equal, wait_for
 
 # Where the source's window is put: beside nothing that a scenario drops onto.
 PLACE = (4, 4)
 GRIP = (30, 30)
 ANSWERS = ("takes", "declines")
+# As often as that an answer is looked for before the hand moves.
+STILL = 25
+
+
+def drop_files(session, node, *paths):
+    """Drags files from another program onto the middle of a node, and drops them there."""
+    source = DragSource(session, "files", *paths)
+    source.drop_onto(tree.middle(node))
+    source.close()
 
 
 class DragSource:
@@ -21,6 +31,7 @@ class DragSource:
         os.set_blocking(self.process.stdout.fileno(), False)
         self._unread = []
         self._part = b""
+        self._place = GRIP
         session.helpers.append(self)
         expect_equal("drag source", self._next_word(), "ready")
         # Only a window that is to be seen: the window manager has found a place for that one already.
@@ -47,17 +58,28 @@ class DragSource:
         """Takes hold, and goes to the last of the points by way of the others."""
         self._read().clear()
         hands.drag(GRIP, points[-1], points[:-1])
+        self._place = points[-1]
 
     def move_to(self, *points):
         """Goes on with what it has hold of."""
         self._read().clear()
         for point in points:
             hands.move_to(*point)
+        self._place = points[-1]
 
     def await_answer(self, expected):
         """Waits until the window that was moved to says "takes" or "declines", and it is that."""
+        x, y = self._place
+        tries = itertools.count(1)
+
         def answered():
-            return expected in self._read()
+            if expected in self._read():
+                return True
+            # A hand is never still, and a program that is slow to begin a drag knows of it by that alone.
+            if next(tries) % STILL == 0:
+                hands.move_to(x + 1, y)
+                hands.move_to(x, y)
+            return False
 
         wait_for(f'answer "{expected}"', answered)
 
@@ -78,6 +100,9 @@ class DragSource:
     def close(self):
         self.process.stdin.close()
         self.process.wait(20)
+        # The display learns of it later than this process does.
+        wait_for("end of the drag source's window",
+                 lambda: (hands.keyboard_window() or [None])[0] not in (None, self.process.pid))
 
     def kill(self):
         if self.process.poll() is None:

@@ -1,12 +1,51 @@
 """The mouse and the keyboard."""
 
+import functools
 import subprocess
 
+from Xlib import X, display, error
+from Xlib.ext import xtest
+
 from driver import tree
+from driver.waiting import wait_for
 
 
 def xdotool(*arguments):
     subprocess.run(["xdotool", *map(str, arguments)], check=True, timeout=20)
+
+
+@functools.cache
+def _display():
+    return display.Display()
+
+
+def _property(window, name):
+    value = window.get_full_property(_display().get_atom(name), X.AnyPropertyType)
+    return value.value if value else None
+
+
+def keyboard_window():
+    """The process and the title of the window that has the keyboard; None while there is none, or the window
+    manager is about to move it."""
+    active = _property(_display().screen().root, "_NET_ACTIVE_WINDOW")
+    focused = _display().get_input_focus().focus
+    if active is None or isinstance(focused, int) or active[0] != focused.id:
+        return None
+    try:
+        owner, title = _property(focused, "_NET_WM_PID"), _property(focused, "_NET_WM_NAME")
+    except error.BadWindow:  # It has just gone.
+        return None
+    return (owner[0], title.decode()) if owner and title else None
+
+
+def await_keyboard(pid=None):
+    """Waits until a window has the keyboard, one of that process if one is named."""
+
+    def is_there():
+        window = keyboard_window()
+        return window is not None and pid in (None, window[0])
+
+    wait_for("window with the keyboard", is_there)
 
 
 def key(*combinations):
@@ -19,10 +58,14 @@ def type_text(text):
 
 
 def move_to(x, y):
-    xdotool("mousemove", x, y)
+    # As a mouse does it: while the window manager looks at a click, what comes after it waits too. To
+    # put the pointer somewhere would move that click.
+    xtest.fake_input(_display(), X.MotionNotify, x=x, y=y)
+    _display().sync()
 
 
 def click(node, button=1):
+    await_keyboard()
     move_to(*tree.middle(node))
     xdotool("click", button)
 

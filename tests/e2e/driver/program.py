@@ -42,9 +42,8 @@ class Row:
 class Program:
     """Started at once. `quit` or `kill` ends it."""
 
-    def __init__(self, command, environment, log):
-        self.process = subprocess.Popen(command, env=environment, stdin=subprocess.DEVNULL,
-                                        stdout=log, stderr=log)
+    def __init__(self, command, environment, log, stdin=subprocess.DEVNULL):
+        self.process = subprocess.Popen(command, env=environment, stdin=stdin, stdout=log, stderr=log)
         self.pid = self.process.pid
 
     # Finding
@@ -67,12 +66,18 @@ class Program:
     def find_window(self, title):
         return next((w for w in self.windows() if tree.name_of(w) == title), None)
 
-    def find_alert(self):
-        return next((w for w in self.windows() if w.get_role() in (Role.ALERT, Role.DIALOG)), None)
-
     def window(self, title="Kestrel"):
         """The window of that title, once it is on the display."""
         return wait_for(f'window "{title}"', lambda: self.find_window(title))
+
+    def await_no_window(self, title):
+        """Waits until there is no such window, for the window system too."""
+
+        def has_gone():
+            window = hands.keyboard_window()
+            return self.find_window(title) is None and (window is None or window[1] != title)
+
+        wait_for(f'end of window "{title}"', has_gone)
 
     def find(self, roles, name=None, hidden=False):
         return tree.find(self.window(), roles, name, hidden)
@@ -85,6 +90,16 @@ class Program:
             return button if button and tree.is_enabled(button) else None
 
         return wait_for(f'button "{name}"', found)
+
+    def await_choice(self, name):
+        """Waits until the button is the one chosen of its group."""
+        button = self.button(name)
+
+        def is_chosen():
+            button.clear_cache()
+            return tree.has_state(button, State.CHECKED)
+
+        wait_for(f'choice of "{name}"', is_chosen)
 
     def has_button(self, name):
         return self.find(tree.BUTTONS, name) is not None
@@ -110,12 +125,15 @@ class Program:
         """The message that is shown over the window, if there is one."""
         return next((window for window in self.windows() if window.get_role() == Role.ALERT), None)
 
-    def await_alert(self, text):
-        """The message, once it reads so."""
+    def await_alert(self, text, has_keyboard=True):
+        """The message, once it reads so and has the keyboard, where the display has one."""
 
         def found():
             alert = self.alert()
-            return alert if alert and tree.find(alert, Role.LABEL, text) else None
+            if not alert or not tree.find(alert, Role.LABEL, text):
+                return None
+            button = tree.find(alert, tree.BUTTONS, "OK")
+            return alert if not has_keyboard or tree.has_state(button, State.FOCUSED) else None
 
         return wait_for(f'message "{text}"', found)
 
@@ -148,11 +166,33 @@ class Program:
     def await_names(self, expected, seconds=SECONDS):
         wait_equal("names in the queue", self.names, expected, seconds)
 
+    def await_rows(self, expected):
+        """Waits until as many rows as are in sight are those expected: names and positions."""
+        seen = []
+
+        def is_expected():
+            seen[:] = [(row.name, row.position) for row in self.rows()]
+            return seen and seen == expected(len(seen))
+
+        try:
+            wait_for("rows in sight", is_expected)
+        except Unmet as unmet:
+            raise Unmet(f"{unmet}; got {seen}") from None
+
     def progress(self):
         """The fractions that progress bars show, from top to bottom."""
         bars = [node for node in tree.descendants(self.window())
                 if node.get_role() == Role.PROGRESS_BAR]
         return [bar.get_current_value() / (bar.get_maximum_value() or 1) for bar in bars]
+
+    def await_progress(self):
+        """Waits until the file at work is between its start and its end."""
+
+        def is_between():
+            fractions = self.progress()
+            return fractions and 0 < fractions[-1] < 1
+
+        wait_for("progress", is_between)
 
     # Doing
 
@@ -162,6 +202,15 @@ class Program:
 
     def click(self, name):
         hands.click(self.button(name))
+
+    def key(self, *combinations):
+        """Presses keys one after the other, once a window of the program has the keyboard."""
+        hands.await_keyboard(self.pid)
+        hands.key(*combinations)
+
+    def type_text(self, text):
+        hands.await_keyboard(self.pid)
+        hands.type_text(text)
 
     def command(self, name):
         """Gives a command of the menu, as assistive technology does."""
@@ -181,7 +230,7 @@ class Program:
             return button if button and tree.is_enabled(button) else None
 
         tree.act(wait_for(f'button "{prompt}"', confirm), "Press")
-        wait_for(f'end of "{title}"', lambda: self.find_window(title) is None)
+        self.await_no_window(title)
 
     def add_files(self, *paths):
         self.press("Add Audio")
@@ -196,13 +245,20 @@ class Program:
         picker = wait_for("bit depth", lambda: self.find(Role.COMBO_BOX))
         if tree.name_of(picker) != depth:
             wait_for("a bit depth that can be picked", lambda: tree.is_enabled(picker))
-            hands.click(picker)
 
             def item():
                 return next((item for window in self.windows()
                              for item in [tree.find(window, Role.LIST_ITEM, depth)] if item), None)
 
-            hands.click(wait_for(f'item "{depth}"', item))
+            def open_list():
+                # A click that takes long is one that opens the list and picks what was picked already.
+                hands.click(picker)
+                try:
+                    return wait_for(f'item "{depth}"', item, seconds=2)
+                except Unmet:
+                    return None
+
+            hands.click(wait_for("open list", open_list))
             wait_for(f"bit depth {depth}", lambda: self.find(Role.COMBO_BOX, depth))
 
     def convert(self, destination, *files):

@@ -1,10 +1,9 @@
 """How files come into the queue."""
 
-from driver import hands, media, tree
-from driver.program import FILES_PANEL, FOLDERS_PANEL
+from driver import media, tree
+from driver.program import FILES_PANEL
 from driver.registry import scenario
-from driver.tree import Role
-from driver.waiting import expect, expect_equal, wait_for
+from driver.waiting import expect, expect_equal
 
 
 @scenario()
@@ -30,7 +29,7 @@ def adds_files_by_button_menu_and_shortcut(session):
     program.command("Add Audio…")
     program.fill_panel(FILES_PANEL, tracks[0])
     program.await_names(["10.opus", "1.opus"])
-    hands.key("ctrl+o")
+    program.key("ctrl+o")
     program.fill_panel(FILES_PANEL, *tracks)
     program.await_names(["10.opus", "1.opus", "2.opus"])
     expect_equal("first row", program.rows()[0].position, "1 of 3")

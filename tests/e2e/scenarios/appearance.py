@@ -5,7 +5,7 @@ import subprocess
 
 from driver import eyes, hands, media, tree
 from driver.registry import scenario
-from driver.tree import Role, State
+from driver.tree import Role
 from driver.waiting import expect, expect_equal, wait_equal, wait_for
 
 SMALLEST = (960, 640)
@@ -62,7 +62,7 @@ def ask_xdotool(*arguments):
                           text=True).stdout.splitlines()
 
 
-def screen_rectangle(program):
+def screen_rectangle():
     """Where the window system has put the window, in its pixels."""
     window = ask_xdotool("search", "--sync", "--onlyvisible", "--name", "^Kestrel$")[-1]
     lines = ask_xdotool("getwindowgeometry", "--shell", window)
@@ -90,8 +90,8 @@ def expect_nothing_cut_off(program):
     expect(f"all controls were looked at, not {seen}", seen > 30)
 
 
-def expect_window_of_scale(program, factor, screen):
-    rectangle = screen_rectangle(program)
+def expect_window_of_scale(factor, screen):
+    rectangle = screen_rectangle()
     expect_inside("the window", rectangle, (0, 0, *screen))
     for size, smallest in zip(rectangle[2:], SMALLEST):
         expect(f"the window has its smallest size at least, not {rectangle}", size >= factor * smallest)
@@ -99,24 +99,18 @@ def expect_window_of_scale(program, factor, screen):
 
 def click_format(program, name):
     """Chooses a format with the mouse. The tree may count in points; the mouse counts in pixels."""
-    left, top, width, _ = screen_rectangle(program)
+    left, top, width, _ = screen_rectangle()
     told_left, told_top, told_width, _ = tree.rectangle(program.window())
     ratio = width / told_width
-    button = program.button(name)
-    x, y = tree.middle(button)
+    x, y = tree.middle(program.button(name))
     hands.move_to(left + round((x - told_left) * ratio), top + round((y - told_top) * ratio))
     hands.xdotool("click", 1)
-
-    def is_chosen():
-        button.clear_cache()
-        return tree.has_state(button, State.CHECKED)
-
-    wait_for(f'choice of "{name}"', is_chosen)
+    program.await_choice(name)
 
 
-def expect_sidebar(program, factor):
+def expect_sidebar(factor):
     """The sidebar is dark down to its last pixel, and behind a thin line is the window's ground."""
-    x, y, _, height = screen_rectangle(program)
+    x, y, _, height = screen_rectangle()
     edge = x + factor * SIDEBAR_WIDTH
     for row in eyes.pixels((edge - 4, y + height // 2, 4 + factor + 4, 100))[::10]:
         expect(f"the sidebar is dark, not {row[:4]}", all(max(pixel) < 60 for pixel in row[:4]))
@@ -124,9 +118,9 @@ def expect_sidebar(program, factor):
         expect("the line is not the ground", row[3 + factor] != row[-1])
 
 
-def ground(program):
+def ground():
     """The colour of the window between sidebar and drop zone."""
-    x, y, _, height = screen_rectangle(program)
+    x, y, _, height = screen_rectangle()
     return eyes.pixels((x + SIDEBAR_WIDTH + 8, y + height // 2, 1, 1))[0][0]
 
 
@@ -137,8 +131,8 @@ def inks(node):
 
 
 def expect_colors(program, background, is_dark):
-    wait_equal("the window's ground", lambda: ground(program), background)
-    expect_sidebar(program, 1)
+    wait_equal("the window's ground", ground, background)
+    expect_sidebar(1)
     title = wait_for("title", lambda: tree.find(program.find(Role.PANEL, "Conversion Queue"), Role.LABEL))
     darkest, lightest = inks(title)
     if is_dark:
@@ -183,9 +177,7 @@ def shows_progress_where_numbers_have_a_decimal_comma(session):
         "convert write-output done",
     )
     program = start_under(session, "de_DE.UTF-8")
-    program.add_files(source)
-    program.choose_destination(session.output)
-    program.press("Convert 1 File")
+    program.convert(session.output, source)
     wait_equal("progress", program.progress, [0.25, 0.25])
     gate.touch()
     program.await_states(["Complete"])
@@ -195,8 +187,8 @@ def shows_progress_where_numbers_have_a_decimal_comma(session):
 def use_at_scale(session, scale, display_size):
     program = session.start(QT_SCALE_FACTOR=str(scale))
     program.window()
-    expect_window_of_scale(program, scale, display_size)
-    expect_sidebar(program, scale)
+    expect_window_of_scale(scale, display_size)
+    expect_sidebar(scale)
     expect_nothing_cut_off(program)
     click_format(program, "WAV")
     click_format(program, "MP3")

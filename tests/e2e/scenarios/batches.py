@@ -4,7 +4,6 @@ import time
 
 from driver import media
 from driver.registry import scenario
-from driver.tree import Role
 from driver.waiting import expect, expect_equal, wait_equal, wait_for
 
 LENGTH = "probe err   Duration: 00:00:10.00, start: 0.000000\\n"
@@ -87,7 +86,7 @@ def cancels_the_real_ffmpeg_and_keeps_what_it_has_written(session):
     track = media.make_long_track(session.music / "song.opus", hours=3)
     program = session.start()
     program.convert(session.output, track)
-    wait_for("progress", lambda: program.progress() and 0 < program.progress()[-1] < 1)
+    program.await_progress()
     expect_equal("children", len(program.children()), 1)
     program.press("Cancel")
     await_stop(program, ["Failed"])

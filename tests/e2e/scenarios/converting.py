@@ -23,9 +23,7 @@ def expect_length(path, actual, expected):
 def converts_to_mp3(session):
     track = media.make_track(session.music / "song.opus", seconds=2)
     program = session.start()
-    program.add_files(track)
-    program.choose_destination(session.output)
-    program.press("Convert 1 File")
+    program.convert(session.output, track)
     program.await_states(["Complete"])
     made = session.output / "song_converted.mp3"
     codec, sample_format, seconds = media.describe(made)
@@ -96,9 +94,7 @@ def shows_progress_that_moves(session):
         "convert write-output done",
     )
     program = session.start()
-    program.add_files(source)
-    program.choose_destination(session.output)
-    program.press("Convert 1 File")
+    program.convert(session.output, source)
     program.await_states(["Converting"])
     for fraction, step in zip((0.25, 0.75), steps):
         # Of the batch, and of the file.
@@ -113,9 +109,7 @@ def shows_progress_that_moves(session):
 def moves_the_progress_of_a_real_conversion(session):
     track = media.make_long_track(session.music / "long.opus", hours=1)
     program = session.start()
-    program.add_files(track)
-    program.choose_destination(session.output)
-    program.press("Convert 1 File")
+    program.convert(session.output, track)
     seen = []
 
     def has_moved():

@@ -3,7 +3,7 @@
 import os
 
 from driver import eyes, media, tree
-from driver.drops import DragSource
+from driver.drops import DragSource, drop_files
 from driver.registry import scenario
 from driver.tree import Role
 from driver.waiting import expect, expect_equal, wait_equal, wait_for
@@ -19,8 +19,8 @@ def drop_zone(program):
     return wait_for("drop zone", lambda: program.find(Role.PANEL, "Drop zone"))
 
 
-def middle_of_list(program):
-    return tree.middle(wait_for("list", lambda: program.find(Role.LIST)))
+def job_list(program):
+    return wait_for("list", lambda: program.find(Role.LIST))
 
 
 def beside(program):
@@ -88,13 +88,10 @@ def is_purple_anywhere(program):
 def drops_a_file_onto_the_empty_window(session):
     track = media.make_track(session.music / "song.opus")
     program = session.start()
-    zone = tree.middle(drop_zone(program))
-    source = DragSource(session, "files", track)
-    source.drop_onto(zone)
+    drop_files(session, drop_zone(program), track)
     program.await_names(["song.opus"])
     expect_equal("its folder", program.rows()[0].folder, "music")
     expect("the drop zone is gone", program.find(Role.PANEL, "Drop zone") is None)
-    source.close()
     program.quit()
 
 
@@ -138,16 +135,11 @@ def drops_many_files_in_the_order_of_the_drop(session):
     numbers = [(7 * number) % 60 for number in range(60)]
     files = touch(*(session.music / f"{number}.opus" for number in numbers))
     program = session.start()
-    source = DragSource(session, "files", *files)
-    source.drop_onto(tree.middle(drop_zone(program)))
+    drop_files(session, drop_zone(program), *files)
     program.await_text("60 audio files · 0 complete")
-    seen = program.rows()
-    expect("there are rows in sight", len(seen) > 3)
-    expect_equal("their names", [row.name for row in seen],
-                 [f"{number}.opus" for number in numbers[:len(seen)]])
-    expect_equal("their positions", [row.position for row in seen],
-                 [f"{index + 1} of 60" for index in range(len(seen))])
-    source.close()
+    program.await_rows(lambda count: [(f"{number}.opus", f"{index} of 60")
+                                      for index, number in enumerate(numbers[:count], start=1)])
+    expect("there are rows in sight", len(program.rows()) > 3)
     program.quit()
 
 
@@ -160,13 +152,11 @@ def drops_a_folder_tree(session):
     (album / "empty").mkdir()
     (album / "sub/link.d").symlink_to(album)
     program = session.start()
-    source = DragSource(session, "files", album)
-    source.drop_onto(tree.middle(drop_zone(program)))
+    drop_files(session, drop_zone(program), album)
     program.await_names(["2.OGA", "10.opus", "A.ogg", "b.opus"])
     expect_equal("folders", [row.folder for row in program.rows()],
                  ["still", "sub", "album", "album"])
     program.await_text("4 audio files · 0 complete")
-    source.close()
     program.quit()
 
 
@@ -175,11 +165,9 @@ def drops_files_and_folders_together(session):
     album = session.music / "album"
     touch(album / "b.opus", album / "a.opus", session.music / "z.opus", session.music / "c.oga")
     program = session.start()
-    source = DragSource(session, "files", session.music / "z.opus", album, session.music / "c.oga",
-                        album / "a.opus")
-    source.drop_onto(tree.middle(drop_zone(program)))
+    drop_files(session, drop_zone(program), session.music / "z.opus", album, session.music / "c.oga",
+               album / "a.opus")
     program.await_names(["z.opus", "a.opus", "b.opus", "c.oga"])
-    source.close()
     program.quit()
 
 
@@ -207,8 +195,7 @@ def converts_a_dropped_file_whose_name_is_not_utf8(session):
     media.make_track(folder + b"/caf\xe9 100%.opus", seconds=0.2)
     media.make_track(folder + b"/\xff\xfe.opus", seconds=0.2)
     program = session.start()
-    source = DragSource(session, "files", folder + b"/caf\xe9 100%.opus", folder)
-    source.drop_onto(tree.middle(drop_zone(program)))
+    drop_files(session, drop_zone(program), folder + b"/caf\xe9 100%.opus", folder)
     # The second is one that only the folder brought.
     program.await_names(["caf\ufffd 100%.opus", "\ufffd\ufffd.opus"])
     expect_equal("folder", program.rows()[0].folder, "old \ufffdlbum")
@@ -220,7 +207,6 @@ def converts_a_dropped_file_whose_name_is_not_utf8(session):
     codec, _, seconds = media.describe(os.fsencode(session.output) + b"/caf\xe9 100%_converted.mp3")
     expect_equal("codec", codec, "mp3")
     expect(f"it is as long as the track, not {seconds} s", 0.15 < seconds < 0.4)
-    source.close()
     program.quit()
 
 
@@ -228,10 +214,8 @@ def converts_a_dropped_file_whose_name_is_not_utf8(session):
 def drops_onto_the_list_without_a_highlight(session):
     first, second, third = touch(*(session.music / f"{name}.opus" for name in "bca"))
     program = session.start()
-    source = DragSource(session, "files", first)
-    source.drop_onto(tree.middle(drop_zone(program)))
+    drop_files(session, drop_zone(program), first)
     program.await_names(["b.opus"])
-    source.close()
 
     # Of the files, one is in the queue already.
     source = DragSource(session, "files", first, second, third)
@@ -252,16 +236,12 @@ def drops_a_file_once_by_whatever_path(session):
     touch(session.music / "a.opus", session.music / "b.opus")
     (session.music / "sub").mkdir()
     program = session.start()
-    source = DragSource(session, "files", session.music / "a.opus")
-    source.drop_onto(tree.middle(drop_zone(program)))
+    drop_files(session, drop_zone(program), session.music / "a.opus")
     program.await_names(["a.opus"])
-    source.close()
-    source = DragSource(session, "files", f"{session.music}/sub/../a.opus", f"{session.music}/./a.opus",
-                        f"{session.music}/b.opus")
-    source.drop_onto(middle_of_list(program))
+    drop_files(session, job_list(program), f"{session.music}/sub/../a.opus", f"{session.music}/./a.opus",
+               f"{session.music}/b.opus")
     program.await_names(["a.opus", "b.opus"])
     program.await_text("2 audio files · 0 complete")
-    source.close()
     program.quit()
 
 
@@ -276,16 +256,14 @@ def follows_a_dropped_link(session):
     (drawer / "plain").symlink_to(session.music / "album/a.opus")
     (drawer / "gone.opus").symlink_to(session.music / "nothing")
     program = session.start()
-    source = DragSource(session, "files", *(drawer / name for name in
-                                            ("song.opus", "records", "plain", "gone.opus")))
-    source.drop_onto(tree.middle(drop_zone(program)))
+    drop_files(session, drop_zone(program),
+               *(drawer / name for name in ("song.opus", "records", "plain", "gone.opus")))
     program.await_names(["song.opus", "a.opus", "gone.opus"])
     expect_equal("folders", [row.folder for row in program.rows()], ["drawer", "records", "drawer"])
     program.choose_destination(session.output)
     program.press("Convert 3 Files")
     program.await_states(["Complete", "Failed", "Failed"])
     expect("the song is there", (session.output / "song_converted.mp3").stat().st_size > 0)
-    source.close()
     program.quit()
 
 
@@ -297,15 +275,12 @@ def takes_a_drop_while_a_batch_runs(session):
                session.script("2.opus", "convert write-output 2"),
                session.script("late.opus", "convert write-output late")]
     program = session.start()
-    source = DragSource(session, "files", *sources[:2])
-    source.drop_onto(tree.middle(drop_zone(program)))
+    drop_files(session, drop_zone(program), *sources[:2])
     program.await_names(["1.opus", "2.opus"])
-    source.close()
     program.choose_destination(session.output)
     program.press("Convert 2 Files")
     program.await_states(["Converting", "Ready"])
-    source = DragSource(session, "files", sources[2], sources[0])
-    source.drop_onto(middle_of_list(program))
+    drop_files(session, job_list(program), sources[2], sources[0])
     program.await_states(["Converting", "Ready", "Ready"])
     program.await_text("3 audio files · 0 complete")
     gate.touch()
@@ -314,5 +289,4 @@ def takes_a_drop_while_a_batch_runs(session):
     program.await_states(["Complete"] * 3)
     expect_equal("files made", sorted(file.name for file in session.output.iterdir()),
                  [f"{name}_converted.mp3" for name in ("1", "2", "late")])
-    source.close()
     program.quit()

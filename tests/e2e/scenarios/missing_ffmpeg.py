@@ -4,7 +4,7 @@ import shutil
 
 from driver import eyes, hands, tree
 from driver.registry import scenario
-from driver.tree import Role, State
+from driver.tree import Role
 from driver.waiting import expect, expect_equal, wait_for
 
 NOT_FOUND = "FFmpeg was not found. Install it with Homebrew: brew install ffmpeg"
@@ -14,10 +14,9 @@ ORANGE, GREEN = (0xFF, 0x9F, 0x0A), (0x32, 0xD7, 0x4B)
 def await_status(program, text, colour):
     """The words of the status, and the dot before them."""
     program.await_text(text)
-    label = program.find(Role.LABEL, text)
-    x, y, _, height = tree.rectangle(label)
 
     def is_dot_of_colour():
+        x, y, _, height = tree.rectangle(program.find(Role.LABEL, text))
         before = eyes.pixels((x - 20, y, 20, height))
         return any(pixel == colour for row in before for pixel in row)
 
@@ -36,14 +35,12 @@ def start_without_ffmpeg(session):
 @scenario()
 def says_that_ffmpeg_is_missing(session):
     program = start_without_ffmpeg(session)
-    dismissals = [lambda: hands.key("Return"), lambda: hands.key("Escape"), lambda: hands.key("space"),
+    dismissals = [lambda: program.key("Return"), lambda: program.key("Escape"), lambda: program.key("space"),
                   lambda: hands.click(tree.find(program.alert(), tree.BUTTONS, "OK"))]
     for dismiss in dismissals:
         program.click("Convert 1 File")
         alert = program.await_alert(NOT_FOUND)
         expect_equal("title", tree.name_of(alert), "Kestrel")
-        button = tree.find(alert, tree.BUTTONS, "OK")
-        wait_for("focus on the button", lambda: tree.has_state(button, State.FOCUSED))
         dismiss()
         program.await_no_alert()
         program.await_states(["Ready"])
@@ -75,7 +72,7 @@ def follows_an_ffmpeg_that_comes_and_goes(session):
     await_status(program, "FFmpeg required", ORANGE)
     program.press("Convert 1 File")
     program.await_alert(NOT_FOUND)
-    hands.key("Return")
+    program.key("Return")
     program.await_no_alert()
     program.quit()
 

@@ -11,8 +11,8 @@ from driver.waiting import expect, expect_equal, wait_for
 # Each needs the window to have the keyboard.
 WAYS = {
     "the caption button": lambda program: program.click("Close"),
-    "the shortcut": lambda program: hands.key("ctrl+q"),
-    "the window manager": lambda program: hands.key("alt+F4"),
+    "the shortcut": lambda program: program.key("ctrl+q"),
+    "the window manager": lambda program: program.key("alt+F4"),
     "the menu": lambda program: program.ask_to_quit(),
 }
 
@@ -67,9 +67,9 @@ def lets_ffmpeg_finish_the_file_at_work(session):
     program = session.start()
     program.press("WAV")
     program.convert(session.output, track)
-    wait_for("progress", lambda: program.progress() and 0 < program.progress()[-1] < 1)
+    program.await_progress()
     ffmpeg, = program.children()
-    hands.key("ctrl+q")
+    program.key("ctrl+q")
     await_success(program, "the shortcut")
     expect("ffmpeg is still at work", processes.is_running(ffmpeg))
     wait_for("end of ffmpeg", lambda: not processes.is_running(ffmpeg), seconds=60)
@@ -131,35 +131,36 @@ def takes_a_name_that_another_program_has_taken_meanwhile(session):
     expect_equal("files", made, {"song_converted.mp3": "one", "song_converted_2.mp3": "two"})
 
 
+def await_keyboard_in(window):
+    wait_for("keyboard in the panel", lambda: any(
+        tree.has_state(node, State.FOCUSED) for node in tree.descendants(window)))
+
+
 def open_panel(program, name, panel):
     program.press(name)
     window = program.window(panel[0])
-    wait_for("keyboard in the panel", lambda: any(
-        tree.has_state(node, State.FOCUSED) for node in tree.descendants(window)))
+    await_keyboard_in(window)
     return window
-
-
-def await_no_panel(program, panel):
-    wait_for("end of the panel", lambda: program.find_window(panel[0]) is None)
 
 
 @scenario()
 def does_not_quit_under_an_open_panel(session):
     track = session.script("song.opus")
     program = session.start()
-    open_panel(program, "Add Audio", FILES_PANEL)
-    hands.key("ctrl+q")
+    panel = open_panel(program, "Add Audio", FILES_PANEL)
+    program.key("ctrl+q")
     hands.click(program.button("Close"))
-    hands.type_text(str(track))
-    hands.key("Return")
-    await_no_panel(program, FILES_PANEL)
+    await_keyboard_in(panel)
+    program.type_text(str(track))
+    program.key("Return")
+    program.await_no_window(FILES_PANEL[0])
     program.await_names(["song.opus"])
     open_panel(program, "Folder", FOLDERS_PANEL)
-    hands.key("alt+F4")
-    await_no_panel(program, FOLDERS_PANEL)
+    program.key("alt+F4")
+    program.await_no_window(FOLDERS_PANEL[0])
     program.await_names(["song.opus"])
     focus_window(program)
-    hands.key("ctrl+q")
+    program.key("ctrl+q")
     await_success(program, "the shortcut")
 
 
@@ -170,17 +171,17 @@ def does_not_quit_under_a_message(session):
     program.click("Convert 1 File")
     program.await_alert("Choose an output folder first.")
     hands.click(program.button("Close"))
-    hands.key("ctrl+q")
+    program.key("ctrl+q")
 
     def is_dismissed():
         # The keyboard comes back to the message in its own time.
-        hands.key("Escape")
+        program.key("Escape")
         return program.alert() is None
 
     wait_for("end of the message", is_dismissed)
     program.await_names(["song.opus"])
     focus_window(program)
-    hands.key("ctrl+q")
+    program.key("ctrl+q")
     await_success(program, "the shortcut")
 
 

@@ -5,7 +5,7 @@ import signal
 
 from driver import hands, tree
 from driver.registry import scenario
-from driver.tree import Role
+from driver.tree import Role, State
 from driver.waiting import expect, expect_equal, wait_equal, wait_for
 
 FATAL = "Fatal error: Index out of range: the batch went beyond the end of the queue\n"
@@ -21,6 +21,12 @@ def queue(session, *names):
 
 def click_cross(program, name):
     hands.click(program.button(f"Remove {name}"))
+
+
+def click_row(program, name):
+    """Clicks beside the cross, and waits for what the click does."""
+    hands.click(program.row(name).node)
+    wait_for(f"focus on {name}", lambda: tree.has_state(program.row(name).node, State.FOCUSED))
 
 
 class Gate:
@@ -53,8 +59,8 @@ def removes_rows_by_mouse_key_and_action(session):
     program.await_text("3 audio files · 0 complete")
     program.button("Convert 3 Files")
     expect_equal("positions", [row.position for row in program.rows()], ["1 of 3", "2 of 3", "3 of 3"])
-    hands.click(program.row("3.opus").node)
-    hands.key("Delete")
+    click_row(program, "3.opus")
+    program.key("Delete")
     program.await_names(["1.opus", "4.opus"])
     wait_equal("focus", lambda: tree.name_of(program.focus()), "4.opus, in music, Ready")
     tree.act(program.row("1.opus").node, "Press")
@@ -67,8 +73,8 @@ def removes_rows_by_mouse_key_and_action(session):
 @scenario()
 def shows_the_drop_zone_again_after_the_last_row(session):
     program = queue(session, "1.opus", "2.opus")
-    hands.click(program.row("2.opus").node)
-    hands.key("Delete", "Delete")
+    click_row(program, "2.opus")
+    program.key("Delete", "Delete")
     wait_for("drop zone", lambda: program.find(Role.PANEL, "Drop zone"))
     expect_equal("rows", program.rows(), [])
     program.await_text("Add OPUS, OGG, or OGA files")
@@ -92,10 +98,9 @@ def offers_no_removal_of_a_file_at_work_or_done(session):
                if program.has_button(f"Remove {name}")]
     expect_equal("crosses", crosses, ["3.opus"])
     for name in ("1.opus", "2.opus"):
-        node = program.row(name).node
-        expect_equal(f"actions of {name}", "Press" in tree.actions(node), False)
-        hands.click(node)
-        hands.key("Delete")
+        expect_equal(f"actions of {name}", "Press" in tree.actions(program.row(name).node), False)
+        click_row(program, name)
+        program.key("Delete")
     # What the key does not do is done before what the mouse does next.
     program.click("WAV")
     program.await_text("AIFF and WAV preserve uncompressed PCM audio.")

@@ -19,7 +19,7 @@ def tab_to(program, name):
         if focused_name(program) == name:
             return
         before = program.focus()
-        hands.key("Tab")
+        program.key("Tab")
         wait_for("focus that moves", lambda: program.focus() != before)
     expect(f'the focus comes to "{name}"', False)
 
@@ -29,12 +29,12 @@ def fill_panel_by_keys(program, panel, path):
     title, _ = panel
     program.window(title)
     wait_equal("focus", lambda: program.focus().get_role(), Role.TEXT)
-    hands.key("ctrl+a")
-    hands.type_text(str(path))
+    program.key("ctrl+a")
+    program.type_text(str(path))
     field = program.focus()
     wait_equal("field", lambda: tree.text_of(field), str(path))
-    hands.key("Return")
-    wait_for(f'end of "{title}"', lambda: program.find_window(title) is None)
+    program.key("Return")
+    program.await_no_window(title)
 
 
 @scenario()
@@ -43,31 +43,31 @@ def converts_by_keyboard_alone(session):
     program = session.start()
     wait_for("active window", lambda: tree.has_state(program.window(), State.ACTIVE))
     tab_to(program, "AIFF")
-    hands.key("space")
+    program.key("space")
     wait_for("bit depth", lambda: tree.is_enabled(program.find(Role.COMBO_BOX)))
     tab_to(program, "24-bit")
-    hands.key("Up")
+    program.key("Up")
     wait_for("16-bit", lambda: program.find(Role.COMBO_BOX, "16-bit"))
     for track in tracks:
-        hands.key("ctrl+o")
+        program.key("ctrl+o")
         fill_panel_by_keys(program, FILES_PANEL, track)
     program.await_names(["1.opus", "2.opus", "3.opus"])
     tab_to(program, "1.opus, in music, Ready")
-    hands.key("Down")
+    program.key("Down")
     wait_equal("focus", lambda: focused_name(program), "2.opus, in music, Ready")
-    hands.key("Delete")
+    program.key("Delete")
     program.await_names(["1.opus", "3.opus"])
     wait_equal("focus", lambda: focused_name(program), "3.opus, in music, Ready")
     tab_to(program, "Save to Choose destination…")
-    hands.key("Return")
+    program.key("Return")
     fill_panel_by_keys(program, DESTINATION_PANEL, session.output)
     tab_to(program, "Convert 2 Files")
-    hands.key("Return")
+    program.key("Return")
     program.await_states(["Complete", "Complete"])
     for name in ("1", "3"):
         made = session.output / f"{name}_converted.aiff"
         expect_equal("codec", media.describe(made)[0], "pcm_s16be")
-    hands.key("ctrl+q")
+    program.key("ctrl+q")
     expect_equal("status", program.await_end(), 0)
 
 
@@ -76,13 +76,13 @@ def opens_the_menu_by_keyboard(session):
     program = session.start()
     wait_for("active window", lambda: tree.has_state(program.window(), State.ACTIVE))
     for combination in ("alt+f", "F10"):
-        hands.key(combination)
+        program.key(combination)
         wait_equal("chosen command", lambda: focused_name(program), "Add Audio…")
-        hands.key("Escape")
+        program.key("Escape")
         wait_for("closed menu", lambda: focused_name(program) != "Add Audio…")
-    hands.key("F10")
+    program.key("F10")
     wait_equal("chosen command", lambda: focused_name(program), "Add Audio…")
-    hands.key("Up", "Return")
+    program.key("Up", "Return")
     expect_equal("status", program.await_end(), 0)
 
 
@@ -91,7 +91,7 @@ def converts_by_a_screen_reader_alone(session):
     tracks = [media.make_track(session.music / f"{number}.opus") for number in (1, 2)]
     program = session.start()
     program.press("WAV")
-    wait_for("chosen format", lambda: tree.has_state(program.button("WAV"), State.CHECKED))
+    program.await_choice("WAV")
     program.add_files(*tracks)
     program.await_names(["1.opus", "2.opus"])
     expect_equal("positions", [row.position for row in program.rows()], ["1 of 2", "2 of 2"])
@@ -116,4 +116,44 @@ def sets_the_quality_by_a_screen_reader(session):
     expect_equal("range", (slider.get_minimum_value(), slider.get_maximum_value()), (30.0, 100.0))
     slider.set_current_value(55)
     program.await_text("55%")
+    program.quit()
+
+
+def ask_for_too_many(program):
+    """Asks everything on the display for parts that it does not have, as who counted them earlier does."""
+    for window in list(program.windows()):
+        for node in [window, *tree.descendants(window, hidden=True)]:
+            node.clear_cache()
+            count = node.get_child_count()
+            for index in (count, count + 1, count + 1000):
+                child = node.get_child_at_index(index)
+                expect(f'"{tree.name_of(node)}" has {count} parts, and no {index + 1}', child is None)
+
+
+@scenario()
+def survives_questions_for_what_is_not_there(session):
+    program = session.start()
+    ask_for_too_many(program)
+    program.press("Add Audio")
+    program.window(FILES_PANEL[0])
+    ask_for_too_many(program)
+    program.fill_panel(FILES_PANEL, *(session.script(f"{number}.opus") for number in range(20)))
+    program.await_text("20 audio files · 0 complete")
+    ask_for_too_many(program)
+    program.press("Convert 20 Files")
+    alert = program.await_alert("Choose an output folder first.")
+    ask_for_too_many(program)
+    tree.act(tree.find(alert, tree.BUTTONS, "OK"), "Press")
+    program.await_no_alert()
+    program.press("WAV")
+    wait_for("bit depth", lambda: tree.is_enabled(program.find(Role.COMBO_BOX)))
+    hands.click(program.find(Role.COMBO_BOX))
+    wait_for("open list", lambda: any(tree.find(window, Role.LIST_ITEM) for window in program.windows()))
+    ask_for_too_many(program)
+    program.key("Escape")
+    program.key("F10")
+    wait_equal("chosen command", lambda: focused_name(program), "Add Audio…")
+    ask_for_too_many(program)
+    program.key("Escape")
+    wait_for("closed menu", lambda: focused_name(program) != "Add Audio…")
     program.quit()

@@ -4,7 +4,7 @@ from driver import media, tree
 from driver.compositor import ENVIRONMENT, Compositor
 from driver.program import FILES_PANEL
 from driver.registry import scenario
-from driver.waiting import expect, expect_equal, wait_for
+from driver.waiting import expect, expect_equal
 
 
 @scenario()
@@ -33,11 +33,9 @@ def shows_and_closes_the_alert_on_wayland(session):
     program = session.start(**ENVIRONMENT)
     program.add_files(session.music / "song.opus")
     program.press("Convert 1 File")
-    alert = wait_for("alert", lambda: program.find_alert())
-    expect_equal("its text", tree.find(alert, tree.Role.LABEL).get_name(),
-                 "Choose an output folder first.")
+    alert = program.await_alert("Choose an output folder first.", has_keyboard=False)
     tree.act(tree.find(alert, tree.BUTTONS, "OK"), "Press")
-    wait_for("end of the alert", lambda: program.find_alert() is None)
+    program.await_no_alert()
     program.press("Close")
     expect_equal("status", program.await_end(), 0)
     compositor.kill()

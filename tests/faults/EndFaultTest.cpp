@@ -1,0 +1,213 @@
+#include "CallHook.h"
+#include "FaultFixture.h"
+
+#include <gmock/gmock.h>
+
+#include <sys/wait.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstddef>
+#include <ostream>
+#include <string>
+
+// How ffmpeg can end, or fail to.
+
+namespace kestrel::test {
+namespace {
+
+using ::testing::Values;
+
+TEST_F(FaultTest, failsAtEveryExitStatusButZeroAndGoesOn) {
+    for (int status = 0; status < 256; ++status) {
+        queueScript("convert err status " + std::to_string(status) + "\\n\nconvert exit " +
+                    std::to_string(status) + "\n");
+    }
+    convertAll();
+    EXPECT_EQ(outcomeOf(0), "completed");
+    for (std::size_t status = 1; status < 256; ++status) {
+        EXPECT_EQ(outcomeOf(status), "failed: status " + std::to_string(status));
+    }
+}
+
+class ExitStatusOfTheProbeTest : public FaultTest, public ::testing::WithParamInterface<int> {};
+
+TEST_P(ExitStatusOfTheProbeTest, doesNotMatter) {
+    EXPECT_EQ(outcome("probe err Duration: 00:00:10.00\\n\nprobe exit " +
+                      std::to_string(GetParam()) +
+                      "\nconvert out out_time_ms=5000000\\n\nconvert exit 1\n"),
+              "failed: FFmpeg could not convert this file.");
+    EXPECT_EQ(job(0).progress, 0.5);
+}
+
+INSTANTIATE_TEST_SUITE_P(EndFaults, ExitStatusOfTheProbeTest, Values(0, 1, 127, 255));
+
+struct Death {
+    const char* name;
+    int signal;
+
+    friend std::ostream& operator<<(std::ostream& out, const Death& row) { return out << row.name; }
+};
+
+class DeathTest : public FaultTest, public ::testing::WithParamInterface<Death> {};
+
+TEST_P(DeathTest, isACancellationAndStopsTheBatch) {
+    EXPECT_EQ(
+        outcome("convert err words\\n\nconvert raise " + std::to_string(GetParam().signal) + "\n"),
+        "cancelled");
+    EXPECT_EQ(outcomeOf(1), "waiting");
+    model->start();
+    ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }));
+    EXPECT_EQ(outcomeOf(0), "cancelled");
+}
+
+TEST_P(DeathTest, ofTheProbeOnlyTurnsOffTheFractions) {
+    EXPECT_EQ(outcome("probe raise " + std::to_string(GetParam().signal) +
+                      "\nconvert out out_time_ms=5000000\\n\nconvert exit 0\n"),
+              "completed");
+    EXPECT_EQ(outcomeOf(1), "completed");
+}
+
+INSTANTIATE_TEST_SUITE_P(EndFaults, DeathTest,
+                         Values(Death{"interrupted", SIGINT}, Death{"terminated", SIGTERM},
+                                Death{"killed", SIGKILL}, Death{"crashed", SIGSEGV},
+                                Death{"aborted", SIGABRT}, Death{"brokenPipe", SIGPIPE},
+                                Death{"hungUp", SIGHUP}),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+/// A conversion at work, with something wrong about its end.
+class EndFaultTest : public FaultTest {
+  protected:
+    /// Starts the batch and comes back once the first conversion has made this file.
+    void startAndAwait(const std::string& script, const std::string& file) {
+        queueScript(script);
+        queueHarmless();
+        chooseDestination();
+        model->start();
+        ASSERT_TRUE(runUntil([&] { return exists(file); }));
+    }
+
+    void finish() {
+        ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }));
+    }
+
+    /// Nothing is left that could make the batch go on by itself: a turn of the event loop and
+    /// another.
+    void expectToBeConverting() {
+        for (int i = 0; i < 50; ++i) {
+            QCoreApplication::processEvents();
+        }
+        EXPECT_TRUE(isConverting(0));
+    }
+
+    void release() { folder.write("go", "x"); }
+
+    const std::string untilReleased = "wait-for " + path("go") + "\n";
+    const std::string touchUp = "convert touch " + path("up") + "\n";
+};
+
+TEST_F(EndFaultTest, waitsForOneThatHasClosedItsOutputAndLivesOn) {
+    startAndAwait("convert out progress=end\\n\nconvert close-out\nconvert close-err\n" + touchUp +
+                      "convert " + untilReleased + "convert exit 3\n",
+                  "up");
+    expectToBeConverting();
+    release();
+    finish();
+    EXPECT_EQ(outcomeOf(0), "failed: FFmpeg could not convert this file.");
+    EXPECT_EQ(outcomeOf(1), "completed");
+}
+
+TEST_F(EndFaultTest, cancelsOneThatHasClosedItsOutputAndLivesOn) {
+    startAndAwait("convert close-out\nconvert close-err\n" + touchUp + "convert block\n", "up");
+    model->cancel();
+    finish();
+    EXPECT_EQ(outcomeOf(0), "cancelled");
+    EXPECT_EQ(outcomeOf(1), "waiting");
+}
+
+class HeldPipeTest : public EndFaultTest, public ::testing::WithParamInterface<const char*> {
+  protected:
+    /// Comes back when a grandchild holds the pipe, and the child is about to exit with the status.
+    void startWithGrandchild(int status) {
+        startAndAwait("convert hold-" + std::string(GetParam()) + " " + path("go") + "\n" +
+                          touchUp + "convert exit " + std::to_string(status) + "\n",
+                      "up");
+    }
+};
+
+TEST_P(HeldPipeTest, isReadUntilTheGrandchildLetsGoOfIt) {
+    startWithGrandchild(7);
+    expectToBeConverting();
+    release();
+    finish();
+    EXPECT_EQ(outcomeOf(0), "failed: FFmpeg could not convert this file.");
+    EXPECT_EQ(outcomeOf(1), "completed");
+}
+
+TEST_P(HeldPipeTest, takesACancelAfterTheExitForNothing) {
+    startWithGrandchild(0);
+    model->cancel();
+    expectToBeConverting();
+    release();
+    finish();
+    // Whether the child had exited by then depends on the moment.
+    EXPECT_THAT(outcomeOf(0), ::testing::AnyOf("completed", "cancelled"));
+    EXPECT_EQ(outcomeOf(1), "waiting");
+}
+
+INSTANTIATE_TEST_SUITE_P(EndFaults, HeldPipeTest, Values("out", "err"),
+                         [](const auto& row) { return std::string(row.param); });
+
+TEST_F(EndFaultTest, waitsForOneThatIgnoresTheInterrupt) {
+    startAndAwait("convert ignore-interrupt\n" + touchUp + "convert " + untilReleased +
+                      "convert exit 0\n",
+                  "up");
+    model->cancel();
+    expectToBeConverting();
+    release();
+    finish();
+    EXPECT_EQ(outcomeOf(0), "completed");
+    EXPECT_EQ(outcomeOf(1), "waiting");
+}
+
+TEST_F(EndFaultTest, cancelsOneThatHasStoppedItself) {
+    startAndAwait(touchUp + "convert raise " + std::to_string(SIGSTOP) + "\n", "up");
+    expectToBeConverting();
+    model->cancel();
+    finish();
+    EXPECT_EQ(outcomeOf(0), "cancelled");
+    EXPECT_EQ(outcomeOf(1), "waiting");
+}
+
+TEST_F(EndFaultTest, failsAtOneThatAnswersTheInterrupt) {
+    startAndAwait("convert on-interrupt 255 progress=end\\n\nconvert err Exiting normally\\n\n" +
+                      touchUp + "convert block\n",
+                  "up");
+    model->cancel();
+    finish();
+    EXPECT_EQ(outcomeOf(0), "failed: Exiting normally");
+    EXPECT_EQ(outcomeOf(1), "waiting");
+}
+
+TEST_F(FaultTest, failsWithTheReasonWhereTheSystemDoesNotTellHowItEnded) {
+    // The probe's wait, and its reaping, come first. Then somebody else takes the news.
+    const CallHook hook(CallHook::Call::waitForExit, [](int count) {
+        if (count == 3) {
+            ::waitpid(-1, nullptr, 0);
+        }
+        return 0;
+    });
+    EXPECT_EQ(outcome("convert exit 0\n"), "failed: The connection to the program “" CHILD_HELPER
+                                           "” was lost: No child processes.");
+    EXPECT_EQ(outcomeOf(1), "completed");
+}
+
+TEST_F(FaultTest, waitsOnWhereSignalsCutTheWaitShort) {
+    const CallHook hook(CallHook::Call::waitForExit,
+                        [](int count) { return count % 3 != 0 ? EINTR : 0; });
+    EXPECT_EQ(outcome("convert exit 0\n"), "completed");
+    EXPECT_EQ(outcomeOf(1), "completed");
+}
+
+} // namespace
+} // namespace kestrel::test

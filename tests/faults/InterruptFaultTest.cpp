@@ -1,0 +1,153 @@
+#include "CallHook.h"
+#include "FaultFixture.h"
+#include "Seed.h"
+
+#include <algorithm>
+#include <chrono>
+#include <iostream>
+#include <random>
+#include <thread>
+#include <vector>
+
+// Cancelling, at every moment there is.
+
+namespace kestrel::test {
+namespace {
+
+using Call = CallHook::Call;
+
+class InterruptFaultTest : public FaultTest {
+  protected:
+    InterruptFaultTest() {
+        queueScript("probe err Duration: 00:00:10.00\\n\nconvert out out_time_ms=5000000\\n\n"
+                    "convert write-output fine\n");
+        queueHarmless();
+        chooseDestination();
+    }
+
+    /// The interrupt that a cancelling user sends, at the moment of that call.
+    CallHook::Before interrupting(int count) {
+        return [this, count](int current) {
+            if (current == count) {
+                service->interruptActiveProcess();
+            }
+            return 0;
+        };
+    }
+
+    void finish() {
+        ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }));
+    }
+};
+
+TEST_F(InterruptFaultTest, changesNothingBeforeTheStart) {
+    model->cancel();
+    model->start();
+    finish();
+    EXPECT_EQ(outcomeOf(0), "completed");
+    EXPECT_EQ(outcomeOf(1), "completed");
+}
+
+TEST_F(InterruptFaultTest, stopsTheBatchBeforeItsFirstFileWhenItCancelsAtOnce) {
+    model->start();
+    model->cancel();
+    finish();
+    EXPECT_EQ(outcomeOf(0), "waiting");
+    EXPECT_EQ(outcomeOf(1), "waiting");
+}
+
+TEST_F(InterruptFaultTest, letsTheProbeAndItsFileFinish) {
+    folder.write("in/1.opus", "probe touch " + path("probing") + "\nprobe wait-for " + path("go") +
+                                  "\nconvert write-output fine\n");
+    model->start();
+    ASSERT_TRUE(runUntil([this] { return exists("probing"); }));
+    model->cancel();
+    folder.write("go", "x");
+    finish();
+    EXPECT_EQ(outcomeOf(0), "completed");
+    EXPECT_EQ(outcomeOf(1), "waiting");
+}
+
+TEST_F(InterruptFaultTest, changesNothingBetweenTheProbeAndTheStartOfTheConversion) {
+    destination = folder.file("new");
+    chooseDestination();
+    const CallHook hook(Call::makeFolder, interrupting(1));
+    model->start();
+    finish();
+    EXPECT_EQ(outcomeOf(0), "completed");
+    EXPECT_EQ(outcomeOf(1), "completed");
+}
+
+TEST_F(InterruptFaultTest, changesNothingBeforeTheConversionHasBegunToStart) {
+    // The worker, the probe, and the reader of the diagnostics, which is there before the child.
+    const CallHook hook(Call::thread, interrupting(3));
+    model->start();
+    finish();
+    EXPECT_EQ(outcomeOf(0), "completed");
+    EXPECT_EQ(outcomeOf(1), "completed");
+}
+
+TEST_F(InterruptFaultTest, reachesTheChildWhoseStartHasBegun) {
+    folder.write("in/1.opus", "convert block\n");
+    const CallHook hook(Call::spawn, interrupting(2));
+    model->start();
+    finish();
+    EXPECT_EQ(outcomeOf(0), "cancelled");
+    EXPECT_EQ(outcomeOf(1), "waiting");
+}
+
+TEST_F(InterruptFaultTest, changesNothingAtTheEndOfTheConversion) {
+    // The child has exited, and is about to be forgotten by the system; the interrupt has to wait
+    // until it is.
+    std::thread interrupter;
+    const CallHook hook(Call::waitForExit, [this, &interrupter](int count) {
+        if (count == 4) {
+            interrupter = std::thread([this] { service->interruptActiveProcess(); });
+        }
+        return 0;
+    });
+    model->start();
+    finish();
+    interrupter.join();
+    EXPECT_EQ(outcomeOf(0), "completed");
+    EXPECT_EQ(outcomeOf(1), "completed");
+}
+
+TEST_F(InterruptFaultTest, isHarmlessAThousandTimesAtRandomMoments) {
+    const unsigned int seed = randomSeed();
+    std::mt19937 random(seed);
+    using Clock = std::chrono::steady_clock;
+    const auto begin = Clock::now();
+    model->start();
+    finish();
+    const auto whole = std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - begin);
+    std::uniform_int_distribution<int> microseconds(0, static_cast<int>(whole.count()));
+    int cancelled = 0;
+    for (int i = 0; i < 1000; ++i) {
+        // Once more from the start.
+        while (!model->jobs().empty()) {
+            model->remove(model->jobs().front());
+        }
+        model->add({folder.file("in")});
+        const auto moment = Clock::now() + std::chrono::microseconds(microseconds(random));
+        model->start();
+        while (Clock::now() < moment) {
+            QCoreApplication::processEvents();
+        }
+        model->cancel();
+        ASSERT_TRUE(runUntil([this] { return !model->isConverting(); })) << "seed " << seed;
+        const auto settled = [](const JobState& state) {
+            return state.is(JobState::Case::waiting) || state.is(JobState::Case::cancelled) ||
+                   state.is(JobState::Case::completed);
+        };
+        const std::vector<JobState> ends = states();
+        ASSERT_TRUE(std::all_of(ends.begin(), ends.end(), settled))
+            << outcomeOf(0) << ", " << outcomeOf(1) << ", seed " << seed;
+        cancelled += ends[0].is(JobState::Case::cancelled) ? 1 : 0;
+    }
+    EXPECT_GT(cancelled, 0) << "seed " << seed;
+    std::cout << cancelled << " of 1000 conversions were cut off, seed " << seed << '\n';
+}
+
+} // namespace
+} // namespace kestrel::test

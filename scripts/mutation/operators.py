@@ -1,0 +1,234 @@
+"""The ways in which a source is broken: each place gives one or more mutants of the whole file."""
+
+from .source import KEYWORDS
+
+COMPARISONS = {
+    "==": [("not-equal", "!=")],
+    "!=": [("equal", "==")],
+    "<": [("boundary", "<="), ("opposite", ">=")],
+    "<=": [("boundary", "<"), ("opposite", ">")],
+    ">": [("boundary", ">="), ("opposite", "<=")],
+    ">=": [("boundary", ">"), ("opposite", "<")],
+}
+LOGIC = {"&&": [("or", "||")], "||": [("and", "&&")]}
+ARITHMETIC = {
+    "+": [("minus", "-")],
+    "-": [("plus", "+")],
+    "*": [("divide", "/")],
+    "/": [("multiply", "*")],
+    "%": [("multiply", "*")],
+    "&": [("bit-or", "|")],
+    "|": [("bit-and", "&")],
+    "<<": [("shift-right", ">>")],
+    ">>": [("shift-left", "<<")],
+    "+=": [("subtract", "-=")],
+    "-=": [("add", "+=")],
+}
+STEPS = {"++": [("decrement", "--")], "--": [("increment", "++")]}
+ASSIGNMENTS = {"=", "+=", "-=", "*=", "/=", "%=", "&=", "|=", "^=", "<<=", ">>="}
+# Returned values that are what {} stands for.
+EMPTY = {"", "{}", "0", "0.0", "false", "true", "nullptr", "std::nullopt", "std::string()",
+         "std::string_view()"}
+# What may stand before the condition of "?".
+BEFORE_CONDITIONS = {"=", "return", "co_return", ",", ";", "?", ":", "+=", "<<", "{", "}"}
+NO_STATEMENTS = {"{", "if", "while", "for", "switch", "do", "else", "try", "catch", "case", "default",
+                 "using", "const", "auto", "static", "constexpr", "struct"}
+
+
+class Mutant:
+    """One change to one file: the bytes from start to end replaced by others."""
+
+    def __init__(self, source, start, end, name, replacement):
+        self.path = source.path
+        self.name = name
+        self.text = source.text[:start] + replacement + source.text[end:]
+        self.line = source.text.count("\n", 0, start) + 1
+        self.column = start - source.text.rfind("\n", 0, start)
+        self.place = (self.path, self.line, self.column, self.name)
+        first = source.text.rfind("\n", 0, start) + 1
+        last = source.text.find("\n", end)
+        self.before = squeezed(source.text[first:last])
+        self.after = squeezed(source.text[first:start] + replacement + source.text[end:last])
+
+    @property
+    def id(self):
+        return ":".join(map(str, self.place))
+
+
+def squeezed(text):
+    return " ".join(text.split())
+
+
+def mutants_of(source):
+    """All mutants of the source, in the order of their places, none of them twice."""
+    found = []
+    for index in range(len(source.tokens)):
+        if not is_left_alone(source, index):
+            found += operators(source, index)
+            found += constants(source, index)
+            found += conditions(source, index)
+            found += statements(source, index)
+            found += returns(source, index)
+    unique = {mutant.text: mutant for mutant in reversed(found) if mutant.text != source.text}
+    return sorted(unique.values(), key=lambda mutant: mutant.place)
+
+
+def is_left_alone(source, index):
+    """Whether the token is part of an assertion at compile time, an operator's name or a pure virtual."""
+    before = source.text_at(index - 1)
+    if before == "operator" or (source.text_at(index) == "0" and before == "="
+                                and source.text_at(index - 2) in (")", "const", "noexcept")):
+        return True
+    parent = source.tokens[index].parent
+    while parent is not None:
+        if source.text_at(parent - 1) == "static_assert":
+            return True
+        parent = source.tokens[parent].parent
+    return False
+
+
+def replaced(source, index, changes):
+    token = source.tokens[index]
+    return [Mutant(source, token.start, token.end, name, text) for name, text in changes]
+
+
+def operators(source, index):
+    token = source.tokens[index]
+    if token.kind != "mark":
+        return []
+    if token.text == "!":
+        return replaced(source, index, [("without-not", "")])
+    if token.text in STEPS:
+        return replaced(source, index, STEPS[token.text])
+    changes = {**COMPARISONS, **LOGIC, **ARITHMETIC}.get(token.text)
+    return replaced(source, index, changes) if changes and source.is_spaced(index) else []
+
+
+def constants(source, index):
+    token = source.tokens[index]
+    if token.text in ("true", "false"):
+        other = "false" if token.text == "true" else "true"
+        return replaced(source, index, [(other, other)])
+    if token.kind == "number":
+        if "p" in token.text:
+            # Too large for one more to make a difference.
+            return replaced(source, index, [("doubled", f"({token.text} * 2)")])
+        return replaced(source, index, [("plus-1", f"({token.text} + 1)"),
+                                        ("minus-1", f"({token.text} - 1)")])
+    if token.kind == "char":
+        other = f"static_cast<decltype({token.text})>({token.text} + 1)"
+        return replaced(source, index, [("next-character", other)])
+    return []
+
+
+def is_one_comparison(source, indices):
+    """Whether the negation of the expression is its comparison's or its "!"'s own mutant."""
+    texts = [source.text_at(index) for index in indices]
+    if {"&&", "||", "?", "="} & set(texts):
+        return False
+    return texts[:1] == ["!"] or any(
+        text in COMPARISONS and source.is_spaced(index) for text, index in zip(texts, indices))
+
+
+def negated(source, first, last):
+    """The expression from one token to the one before the last, negated."""
+    text = source.slice(first, last)
+    start, end = source.tokens[first].start, source.tokens[last - 1].end
+    return [Mutant(source, start, end, "negated", f"!({text})")]
+
+
+def conditions(source, index):
+    token = source.tokens[index]
+    if token.text == "?" and source.is_in_code(index):
+        first = index
+        while first - 1 != token.parent and source.text_at(first - 1) not in BEFORE_CONDITIONS:
+            before = source.tokens[first - 1]
+            first = before.match if before.text in (")", "]", "}") else first - 1
+        beside = source.beside(first, index, token.parent)
+        return [] if is_one_comparison(source, beside) else negated(source, first, index)
+    if token.text not in ("if", "while", "for") or source.text_at(index + 1) != "(":
+        return []
+    opening, closing = index + 1, source.tokens[index + 1].match
+    inside = source.beside(opening + 1, closing, opening)
+    ends = [place for place in inside if source.text_at(place) == ";"]
+    if token.text == "for":
+        if len(ends) != 2 or ends[0] + 1 == ends[1]:
+            return []
+        first, last = ends[0] + 1, ends[1]
+    else:
+        first, last = (ends[-1] if ends else opening) + 1, closing
+    beside = source.beside(first, last, opening)
+    assigned = [place for place in beside if source.text_at(place) == "="]
+    if assigned:
+        # A declaration: its variable is what is tested.
+        if token.text == "while":
+            return []
+        variable = source.text_at(assigned[0] - 1)
+        end = source.tokens[last - 1].end
+        return [Mutant(source, end, end, "negated", f"; !{variable}")]
+    return [] if is_one_comparison(source, beside) else negated(source, first, last)
+
+
+def is_dropped_whole(source, first, last):
+    """Whether the statement can go without what follows missing a name: no declaration, no block."""
+    if source.text_at(first) in ("continue", "break", "throw"):
+        return True
+    if source.text_at(first) in ("return", "co_return"):
+        return not ends_function(source, last)
+    if source.text_at(first) in NO_STATEMENTS:
+        return False
+    for index in range(first, last):
+        text, token = source.text_at(index), source.tokens[index]
+        if text in ASSIGNMENTS or text in ("(", "++", "--", "co_await"):
+            return True
+        is_name = token.kind == "word" and text not in KEYWORDS
+        if index > first and is_name and (source.tokens[index - 1].kind == "word" or
+                                          source.text_at(index - 1) in (">", "&", "*") and index > first + 1):
+            return False
+    return True
+
+
+def ends_function(source, index):
+    """Whether nothing but the end of the function follows the statement that ends here."""
+    end = source.tokens[source.enclosing(index, ("function", "lambda"))].match
+    index += 1
+    while index < end:
+        if source.text_at(index) == "}":
+            index += 1
+        elif source.text_at(index) in ("else", "catch"):
+            while source.text_at(index) != "{":
+                token = source.tokens[index]
+                index = token.match + 1 if token.text == "(" else index + 1
+            index = source.tokens[index].match + 1
+        else:
+            return False
+    return True
+
+
+def statements(source, index):
+    if not source.starts_statement(index):
+        return []
+    end = source.statement_end(index)
+    if end is None or not is_dropped_whole(source, index, end):
+        return []
+    return [Mutant(source, source.tokens[index].start, source.tokens[end].end, "dropped", ";")]
+
+
+def returns(source, index):
+    if source.text_at(index) not in ("return", "co_return") or not source.starts_statement(index):
+        return []
+    first, last = index + 1, source.statement_end(index)
+    text = source.slice(first, last)
+    if text in EMPTY:
+        return []
+    start, end = source.tokens[first].start, source.tokens[last - 1].end
+    beside = source.beside(first, last, source.tokens[index].parent)
+    marks = {source.text_at(place) for place in beside if source.is_spaced(place)}
+    if marks & (set(COMPARISONS) | set(LOGIC)) and "?" not in marks:
+        return [Mutant(source, start, end, "returned-true", "true"),
+                Mutant(source, start, end, "returned-false", "false")]
+    block = source.enclosing(index, ("function", "lambda"))
+    empty = "{}"
+    if source.tokens[block].block == "lambda":
+        empty = f"std::remove_cvref_t<decltype({text})>{{}}"
+    return [Mutant(source, start, end, "returned-empty", empty)]

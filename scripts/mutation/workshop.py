@@ -1,0 +1,283 @@
+"""A scratch copy of the tree in which mutants are built and tested."""
+
+import contextlib
+import filecmp
+import hashlib
+import os
+import re
+import resource
+import shutil
+import signal
+import subprocess
+import tempfile
+import time
+
+# What the copy needs; the rest of the tree is not built.
+PARTS = ["CMakeLists.txt", "cmake", "model", "ffmpeg", "platform", "viewmodel", "ui", "app", "benchmarks",
+         "packaging", "tests", "scripts"]
+LEAST_SECONDS = 60
+LEAST_PROCESSOR_SECONDS = 15
+MEMORY_KILOBYTES = 4 << 20
+FILE_BLOCKS = 1 << 20
+
+# Process 1 of a world of its own, given a folder, limits, and what of /tmp it needs, up to a "--": nothing
+# outside the folder can be written, /tmp is in it, no signal gets out, and every process is gone with it.
+JAIL = """
+folder=$1 memory=$2 blocks=$3 seconds=$4
+shift 4
+while [ "$1" != -- ]; do
+    mkdir -p "$folder$1" && mount --bind "$1" "$folder$1" || exit 125
+    shift
+done
+shift
+mount --rbind "$folder/tmp" /tmp && mount --bind "$folder/home" "$folder/home" || exit 125
+mount -o remount,bind,ro / || exit 125
+# Soft ones: some tests set limits of their own.
+ulimit -c 0; ulimit -S -v $memory; ulimit -S -f $blocks; ulimit -S -t $seconds
+cd /tmp || exit 125
+if [ "$(id -u)" = 0 ]; then
+    "$@"
+else
+    setpriv --inh-caps=-all --ambient-caps=-all "$@"
+fi
+exit $?
+"""
+# The jail's own word, and the shell's for a program that it cannot start.
+JAIL_FAILURES = (125, 126, 127)
+
+
+class Program:
+    """One test program: its folder and name, and what it needs."""
+
+    def __init__(self, name, folder, covers, helpers=(), environment=None, needs_display=False,
+                 is_slow=False, left_out=()):
+        self.name = name
+        self.file = f"tests/{folder}/{name}"
+        # The folders that it is run for, its own first.
+        self.covers = covers
+        self.helpers = [f"tests/{folder}/{helper}" for helper in helpers]
+        self.environment = environment or {}
+        self.needs_display = needs_display
+        self.is_slow = is_slow
+        # Patterns of tests that take too long.
+        self.arguments = [f"--gtest_filter=-{':'.join(left_out)}"] if left_out else []
+
+
+PROGRAMS = [
+    Program("model_tests", "model", ["model"]),
+    Program("platform_tests", "platform", ["platform", "model"], ["platform_file_name_order_helper"]),
+    Program("platform_desktop_tests", "platform", ["platform", "model"],
+            environment={"QT_QPA_PLATFORM": "offscreen"}),
+    Program("ffmpeg_tests", "ffmpeg", ["ffmpeg", "model"]),
+    Program("viewmodel_tests", "viewmodel", ["viewmodel", "ffmpeg", "platform", "model"]),
+    Program("platform_panel_tests", "platform", ["platform", "model"], needs_display=True),
+    Program("real_ffmpeg_tests", "ffmpeg", ["ffmpeg", "model"], is_slow=True),
+    Program("real_batch_tests", "viewmodel", ["viewmodel", "ffmpeg", "platform", "model"], is_slow=True),
+    Program("fault_tests", "faults", ["ffmpeg", "viewmodel"], is_slow=True,
+            left_out=["SoakTest.*", "*AThousandTimes*", "*FloodTest.*"]),
+]
+
+
+class Run:
+    """How one run of a test program went."""
+
+    def __init__(self, status, output, seconds, processor_seconds):
+        self.status = status
+        self.output = output
+        self.seconds = seconds
+        self.processor_seconds = processor_seconds
+
+    @property
+    def is_time_out(self):
+        # The second one is the shell's word for SIGXCPU.
+        return self.status in (None, 128 + signal.SIGXCPU)
+
+    def reason(self):
+        """What the program did not pass, in a few words."""
+        if self.is_time_out:
+            return "time-out"
+        failed = re.search(r"\[  FAILED  \] (\S+?)[,\s]", self.output)
+        if failed:
+            return failed.group(1)
+        running = re.findall(r"\[ RUN      \] (\S+)", self.output)
+        return f"status {self.status}" + (f" in {running[-1]}" if running else "")
+
+
+class Verdict:
+    def __init__(self, kind, by="", output=""):
+        # "caught", "timed out", "survived", "not built" or "unchanged".
+        self.kind = kind
+        self.by = by
+        self.output = output
+
+
+class Workshop:
+    def __init__(self, root, folder, processors, display):
+        self.root = root
+        self.tree = os.path.join(folder, "tree")
+        self.build_folder = os.path.join(folder, "build")
+        self.processors = processors
+        # One display has one keyboard focus.
+        self.display = display
+        self.baseline = {}
+        self.limits = {}
+        # All jobs share what they have compiled, though each has a folder of its own.
+        self.environment = dict(os.environ, CCACHE_DIR=os.path.join(os.path.dirname(folder), "ccache"),
+                                CCACHE_BASEDIR=folder, CCACHE_NOHASHDIR="1")
+
+    def prepare(self):
+        """Brings the copy up to date, builds it and runs every program once. Returns what failed."""
+        os.makedirs(self.tree, exist_ok=True)
+        for part in PARTS:
+            copy_changes(os.path.join(self.root, part), os.path.join(self.tree, part))
+        command = ["cmake", "-S", self.tree, "-B", self.build_folder, "-G", "Ninja",
+                   "-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O0 -w",
+                   "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST"]
+        if shutil.which("ld.lld"):
+            command.append("-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld")
+        subprocess.run(command, check=True, stdout=subprocess.DEVNULL, env=self.environment)
+        status, output = self.build([program.file for program in PROGRAMS], os.cpu_count())
+        if status != 0:
+            return f"the tree does not build:\n{output}"
+        for folder in {folder for program in PROGRAMS for folder in program.covers}:
+            self.baseline[folder] = self.print_of(library(folder))
+        for program in PROGRAMS:
+            self.baseline[program] = self.print_of(program.file, *program.helpers)
+            self.limits[program] = (600, 600)
+            run = self.run(program)
+            if run.status != 0:
+                return f"{program.name} does not pass without a mutant:\n{run.output}"
+            self.limits[program] = (max(LEAST_SECONDS, 10 * run.seconds),
+                                    max(LEAST_PROCESSOR_SECONDS, 10 * run.processor_seconds))
+        return None
+
+    def build(self, targets, processors=None):
+        command = ["ninja", "-C", self.build_folder, "-j", str(processors or self.processors), *targets]
+        run = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
+                             errors="replace", env=self.environment, check=False)
+        return run.returncode, run.stdout
+
+    def print_of(self, *files):
+        """A fingerprint of what was built."""
+        result = hashlib.sha256()
+        for file in files:
+            with open(os.path.join(self.build_folder, file), "rb") as stream:
+                result.update(stream.read())
+        return result.digest()
+
+    def judge(self, mutant):
+        """Builds the mutant and runs the tests until one catches it."""
+        file = os.path.join(self.tree, mutant.path)
+        with open(file, encoding="utf-8") as stream:
+            original = stream.read()
+        with open(file, "w", encoding="utf-8") as stream:
+            stream.write(mutant.text)
+        try:
+            return self.judged(mutant)
+        finally:
+            with open(file, "w", encoding="utf-8") as stream:
+                stream.write(original)
+
+    def judged(self, mutant):
+        folder = mutant.path.split("/")[0]
+        programs = [program for program in PROGRAMS if folder in program.covers]
+        for program in sorted(programs, key=lambda program: (program.is_slow, program.covers[0] != folder)):
+            status, output = self.build([program.file])
+            if status != 0:
+                return Verdict("not built", program.name, output)
+            if mutant.path.endswith(".cpp") and self.print_of(library(folder)) == self.baseline[folder]:
+                # The same instructions: nothing can tell them apart.
+                return Verdict("unchanged")
+            if self.print_of(program.file, *program.helpers) == self.baseline[program]:
+                continue
+            run = self.run(program)
+            if run.status != 0:
+                kind = "timed out" if run.is_time_out else "caught"
+                return Verdict(kind, f"{program.name} {run.reason()}", run.output)
+        return Verdict("survived")
+
+    def run(self, program):
+        with self.display if program.needs_display else contextlib.nullcontext():
+            run = self.run_jailed(program)
+        if run.status in JAIL_FAILURES:
+            raise RuntimeError(f"{program.name} could not be run:\n{run.output}")
+        return run
+
+    def needed_of_tmp(self):
+        """The folders below /tmp that the tests see: the display's, and the copy's if it is there."""
+        folders = [os.path.dirname(tempfile.gettempdir()), "/tmp/.X11-unix", os.path.dirname(self.tree)]
+        return [folder for folder in folders if folder.startswith("/tmp/") and os.path.isdir(folder)]
+
+    def run_jailed(self, program):
+        """Runs the program in its jail, in a process group of its own, within its limits."""
+        seconds, processor_seconds = self.limits[program]
+        folder = tempfile.mkdtemp(prefix="mutant-")
+        # Some tests become another user.
+        os.chmod(folder, 0o711)
+        for name, mode in (("tmp", 0o1777), ("home", 0o700)):
+            os.mkdir(os.path.join(folder, name))
+            os.chmod(os.path.join(folder, name), mode)
+        environment = dict(os.environ, TMPDIR="/tmp", HOME=f"{folder}/home",
+                           XDG_RUNTIME_DIR=f"{folder}/home", **program.environment)
+        users = [] if os.geteuid() == 0 else ["--user", "--map-current-user", "--keep-caps"]
+        # Whoever ends this program ends the test with it.
+        command = ["setpriv", "--pdeathsig", "KILL", "unshare", *users, "--mount", "--pid", "--fork",
+                   "--kill-child", "--mount-proc", "sh", "-c", JAIL, "sh", folder, str(MEMORY_KILOBYTES),
+                   str(FILE_BLOCKS), str(int(processor_seconds)), *self.needed_of_tmp(), "--",
+                   os.path.join(self.build_folder, program.file), "--gtest_fail_fast", *program.arguments]
+        before = resource.getrusage(resource.RUSAGE_CHILDREN)
+        start = time.monotonic()
+        try:
+            with tempfile.TemporaryFile() as output:
+                process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=output,
+                                           stderr=subprocess.STDOUT, env=environment, start_new_session=True)
+                try:
+                    status = process.wait(seconds)
+                except subprocess.TimeoutExpired:
+                    status = None
+                finally:
+                    end_group(process)
+                output.seek(0)
+                text = output.read(1 << 20).decode(errors="replace")
+        finally:
+            remove(folder)
+        after = resource.getrusage(resource.RUSAGE_CHILDREN)
+        used = after.ru_utime + after.ru_stime - before.ru_utime - before.ru_stime
+        return Run(status, text, time.monotonic() - start, used)
+
+
+def library(folder):
+    return f"{folder}/libkestrel_{folder}.a"
+
+
+def end_group(process):
+    try:
+        os.killpg(process.pid, signal.SIGKILL)
+    except ProcessLookupError:
+        pass
+    process.wait()
+
+
+def remove(folder):
+    """Removes a folder whatever the tests made of its modes."""
+    for path, names, _ in os.walk(folder):
+        for name in names:
+            if not os.path.islink(os.path.join(path, name)):
+                os.chmod(os.path.join(path, name), 0o700)
+    shutil.rmtree(folder, ignore_errors=True)
+
+
+def copy_changes(source, target):
+    """Makes the target like the source and leaves alone what is already, so that it is not built again."""
+    if os.path.isfile(source):
+        if not os.path.isfile(target) or not filecmp.cmp(source, target, shallow=False):
+            shutil.copy(source, target)
+        return
+    os.makedirs(target, exist_ok=True)
+    names = [name for name in os.listdir(source) if name != "__pycache__"]
+    for name in os.listdir(target):
+        if name not in names:
+            path = os.path.join(target, name)
+            shutil.rmtree(path) if os.path.isdir(path) else os.remove(path)
+    for name in names:
+        copy_changes(os.path.join(source, name), os.path.join(target, name))

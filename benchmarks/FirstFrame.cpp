@@ -1,19 +1,22 @@
 // Shows a window, and prints when its first frame was painted and how much memory the process had
-// then. The window is a bare one, or the program's own.
+// then. The window is a bare one, one with a single word, or the program's own.
+#include "ResidentMemory.h"
+
 #include <QApplication>
 #include <QEvent>
+#include <QLabel>
 #include <QTimer>
 #include <QWidget>
 
 #ifdef HAS_KESTREL
 #include "KestrelApp.h"
+#include "StandardStreams.h"
+#include "Translation.h"
 #endif
 
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
-#include <string>
 
 namespace {
 
@@ -39,13 +42,8 @@ class FirstFrame : public QObject {
     void report() const {
         const auto now = std::chrono::steady_clock::now().time_since_epoch();
         const auto elapsed = std::chrono::nanoseconds(now).count() - start_;
-        std::ifstream status("/proc/self/status");
-        for (std::string line; std::getline(status, line);) {
-            if (line.rfind("VmRSS:", 0) == 0) {
-                std::printf("%.3f %ld\n", static_cast<double>(elapsed) / 1e6,
-                            std::strtol(line.c_str() + 6, nullptr, 10));
-            }
-        }
+        std::printf("%.3f %ld\n", static_cast<double>(elapsed) / 1e6,
+                    kestrel::bench::residentKibibytes());
         QCoreApplication::quit();
     }
 
@@ -62,8 +60,11 @@ int main(int argc, char** argv) {
     }
     const long long start = std::strtoll(argv[1], nullptr, 10);
 #ifdef HAS_KESTREL
-    kestrel::KestrelApp::setIdentity();
+    // As the program's own main() does.
+    kestrel::settleStandardStreams();
+    kestrel::KestrelApp::prepare();
     const QApplication application(argc, argv);
+    const kestrel::Translation translation;
     kestrel::KestrelApp app;
     FirstFrame frame(app.window(), start);
     return app.run();
@@ -71,6 +72,9 @@ int main(int argc, char** argv) {
     const QApplication application(argc, argv);
     QWidget window;
     window.resize(960, 640);
+#ifdef HAS_WORD
+    const QLabel word(QStringLiteral("Word"), &window);
+#endif
     FirstFrame frame(window, start);
     window.show();
     return QApplication::exec();

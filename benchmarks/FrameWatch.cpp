@@ -1,0 +1,49 @@
+#include "FrameWatch.h"
+
+#include "FatalError.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QEvent>
+#include <QWidget>
+
+#include <chrono>
+
+namespace kestrel::bench {
+
+FrameWatch::FrameWatch(QObject& window) : window_(window) {
+    using namespace std::chrono_literals;
+    patience_.setInterval(10s);
+    connect(&patience_, &QTimer::timeout, this, [] { fatalError("no frame was painted"); });
+    qApp->installEventFilter(this);
+}
+
+bool FrameWatch::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Paint && !isPainted_) {
+        const auto* widget = qobject_cast<const QWidget*>(watched);
+        isPainted_ = widget != nullptr && widget->window() == &window_;
+    }
+    return false;
+}
+
+void FrameWatch::waitForFrame() {
+    isPainted_ = false;
+    patience_.start();
+    while (!isPainted_) {
+        // What is painted is handed to the window system in the same turn.
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    patience_.stop();
+}
+
+void FrameWatch::settle() {
+    constexpr int quietMilliseconds = 200;
+    QElapsedTimer quiet;
+    quiet.start();
+    while (!quiet.hasExpired(quietMilliseconds)) {
+        constexpr int milliseconds = 20;
+        QCoreApplication::processEvents(QEventLoop::AllEvents, milliseconds);
+    }
+}
+
+} // namespace kestrel::bench

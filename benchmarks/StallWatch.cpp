@@ -1,0 +1,37 @@
+#include "StallWatch.h"
+
+#include <algorithm>
+#include <stop_token>
+
+namespace kestrel::bench {
+
+StallWatch::StallWatch() : thread_([this](const std::stop_token& stop) { knock(stop); }) {}
+
+StallWatch::~StallWatch() = default;
+
+std::chrono::duration<double, std::milli> StallWatch::longest() const {
+    Clock::duration longest = longest_;
+    if (const Clock::time_point since = pending_; since != Clock::time_point()) {
+        longest = std::max(longest, Clock::now() - since);
+    }
+    return longest;
+}
+
+void StallWatch::knock(const std::stop_token& stop) {
+    using namespace std::chrono_literals;
+    while (!stop.stop_requested()) {
+        if (pending_.load() == Clock::time_point()) {
+            pending_ = Clock::now();
+            QMetaObject::invokeMethod(
+                this, [this] { note(pending_); }, Qt::QueuedConnection);
+        }
+        std::this_thread::sleep_for(1ms);
+    }
+}
+
+void StallWatch::note(Clock::time_point since) {
+    longest_ = std::max(longest_.load(), Clock::now() - since);
+    pending_ = Clock::time_point();
+}
+
+} // namespace kestrel::bench

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QObject>
+
+#include <atomic>
+#include <chrono>
+#include <stop_token>
+#include <thread>
+
+namespace kestrel::bench {
+
+/// Knocks at the main thread every millisecond and notes how long it took to answer, as a click or
+/// a key would have to wait. Main thread.
+class StallWatch : public QObject {
+  public:
+    StallWatch();
+    StallWatch(const StallWatch&) = delete;
+    StallWatch& operator=(const StallWatch&) = delete;
+    ~StallWatch() override;
+
+    /// The longest wait since the watch began. An answer that is still due counts too.
+    std::chrono::duration<double, std::milli> longest() const;
+
+  private:
+    using Clock = std::chrono::steady_clock;
+
+    void knock(const std::stop_token& stop);
+    void note(Clock::time_point since);
+
+    std::atomic<Clock::duration> longest_{};
+    /// The knock that waits for its answer; the clock's beginning if none does.
+    std::atomic<Clock::time_point> pending_{};
+    std::jthread thread_;
+};
+
+} // namespace kestrel::bench

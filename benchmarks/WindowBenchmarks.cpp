@@ -1,0 +1,230 @@
+// What the main thread takes for what a user sees and does, in the real window. Times are CPU time
+// of the whole process, from the cause to the frame on the screen.
+#include "Clocks.h"
+#include "FrameWatch.h"
+#include "JobScrollArea.h"
+#include "KestrelApp.h"
+#include "ScriptedDesktop.h"
+
+#include <QApplication>
+#include <QScrollBar>
+#include <QWheelEvent>
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <condition_variable>
+#include <cstddef>
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace kestrel::bench {
+namespace {
+
+/// Conversions that end when they are told to; the first ones at once.
+class StepwiseRunner final : public ConversionRunner {
+  public:
+    explicit StepwiseRunner(std::size_t endingAtOnce) : endingAtOnce_(endingAtOnce) {}
+
+    void convert(const FileURL&, const FileURL&, const ConversionSettings&,
+                 const ProgressHandler& onProgress) override {
+        std::unique_lock lock(mutex_);
+        if (endingAtOnce_ > 0) {
+            --endingAtOnce_;
+            return;
+        }
+        onProgress_ = onProgress;
+        changed_.notify_all();
+        changed_.wait(lock, [this] { return isEnding_; });
+        isEnding_ = false;
+        onProgress_ = nullptr;
+    }
+
+    void interruptActiveProcess() override {}
+
+    /// Whether a conversion waits to be told. Any thread, as the others.
+    bool isWaiting() {
+        const std::lock_guard lock(mutex_);
+        return onProgress_ != nullptr;
+    }
+
+    void report(double fraction) {
+        const std::lock_guard lock(mutex_);
+        onProgress_(fraction);
+    }
+
+    void end() {
+        const std::lock_guard lock(mutex_);
+        isEnding_ = true;
+        changed_.notify_all();
+    }
+
+  private:
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    ProgressHandler onProgress_;
+    std::size_t endingAtOnce_;
+    bool isEnding_ = false;
+};
+
+std::vector<FileURL> manyFiles(std::size_t count) {
+    std::vector<FileURL> urls;
+    urls.reserve(count);
+    for (std::size_t number = 0; number < count; ++number) {
+        urls.emplace_back("/no-such-folder/Artist/Album " + std::to_string(number / 12) +
+                          "/Track " + std::to_string(number) + ".opus");
+    }
+    return urls;
+}
+
+/// A window with a queue of many jobs, and the means to move it along.
+class Window {
+  public:
+    /// With `leftOver` jobs left to do of `count`, the first of them being converted.
+    Window(std::size_t count, std::size_t leftOver)
+        : runner_(std::make_shared<StepwiseRunner>(count - leftOver)), model_(makeModel(runner_)) {
+        model_->add(manyFiles(count));
+        model_->chooseDestination();
+        model_->start();
+        waitForConversion();
+        show();
+    }
+
+    StepwiseRunner& runner() { return *runner_; }
+
+    FrameWatch& frames() { return *frames_; }
+
+    JobScrollArea& list() { return *app_->window().findChild<JobScrollArea*>(); }
+
+    /// Runs the event loop until a conversion waits to be told.
+    void waitForConversion() {
+        while (!runner_->isWaiting()) {
+            QCoreApplication::processEvents();
+        }
+    }
+
+    /// Lets the job that is being converted be among those in sight, a few rows from the top.
+    void scrollToConverting() {
+        const std::vector<ConversionJob>& jobs = model_->jobs();
+        const auto isConverting = [](const ConversionJob& job) {
+            return job.state.is(JobState::Case::converting);
+        };
+        const auto row = std::find_if(jobs.rbegin(), jobs.rend(), isConverting);
+        const auto index = static_cast<std::size_t>(jobs.rend() - row) - 1;
+        const RowOffsets& offsets = list().heights().offsets();
+        list().verticalScrollBar()->setValue(
+            static_cast<int>(offsets.top(index > 2 ? index - 2 : 0)));
+        FrameWatch::settle();
+    }
+
+  private:
+    static std::shared_ptr<ConverterViewModel>
+    makeModel(const std::shared_ptr<ConversionRunner>& runner) {
+        auto panel = std::make_unique<test::ScriptedOpenPanel>();
+        panel->answer = {FileURL("/no-such-folder/Converted")};
+        return std::make_shared<ConverterViewModel>(ConverterViewModel::Surroundings{
+            runner, [] { return FileURL("/usr/bin/ffmpeg"); }, std::move(panel),
+            std::make_unique<test::ScriptedFileViewer>()});
+    }
+
+    void show() {
+        app_.emplace(model_);
+        frames_.emplace(app_->window());
+        app_->window().show();
+        frames_->waitForFrame();
+        FrameWatch::settle();
+        if (model_->isConverting()) {
+            scrollToConverting();
+        }
+    }
+
+    std::shared_ptr<StepwiseRunner> runner_;
+    std::shared_ptr<ConverterViewModel> model_;
+    std::optional<KestrelApp> app_;
+    std::optional<FrameWatch> frames_;
+};
+
+/// The window with so many jobs, of which the last 2,000, or half, are left to do. Near the end
+/// looking for a job takes longest.
+Window& windowWith(std::size_t count) {
+    static auto* const windows = new std::map<std::size_t, std::unique_ptr<Window>>;
+    std::unique_ptr<Window>& window = (*windows)[count];
+    if (!window) {
+        constexpr std::size_t enough = 2000;
+        window = std::make_unique<Window>(count, std::min(enough, count / 2));
+    }
+    return *window;
+}
+
+/// Times what `act` brings about until the next frame.
+template <typename Act> void timeUntilFrame(benchmark::State& state, Window& window, Act act) {
+    const double begin = processSeconds();
+    act();
+    window.frames().waitForFrame();
+    state.SetIterationTime(processSeconds() - begin);
+}
+
+void progressReport(benchmark::State& state) {
+    Window& window = windowWith(static_cast<std::size_t>(state.range(0)));
+    window.scrollToConverting();
+    double fraction = 0;
+    while (state.KeepRunning()) {
+        fraction = fraction > 0.9 ? 0.1 : fraction + 0.07;
+        timeUntilFrame(state, window, [&] { window.runner().report(fraction); });
+    }
+}
+
+/// The end of one conversion and the start of the next one: two rows change their height.
+void stateChange(benchmark::State& state) {
+    Window& window = windowWith(static_cast<std::size_t>(state.range(0)));
+    while (state.KeepRunning()) {
+        window.scrollToConverting();
+        timeUntilFrame(state, window, [&] { window.runner().end(); });
+        window.waitForConversion();
+    }
+}
+
+void wheelStep(benchmark::State& state) {
+    Window& window = windowWith(static_cast<std::size_t>(state.range(0)));
+    QScrollBar& bar = *window.list().verticalScrollBar();
+    QWidget& viewport = *window.list().viewport();
+    bar.setValue(bar.maximum() / 2);
+    FrameWatch::settle();
+    const QPointF place = QRectF(viewport.rect()).center();
+    int steps = 0;
+    while (state.KeepRunning()) {
+        // To and fro, over more rows than are in sight.
+        constexpr int stepsOneWay = 100;
+        const int degrees = steps++ / stepsOneWay % 2 == 0 ? -120 : 120;
+        QWheelEvent wheel(place, viewport.mapToGlobal(place), QPoint(), QPoint(0, degrees),
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        timeUntilFrame(state, window, [&] { QCoreApplication::sendEvent(&viewport, &wheel); });
+    }
+}
+
+BENCHMARK(progressReport)->Arg(10)->Arg(10'000)->Arg(100'000)->UseManualTime()->Iterations(300);
+BENCHMARK(stateChange)->Arg(10'000)->Arg(100'000)->UseManualTime()->Iterations(20);
+BENCHMARK(wheelStep)->Arg(10'000)->Arg(100'000)->UseManualTime()->Iterations(400);
+
+} // namespace
+} // namespace kestrel::bench
+
+int main(int argc, char** argv) {
+    kestrel::KestrelApp::prepare();
+    const QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+        return 2;
+    }
+    benchmark::RunSpecifiedBenchmarks();
+    // Conversions still wait on threads of their own.
+    static_cast<void>(std::fflush(nullptr));
+    std::_Exit(0);
+}

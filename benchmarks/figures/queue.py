@@ -1,0 +1,41 @@
+"""A large folder tree on its way into the queue."""
+
+import os
+import statistics
+import subprocess
+
+from figures import material, programs
+from figures.row import Row, at_most, at_most_times
+
+FOLDERS = 2000
+TRACKS = 50
+
+
+def _find(tree):
+    def pipeline():
+        find = subprocess.Popen(["find", tree], stdout=subprocess.PIPE)
+        subprocess.run(["sort", "-V"], stdin=find.stdout, stdout=subprocess.DEVNULL, check=True)
+        find.stdout.close()
+        find.wait()
+
+    return programs.wall_seconds(pipeline)
+
+
+def rows(runs, work):
+    tree = material.make_tree(os.path.join(work, "tree"), FOLDERS, TRACKS)
+    _find(tree)  # Warms the caches.
+    found, reports = programs.in_turn(runs, lambda: _find(tree), lambda: programs.drive(tree)["add"])
+    if any(report["jobs"] != FOLDERS * TRACKS for report in reports):
+        raise SystemExit("benchmarks: not every track was queued")
+
+    def median(key):
+        return statistics.median(report[key] for report in reports)
+
+    yield at_most_times("add(urls:) on a tree of 100,000 tracks in 2,000 folders", "s",
+                        statistics.median(found), median("add_seconds"), 0.5)
+    yield at_most("from the end of add to the frame painted, 100,000 jobs", "ms",
+                  median("paint_seconds") * 1000, 16)
+    path = median("path_bytes") / (FOLDERS * TRACKS)
+    added = median("memory_kilobytes") * 1024 / (FOLDERS * TRACKS)
+    yield Row("memory that a queued job adds, beside its path", "bytes", path, added,
+              "at most 250 bytes more", added <= path + 250)

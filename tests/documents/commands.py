@@ -1,0 +1,109 @@
+"""Every command that a document tells its reader to type, and what runs it."""
+
+import dataclasses
+
+
+@dataclasses.dataclass
+class Run:
+    """Run by the stage for documented commands, as it is written; or this command instead, where the reader
+    has to fill something in, where it takes hours, or where it would change this system."""
+
+    instead: str = ""
+
+
+@dataclasses.dataclass
+class Stage:
+    """Run by .ci/run, with these words."""
+
+    words: str
+
+
+@dataclasses.dataclass
+class Test:
+    """Shown by the tests whose names begin so."""
+
+    name: str
+
+
+@dataclasses.dataclass
+class ByHand:
+    """Run by nobody but a developer, for this reason."""
+
+    reason: str
+
+
+FRESH = "takes root and a network, to make a system of its own"
+INSTALLED = "takes root; scripts/fresh-install does it in a system of its own"
+
+FUZZ = (
+    "rm -rf build/documents/corpus && cp -a tests/fuzz/corpus build/documents/corpus &&"
+    " { scripts/fuzz --seconds 1 uri-lists; status=$?; } &&"
+    " rm -rf tests/fuzz/corpus && mv build/documents/corpus tests/fuzz/corpus && exit $status"
+)
+
+COMMANDS = {
+    # What a user types
+    "scripts/run": Run("env --unset=DISPLAY --unset=WAYLAND_DISPLAY scripts/run"),
+    "scripts/test": Stage("scripts/test --long"),
+    "scripts/package": Test("packaging.build"),
+    "scripts/package [FOLDER]": Test("packaging.build"),
+    "sudo apt-get install ./build/package/kestrel_0.1.0_amd64.deb": ByHand(INSTALLED),
+    "sudo apt-get remove kestrel": ByHand(INSTALLED),
+    "cmake --preset release": Run(),
+    "cmake --build --preset release": Run(),
+    "sudo cmake --install build/release --prefix /usr/local": Run(
+        "cmake --install build/release --prefix build/documents/prefix"
+    ),
+    "kestrel": Test("e2e.starts-from-its-entry-in-the-menu"),
+    "man kestrel": Test("packaging.manual"),
+    "dpkg-query --show kestrel": ByHand(INSTALLED),
+    "ffmpeg -version": Run(),
+    "ffmpeg -n -hide_banner -i song.opus -map 0:a:0 -vn -c:a libmp3lame -q:a 2 -id3v2_version 3"
+    " -map_metadata 0 song_converted.mp3": Run(
+        "rm -f build/documents/song* &&"
+        " ffmpeg -v error -f lavfi -i sine=d=1 -c:a libopus build/documents/song.opus &&"
+        " ffmpeg -n -hide_banner -i build/documents/song.opus -map 0:a:0 -vn -c:a libmp3lame -q:a 2"
+        " -id3v2_version 3 -map_metadata 0 build/documents/song_converted.mp3"
+    ),
+    # What a developer types
+    "scripts/setup": Run(),
+    "cmake --preset dev": Run(),
+    "cmake --build --preset dev": Run(),
+    "scripts/test -R FileURL": Run(),
+    "scripts/test -L unit": Run(),
+    "scripts/test --long": Stage("scripts/test --long"),
+    "scripts/test --long -R e2e.converts": Run(),
+    "scripts/test --preset asan": Stage("scripts/test --preset asan"),
+    "scripts/test --preset tsan": Stage("scripts/test --preset tsan"),
+    "scripts/test --preset coverage": Run(),
+    "scripts/test --preset fuzz": Stage("scripts/test --preset fuzz"),
+    "build/fuzz/tests/fuzz/fuzz-uri-lists build/fuzz/findings/uri-lists-crash-...": Run(
+        "build/fuzz/tests/fuzz/fuzz-uri-lists tests/fuzz/corpus/uri-lists/*"
+    ),
+    "scripts/fuzz": Run(FUZZ),
+    "scripts/fuzz [--seconds N] [TARGET...]": Run(FUZZ),
+    "scripts/format": Run(),
+    "scripts/lint": Stage("scripts/lint --no-tests"),
+    "scripts/with-display COMMAND": Run("scripts/with-display true"),
+    "scripts/gallery [--pseudo] [FOLDER]": Run("scripts/gallery build/documents/gallery"),
+    "scripts/mutate": Run("scripts/mutate --only model/UUID --count 2"),
+    "scripts/mutate --only REGEX": Run("scripts/mutate --only model/UUID --count 2"),
+    "benchmarks/run [--json FILE] [--runs N] [GROUP...]": Run(
+        "benchmarks/run --json build/documents/benchmarks.json --runs 1 idle"
+    ),
+    "benchmarks/run startup": Run("benchmarks/run --runs 1 startup"),
+    "benchmarks/run": Run("benchmarks/run --runs 1 idle"),
+    "scripts/demo": Run(),
+    "scripts/memcheck": Stage("scripts/memcheck"),
+    "scripts/memcheck [FILTER]": Stage("scripts/memcheck"),
+    "scripts/fresh-root": ByHand(FRESH),
+    "scripts/fresh-install": ByHand(FRESH),
+    "scripts/fresh-install [FOLDER]": ByHand(FRESH),
+    "translations/update": Test("translations.template-is-current"),
+    "cmake --build --preset dev --target translation-template": Run(),
+    "translations/update de": Run("trap 'rm translations/kestrel_eo.ts' EXIT; translations/update eo"),
+    "LANGUAGE=de build/release/kestrel": Test("TranslationTest."),
+    "scripts/gallery --pseudo": Run("scripts/gallery --pseudo build/documents/gallery"),
+    "git grep kestrel.example.org": Run(),
+    ".ci/run": ByHand("is what runs the rest"),
+}

@@ -331,11 +331,18 @@ TEST_F(ToolkitOpenPanelTest, leavesNoDescriptorOpen) {
             Driver(dialog).confirm();
         });
     };
-    pick();
-    const std::size_t before = ProcessCounts::now().descriptors;
-    pick();
-    pick();
-    EXPECT_LE(ProcessCounts::now().descriptors, before);
+    // The toolkit keeps some of its own from its first need of them on: its caches of icons and of
+    // types, and the threads that help it paint. A panel that left one open would add it each time.
+    constexpr int maximumPicks = 20;
+    constexpr int enough = 3;
+    int picksWithoutGrowth = 0;
+    for (int i = 0; i < maximumPicks && picksWithoutGrowth < enough; ++i) {
+        const std::size_t before = ProcessCounts::now().descriptors;
+        pick();
+        const bool isGrown = ProcessCounts::now().descriptors > before;
+        picksWithoutGrowth = isGrown ? 0 : picksWithoutGrowth + 1;
+    }
+    EXPECT_EQ(picksWithoutGrowth, enough);
 }
 
 TEST_F(ToolkitOpenPanelTest, comesUpAgainWhereTheLastChoiceWasMade) {

@@ -3,6 +3,7 @@
 #include "AccessibleParts.h"
 #include "CaptionButton.h"
 #include "ContentView.h"
+#include "Drawing.h"
 #include "FirstFrame.h"
 #include "MenuBar.h"
 #include "WindowBorder.h"
@@ -15,7 +16,6 @@
 #include <QMetaObject>
 #include <QPainter>
 #include <QPixmap>
-#include <QSvgRenderer>
 #include <QWindow>
 
 #include <algorithm>
@@ -197,13 +197,12 @@ void MainWindow::toggleMaximised() {
 }
 
 void MainWindow::renderIcon() {
-    QSvgRenderer renderer(QStringLiteral(":/icons/org.kestrel.Converter.svg"));
     QIcon icon;
     for (const int side : {16, 24, 32, 48, 64, 128}) {
         QPixmap pixmap(side, side);
         pixmap.fill(Qt::transparent);
         QPainter painter(&pixmap);
-        renderer.render(&painter);
+        paintDrawing(painter, QStringLiteral("org.kestrel.Converter"), side);
         painter.end();
         icon.addPixmap(pixmap);
     }

@@ -1,11 +1,11 @@
 #include "Symbol.h"
 
+#include "Drawing.h"
 #include "TextFont.h"
 
 #include <QImage>
 #include <QPainter>
 #include <QPixmapCache>
-#include <QSvgRenderer>
 
 #include <cmath>
 #include <utility>
@@ -20,9 +20,8 @@ constexpr double sizePerFontSize = 1.25;
 QImage mask(Symbol symbol, int size) {
     QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
-    QSvgRenderer renderer(QStringLiteral(":/symbols/%1.svg").arg(symbolName(symbol)));
     QPainter painter(&image);
-    renderer.render(&painter, QRectF(0, 0, size, size));
+    paintDrawing(painter, symbolName(symbol), size);
     painter.end();
     for (int y = 0; y < size; ++y) {
         auto* line = reinterpret_cast<QRgb*>(image.scanLine(y)); // NOLINT: the format's pixels

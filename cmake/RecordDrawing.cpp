@@ -1,0 +1,27 @@
+// Usage: record-drawing SVG PICTURE
+// Writes down what painting the drawing takes, in the drawing's own units; its size is the
+// picture's.
+#include <QGuiApplication>
+#include <QPainter>
+#include <QPicture>
+#include <QStringList>
+#include <QSvgRenderer>
+
+#include <cstdio>
+
+int main(int argc, char** argv) {
+    const QGuiApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() != 3) {
+        static_cast<void>(std::fputs("usage: record-drawing SVG PICTURE\n", stderr));
+        return 2;
+    }
+    QSvgRenderer renderer(arguments.at(1));
+    const QRect box(QPoint(0, 0), renderer.defaultSize());
+    QPicture picture;
+    picture.setBoundingRect(box);
+    QPainter painter(&picture);
+    renderer.render(&painter, box);
+    painter.end();
+    return renderer.isValid() && picture.save(arguments.at(2)) ? 0 : 1;
+}

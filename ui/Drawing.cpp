@@ -1,0 +1,22 @@
+#include "Drawing.h"
+
+#include "FatalError.h"
+
+#include <QPainter>
+#include <QPicture>
+
+namespace kestrel {
+
+void paintDrawing(QPainter& painter, const QString& name, double size) {
+    QPicture picture;
+    if (!picture.load(QStringLiteral(":/drawings/%1.pic").arg(name))) {
+        fatalError("a drawing is missing");
+    }
+    const double scale = size / picture.boundingRect().width();
+    painter.save();
+    painter.scale(scale, scale);
+    picture.play(&painter);
+    painter.restore();
+}
+
+} // namespace kestrel

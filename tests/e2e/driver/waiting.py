@@ -4,7 +4,8 @@ import time
 
 from gi.repository import GLib
 
-SECONDS = 10
+# Far more than anything takes, so that only what never comes runs out of it.
+SECONDS = 30
 
 
 class Unmet(Exception):

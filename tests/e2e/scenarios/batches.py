@@ -1,7 +1,5 @@
 """Batches that are cancelled, fail in parts, or meet an ffmpeg that behaves badly."""
 
-import time
-
 from driver import media
 from driver.registry import scenario
 from driver.waiting import expect, expect_equal, wait_equal, wait_for
@@ -150,17 +148,17 @@ def stays_usable_while_ffmpeg_floods_its_pipes(session):
                for name in ("err", "out")]
     program = session.start()
     program.convert(session.output, *sources)
-    slowest = 0
+    answers = 0
 
     def is_over():
-        nonlocal slowest
-        start = time.monotonic()
+        nonlocal answers
         states = program.states()
-        slowest = max(slowest, time.monotonic() - start)
+        answers += 1
         return states == ["Complete"] * 2
 
-    wait_for("end of the flood", is_over, seconds=30)
-    expect(f"the window answers at once, not after {slowest:.1f} s", slowest < 2)
+    wait_for("end of the flood", is_over, seconds=120)
+    # One that answers between two conversions alone comes to three.
+    expect(f"the window answers meanwhile, not {answers} times in all", answers > 4)
     await_stop(program, ["Complete"] * 2)
     expect_equal("files", [converted(session, name).read_text() for name in ("err", "out")],
                  ["done"] * 2)

@@ -69,19 +69,30 @@ class DragSource:
 
     def await_answer(self, expected):
         """Waits until the window that was moved to says "takes" or "declines", and it is that."""
+        self._await_word(expected)
+        # A drag begins where the pointer is by then, and goes back to each step of its way from there. Only
+        # the answer to a further step is the last one.
+        self._read().clear()
+        self._nudge()
+        self._await_word(expected)
+
+    def _nudge(self):
         x, y = self._place
+        hands.move_to(x + 1, y)
+        hands.move_to(x, y)
+
+    def _await_word(self, expected):
         tries = itertools.count(1)
 
-        def answered():
+        def is_said():
             if expected in self._read():
                 return True
             # A hand is never still, and a program that is slow to begin a drag knows of it by that alone.
             if next(tries) % STILL == 0:
-                hands.move_to(x + 1, y)
-                hands.move_to(x, y)
+                self._nudge()
             return False
 
-        wait_for(f'answer "{expected}"', answered)
+        wait_for(f'answer "{expected}"', is_said)
 
     def drop(self, seconds=SECONDS):
         """Lets go; how the other program took it."""

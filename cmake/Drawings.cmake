@@ -9,8 +9,7 @@ function(kestrel_drawings target)
     foreach(source IN LISTS ARGN)
         cmake_path(GET source STEM LAST_ONLY name)
         add_custom_command(OUTPUT ${folder}/${name}.pic DEPENDS ${source} record-drawing
-            COMMAND ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen
-                $<TARGET_FILE:record-drawing> ${source} ${folder}/${name}.pic VERBATIM)
+            COMMAND record-drawing ${source} ${folder}/${name}.pic VERBATIM)
         list(APPEND all ${folder}/${name}.pic)
     endforeach()
     file(MAKE_DIRECTORY ${folder})

@@ -1,7 +1,7 @@
 // Usage: record-drawing SVG PICTURE
 // Writes down what painting the drawing takes, in the drawing's own units; its size is the
 // picture's.
-#include <QGuiApplication>
+#include <QCoreApplication>
 #include <QPainter>
 #include <QPicture>
 #include <QStringList>
@@ -10,7 +10,7 @@
 #include <cstdio>
 
 int main(int argc, char** argv) {
-    const QGuiApplication application(argc, argv);
+    const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() != 3) {
         static_cast<void>(std::fputs("usage: record-drawing SVG PICTURE\n", stderr));

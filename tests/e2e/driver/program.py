@@ -240,25 +240,31 @@ class Program:
         tree.act(self.destination_button(), "Press")
         self.fill_panel(DESTINATION_PANEL, path)
 
+    def listed_bit_depth(self, depth):
+        """The item of the open list; None while the list is closed."""
+        return next((item for window in self.windows()
+                     for item in [tree.find(window, Role.LIST_ITEM, depth)] if item), None)
+
+    def open_bit_depths(self, depth):
+        """Opens the list by mouse; the item of that depth."""
+        picker = wait_for("bit depth", lambda: self.find(Role.COMBO_BOX))
+        wait_for("a bit depth that can be picked", lambda: tree.is_enabled(picker))
+
+        def open_list():
+            # A click that takes long is one that opens the list and picks what was picked already.
+            hands.click(picker)
+            try:
+                return wait_for(f'item "{depth}"', lambda: self.listed_bit_depth(depth), seconds=2)
+            except Unmet:
+                return None
+
+        return wait_for("open list", open_list)
+
     def pick_bit_depth(self, depth):
         """From the list that the mouse opens."""
         picker = wait_for("bit depth", lambda: self.find(Role.COMBO_BOX))
         if tree.name_of(picker) != depth:
-            wait_for("a bit depth that can be picked", lambda: tree.is_enabled(picker))
-
-            def item():
-                return next((item for window in self.windows()
-                             for item in [tree.find(window, Role.LIST_ITEM, depth)] if item), None)
-
-            def open_list():
-                # A click that takes long is one that opens the list and picks what was picked already.
-                hands.click(picker)
-                try:
-                    return wait_for(f'item "{depth}"', item, seconds=2)
-                except Unmet:
-                    return None
-
-            hands.click(wait_for("open list", open_list))
+            hands.click(self.open_bit_depths(depth))
             wait_for(f"bit depth {depth}", lambda: self.find(Role.COMBO_BOX, depth))
 
     def convert(self, destination, *files):

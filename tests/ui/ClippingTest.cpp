@@ -76,7 +76,7 @@ TEST_P(ClippingTest, laysNothingOverSomethingElse) {
     expectNoOverlap(view_.get());
 }
 
-std::string nameOf(const ::testing::TestParamInfo<Situation>& info) {
+std::string nameOfSituation(const ::testing::TestParamInfo<Situation>& info) {
     const auto [percent, direction, isHighContrast, contents] = info.param;
     const char* const names[] = {"Empty", "Jobs", "Uncompressed"};
     return std::to_string(percent) +
@@ -90,14 +90,14 @@ INSTANTIATE_TEST_SUITE_P(Situations, ClippingTest,
                                             ::testing::Values(false),
                                             ::testing::Values(Contents::empty, Contents::jobs,
                                                               Contents::uncompressed)),
-                         nameOf);
+                         nameOfSituation);
 
 INSTANTIATE_TEST_SUITE_P(HighContrast, ClippingTest,
                          ::testing::Combine(::testing::Values(100, 200),
                                             ::testing::Values(Qt::LeftToRight),
                                             ::testing::Values(true),
                                             ::testing::Values(Contents::empty, Contents::jobs)),
-                         nameOf);
+                         nameOfSituation);
 
 } // namespace
 } // namespace kestrel

@@ -202,13 +202,14 @@ INSTANTIATE_TEST_SUITE_P(States, PseudoTranslationTest,
 
 /// A translator alone.
 class PseudoTranslatorTest : public ::testing::Test {
+  public:
+    PseudoTranslatorTest(const PseudoTranslatorTest&) = delete;
+    PseudoTranslatorTest& operator=(const PseudoTranslatorTest&) = delete;
+
   protected:
     PseudoTranslatorTest() { QCoreApplication::installTranslator(&translator_); }
 
     ~PseudoTranslatorTest() override { EXPECT_EQ(utf8(translator_.missing().join(u'\n')), ""); }
-
-    PseudoTranslatorTest(const PseudoTranslatorTest&) = delete;
-    PseudoTranslatorTest& operator=(const PseudoTranslatorTest&) = delete;
 
     PseudoTranslator translator_;
 };

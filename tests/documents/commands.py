@@ -35,6 +35,10 @@ class ByHand:
 FRESH = "takes root and a network, to make a system of its own"
 INSTALLED = "takes root; scripts/fresh-install does it in a system of its own"
 
+BENCHMARKS = "benchmarks/run --json build/documents/benchmarks.json --runs 1 idle"
+
+MUTANTS = "takes a build of its own for a figure that developers ask for now and then"
+
 FUZZ = (
     "rm -rf build/documents/corpus && cp -a tests/fuzz/corpus build/documents/corpus &&"
     " { scripts/fuzz --seconds 1 uri-lists; status=$?; } &&"
@@ -86,13 +90,11 @@ COMMANDS = {
     "scripts/lint": Stage("scripts/lint --no-tests"),
     "scripts/with-display COMMAND": Run("scripts/with-display true"),
     "scripts/gallery [--pseudo] [FOLDER]": Run("scripts/gallery build/documents/gallery"),
-    "scripts/mutate": Run("scripts/mutate --only model/UUID --count 2"),
-    "scripts/mutate --only REGEX": Run("scripts/mutate --only model/UUID --count 2"),
-    "benchmarks/run [--json FILE] [--runs N] [GROUP...]": Run(
-        "benchmarks/run --json build/documents/benchmarks.json --runs 1 idle"
-    ),
+    "scripts/mutate": ByHand(MUTANTS),
+    "scripts/mutate --only REGEX": ByHand(MUTANTS),
+    "benchmarks/run [--json FILE] [--runs N] [GROUP...]": Run(BENCHMARKS),
     "benchmarks/run startup": Run("benchmarks/run --runs 1 startup"),
-    "benchmarks/run": Run("benchmarks/run --runs 1 idle"),
+    "benchmarks/run": Run(BENCHMARKS),
     "scripts/demo": Run(),
     "scripts/memcheck": Stage("scripts/memcheck"),
     "scripts/memcheck [FILTER]": Stage("scripts/memcheck"),

@@ -99,7 +99,7 @@ class AccessibleJobRow : public QAccessibleWidget {
     JobRow& row_;
 };
 
-QAccessibleInterface* makeInterface(const QString&, QObject* object) {
+QAccessibleInterface* makeJobInterface(const QString&, QObject* object) {
     if (auto* row = qobject_cast<JobRow*>(object)) {
         return new AccessibleJobRow(*row);
     }
@@ -115,7 +115,7 @@ QAccessibleInterface* makeInterface(const QString&, QObject* object) {
 } // namespace
 
 void installAccessibleJobs() {
-    QAccessible::installFactory(makeInterface);
+    QAccessible::installFactory(makeJobInterface);
 }
 
 } // namespace kestrel

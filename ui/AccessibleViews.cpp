@@ -48,7 +48,7 @@ class AccessibleQualitySlider : public QAccessibleWidget, public QAccessibleValu
     QualitySlider* slider_;
 };
 
-QAccessibleInterface* makeInterface(const QString&, QObject* object) {
+QAccessibleInterface* makeViewInterface(const QString&, QObject* object) {
     if (auto* slider = qobject_cast<QualitySlider*>(object)) {
         return new AccessibleQualitySlider(slider);
     }
@@ -68,7 +68,7 @@ QAccessibleInterface* makeInterface(const QString&, QObject* object) {
 } // namespace
 
 void installAccessibleViews() {
-    QAccessible::installFactory(makeInterface);
+    QAccessible::installFactory(makeViewInterface);
 }
 
 } // namespace kestrel

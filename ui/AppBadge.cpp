@@ -20,8 +20,8 @@
 namespace kestrel {
 namespace {
 
-constexpr int side = 44;
-constexpr double cornerRadius = 12;
+constexpr int appBadgeSide = 44;
+constexpr double appBadgeRadius = 12;
 constexpr int glowRadius = 12;
 constexpr double glowOpacity = 0.35;
 
@@ -33,12 +33,13 @@ double blurred(double place, double length) {
 
 /// A square blurred as a whole: the blur leaves nothing of the corners' shape.
 QPixmap makeGlow(const QColor& color, double devicePixelRatio) {
-    const auto pixels = static_cast<int>(std::ceil((side + 2 * glowRadius) * devicePixelRatio));
+    const auto pixels =
+        static_cast<int>(std::ceil((appBadgeSide + 2 * glowRadius) * devicePixelRatio));
     // The same along both sides.
     std::vector<double> strengths;
     strengths.reserve(static_cast<std::size_t>(pixels));
     for (int pixel = 0; pixel < pixels; ++pixel) {
-        strengths.push_back(blurred((pixel + 0.5) / devicePixelRatio - glowRadius, side));
+        strengths.push_back(blurred((pixel + 0.5) / devicePixelRatio - glowRadius, appBadgeSide));
     }
     QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
     for (int y = 0; y < pixels; ++y) {
@@ -56,22 +57,23 @@ QPixmap makeGlow(const QColor& color, double devicePixelRatio) {
 }
 
 void drawBadge(QPainter& painter, const QPalette& palette) {
-    const QRect badge(0, 0, side, side);
+    const QRect badge(0, 0, appBadgeSide, appBadgeSide);
     painter.setRenderHint(QPainter::Antialiasing);
-    QLinearGradient gradient(0, 0, side, side);
+    QLinearGradient gradient(0, 0, appBadgeSide, appBadgeSide);
     gradient.setColorAt(0, Ink(Ink::Name::purple).color(palette));
     gradient.setColorAt(1, Ink(Ink::Name::blue).color(palette));
     painter.setPen(Qt::NoPen);
     painter.setBrush(gradient);
-    painter.drawPath(continuousRectangle(badge, cornerRadius));
-    const int symbolSide = std::min(symbolSize(TextFont{TextStyle::title2}.font()), side - 12);
+    painter.drawPath(continuousRectangle(badge, appBadgeRadius));
+    const int symbolSide =
+        std::min(symbolSize(TextFont{TextStyle::title2}.font()), appBadgeSide - 12);
     drawSymbol(painter, badge, Symbol::waveformBadgePlus, symbolSide, Qt::white);
 }
 
 } // namespace
 
 AppBadge::AppBadge(QWidget* parent) : QWidget(parent) {
-    setFixedSize(side, side);
+    setFixedSize(appBadgeSide, appBadgeSide);
 }
 
 void AppBadge::drawGlow(QPainter& painter, const QRect& badge, const QPalette& palette) {
@@ -88,7 +90,7 @@ void AppBadge::drawGlow(QPainter& painter, const QRect& badge, const QPalette& p
 }
 
 QPixmap AppBadge::pixmap(const QPalette& palette, double devicePixelRatio) {
-    QPixmap pixmap(QSize(side, side) * devicePixelRatio);
+    QPixmap pixmap(QSize(appBadgeSide, appBadgeSide) * devicePixelRatio);
     pixmap.setDevicePixelRatio(devicePixelRatio);
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);

@@ -17,7 +17,7 @@ namespace kestrel {
 namespace {
 
 constexpr int symbolGap = 6;
-constexpr double disabledOpacity = 0.4;
+constexpr double disabledTextOpacity = 0.4;
 
 struct Measures {
     int minHeight;
@@ -161,7 +161,7 @@ QColor Button::labelColor() const {
     if (isEnabled()) {
         return ink_.color(palette());
     }
-    return Ink(Ink::Name::primary).withOpacity(disabledOpacity).color(palette());
+    return Ink(Ink::Name::primary).withOpacity(disabledTextOpacity).color(palette());
 }
 
 void Button::paintEvent(QPaintEvent*) {

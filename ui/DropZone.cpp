@@ -18,11 +18,11 @@
 namespace kestrel {
 namespace {
 
-constexpr int sidePadding = 6;
+constexpr int zonePadding = 6;
 constexpr int outlineInset = 20;
 constexpr double outlineRadius = 18;
 constexpr double dashLength = 7;
-constexpr int spacing = 8;
+constexpr int zoneSpacing = 8;
 /// Between the texts and the outline.
 constexpr int textMargin = 24;
 
@@ -48,17 +48,17 @@ DropZone::DropZone(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
     explanation->setObjectName(QStringLiteral("dropExplanation"));
     explanation->setInk(Ink::Name::secondary);
 
-    const int side = sidePadding + outlineInset + textMargin;
+    const int side = zonePadding + outlineInset + textMargin;
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(side, outlineInset, side, outlineInset);
     column->setSpacing(0);
     column->addStretch(1);
     column->addWidget(new DropBadge(this), 0, Qt::AlignHCenter);
-    column->addSpacing(spacing + 12);
+    column->addSpacing(zoneSpacing + 12);
     column->addWidget(title);
-    column->addSpacing(spacing + 2);
+    column->addSpacing(zoneSpacing + 2);
     column->addWidget(explanation);
-    column->addSpacing(spacing + 12);
+    column->addSpacing(zoneSpacing + 12);
     column->addLayout(makeButtons());
     column->addStretch(1);
 }
@@ -70,7 +70,7 @@ QBoxLayout* DropZone::makeButtons() {
     connect(chooseFolder, &QPushButton::clicked, this, [this] { model_->chooseFolder(); });
     setFocusProxy(chooseAudio);
     auto* buttons = new QHBoxLayout;
-    buttons->setSpacing(spacing);
+    buttons->setSpacing(zoneSpacing);
     buttons->addStretch(1);
     buttons->addWidget(chooseAudio);
     buttons->addWidget(chooseFolder);
@@ -91,7 +91,7 @@ void DropZone::paintEvent(QPaintEvent*) {
     pen.setMiterLimit(10);
     // A pen counts its dashes in its own widths.
     pen.setDashPattern({dashLength / width, dashLength / width});
-    const double side = sidePadding + outlineInset + width / 2.0;
+    const double side = zonePadding + outlineInset + width / 2.0;
     const double top = outlineInset + width / 2.0;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);

@@ -17,9 +17,9 @@ namespace {
 
 constexpr int buttonHeight = 36;
 constexpr int sidePadding = 12;
-constexpr int spacing = 10;
+constexpr int symbolSpacing = 10;
 constexpr int symbolWidth = 18;
-constexpr double radius = 9;
+constexpr double buttonRadius = 9;
 
 TextFont nameFont(bool isSelected) {
     return {TextStyle::subheadline, isSelected ? QFont::DemiBold : QFont::Normal};
@@ -69,10 +69,10 @@ void FormatButton::drawBackground(QPainter& painter) {
     if (opacity > 0) {
         painter.setPen(Qt::NoPen);
         painter.setBrush(Ink(Ink::Name::white).withOpacity(opacity).color(palette()));
-        painter.drawPath(continuousRectangle(rect(), radius));
+        painter.drawPath(continuousRectangle(rect(), buttonRadius));
     }
     if (KeyboardFocus::isShownOn(*this)) {
-        drawFocusRing(painter, rect(), radius, Ink(Ink::Name::purple).color(palette()));
+        drawFocusRing(painter, rect(), buttonRadius, Ink(Ink::Name::purple).color(palette()));
     }
 }
 
@@ -87,7 +87,7 @@ void FormatButton::drawLabel(QPainter& painter) {
     drawSymbol(painter, mirrored(symbolBox), symbol(), symbolWidth, color);
 
     painter.setPen(color);
-    const QRect textBox = content.adjusted(symbolWidth + spacing, 0, 0, 0);
+    const QRect textBox = content.adjusted(symbolWidth + symbolSpacing, 0, 0, 0);
     drawAligned(painter, mirrored(textBox), layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter,
                 text());
     if (isChecked()) {

@@ -12,14 +12,14 @@
 namespace kestrel {
 namespace {
 
-constexpr int side = 42;
-constexpr double cornerRadius = 9;
+constexpr int jobBadgeSide = 42;
+constexpr double jobBadgeRadius = 9;
 constexpr int symbolMargin = 6;
 
 } // namespace
 
 JobBadge::JobBadge(QWidget* parent) : QWidget(parent) {
-    setFixedSize(side, side);
+    setFixedSize(jobBadgeSide, jobBadgeSide);
 }
 
 void JobBadge::paintEvent(QPaintEvent*) {
@@ -28,8 +28,8 @@ void JobBadge::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(purple.withOpacity(0.11).color(palette()));
-    painter.drawPath(continuousRectangle(rect(), cornerRadius));
-    const int symbolSide = std::min(symbolSize(TextFont{}.font()), side - 2 * symbolMargin);
+    painter.drawPath(continuousRectangle(rect(), jobBadgeRadius));
+    const int symbolSide = std::min(symbolSize(TextFont{}.font()), jobBadgeSide - 2 * symbolMargin);
     drawSymbol(painter, rect(), Symbol::waveform, symbolSide, purple.color(palette()));
 }
 

@@ -21,9 +21,6 @@
 namespace kestrel {
 namespace {
 
-/// From the edges of the list to the contents of the rows, the scroll bar lying in between.
-constexpr int sideMargin = 26;
-
 constexpr double separatorStrength = 0.5;
 
 } // namespace

@@ -27,6 +27,10 @@ class JobScrollArea : public QAbstractScrollArea {
     Q_OBJECT
 
   public:
+    /// From the edges of the list to the contents of the rows, in pixels, the scroll bar lying in
+    /// between. What is above and below the list keeps it too.
+    static constexpr int sideMargin = 26;
+
     explicit JobScrollArea(std::shared_ptr<ConverterViewModel> model, QWidget* parent = nullptr);
     JobScrollArea(const JobScrollArea&) = delete;
     JobScrollArea& operator=(const JobScrollArea&) = delete;

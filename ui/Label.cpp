@@ -13,7 +13,7 @@
 namespace kestrel {
 namespace {
 
-constexpr double disabledOpacity = 0.45;
+constexpr double disabledLabelOpacity = 0.45;
 
 } // namespace
 
@@ -35,7 +35,7 @@ void Label::setInk(Ink ink) {
 }
 
 QColor Label::color() const {
-    return (isEnabled() ? ink_ : ink_.withOpacity(disabledOpacity)).color(palette());
+    return (isEnabled() ? ink_ : ink_.withOpacity(disabledLabelOpacity)).color(palette());
 }
 
 QFont Label::currentFont() const {

@@ -6,6 +6,7 @@
 #include "DropZone.h"
 #include "Ink.h"
 #include "JobList.h"
+#include "JobScrollArea.h"
 #include "Label.h"
 #include "Symbol.h"
 #include "TextFont.h"
@@ -18,11 +19,6 @@
 #include <utility>
 
 namespace kestrel {
-namespace {
-
-constexpr int sideMargin = 26;
-
-} // namespace
 
 QueueView::QueueView(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
     : QWidget(parent), model_(std::move(model)) {
@@ -59,7 +55,7 @@ QBoxLayout* QueueView::makeHeader() {
     connect(addButton, &QPushButton::clicked, this, [this] { model_->chooseFiles(); });
 
     auto* header = new QHBoxLayout;
-    header->setContentsMargins(sideMargin, 27, sideMargin, 20);
+    header->setContentsMargins(JobScrollArea::sideMargin, 27, JobScrollArea::sideMargin, 20);
     header->setSpacing(8);
     header->addLayout(texts, 1);
     header->addWidget(folderButton, 0, Qt::AlignVCenter);
@@ -107,7 +103,7 @@ QBoxLayout* QueueView::makeFooter() {
         row->addWidget(button, 0, Qt::AlignVCenter);
     }
     auto* footer = new QVBoxLayout;
-    footer->setContentsMargins(sideMargin, 0, sideMargin, 22);
+    footer->setContentsMargins(JobScrollArea::sideMargin, 0, JobScrollArea::sideMargin, 22);
     footer->setSpacing(14);
     auto* divider = new Divider(Qt::Horizontal, this);
     divider->setObjectName(QStringLiteral("footerDivider"));

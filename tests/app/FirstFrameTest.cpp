@@ -1,6 +1,6 @@
 #include "FirstFrame.h"
+#include "RunUntil.h"
 
-#include <QTest>
 #include <QWidget>
 
 #include <gtest/gtest.h>
@@ -36,9 +36,9 @@ TEST(FirstFrameTest, isPaintedBeforeWhatCanWaitIsDoneOnce) {
     QCoreApplication::processEvents();
     EXPECT_EQ(done, 0);
     widget.show();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return widget.paintings() > 0; }));
+    ASSERT_TRUE(test::runUntil([&] { return widget.paintings() > 0; }));
     EXPECT_EQ(widget.doneBefore(), 0);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return done > 0; }));
+    ASSERT_TRUE(test::runUntil([&] { return done > 0; }));
     widget.repaint();
     QCoreApplication::processEvents();
     EXPECT_GE(widget.paintings(), 2);

@@ -1,6 +1,8 @@
 #include "KestrelApp.h"
 
 #include "ContentView.h"
+#include "Patience.h"
+#include "RunUntil.h"
 #include "Scenario.h"
 
 #include <QApplication>
@@ -62,13 +64,13 @@ TEST_F(KestrelAppTest, addsFromTheKeyboardWhileABatchRuns) {
 
 TEST_F(KestrelAppTest, addsNothingFromTheKeyboardWhileTheAlertIsOpen) {
     scenario_.model->setAlertMessage("Something");
-    ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::activeModalWidget() != nullptr; }));
+    ASSERT_TRUE(test::runUntil([] { return QApplication::activeModalWidget() != nullptr; }));
     press(Qt::ControlModifier, Qt::Key_O);
     press(Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_O);
     EXPECT_THAT(scenario_.panelTitles(), ElementsAre());
     scenario_.model->setAlertMessage(std::nullopt);
-    ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::activeModalWidget() == nullptr; }));
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&app_.window()));
+    ASSERT_TRUE(test::runUntil([] { return QApplication::activeModalWidget() == nullptr; }));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&app_.window(), test::patience));
     expectBothShortcutsToWork();
 }
 
@@ -132,7 +134,7 @@ TEST_F(KestrelAppTest, isTitledKestrel) {
         }
     }
     QTimer::singleShot(0, &app->window(), [app, &quit] {
-        if (QTest::qWaitForWindowActive(&app->window())) {
+        if (QTest::qWaitForWindowActive(&app->window(), test::patience)) {
             quit(*app);
         }
     });

@@ -3,6 +3,7 @@
 #include "CaptionButton.h"
 #include "MenuBar.h"
 #include "RecordingWindow.h"
+#include "RunUntil.h"
 #include "Scenario.h"
 #include "WindowStrip.h"
 
@@ -52,7 +53,7 @@ class MainWindowFixture : public ::testing::Test {
 
     /// Waits until the window system agrees.
     bool waitForMaximised(bool isMaximised) {
-        const bool isSo = QTest::qWaitFor([this, isMaximised] {
+        const bool isSo = test::runUntil([this, isMaximised] {
             return window_.isMaximized() == isMaximised && (window_.width() > 1200) == isMaximised;
         });
         settle();

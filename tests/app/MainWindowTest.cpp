@@ -5,6 +5,7 @@
 #include "MainWindowFixture.h"
 #include "PaintedFromFile.h"
 #include "QueueView.h"
+#include "RunUntil.h"
 #include "WindowBorder.h"
 
 #include <QAccessible>
@@ -40,7 +41,7 @@ class MainWindowTest : public MainWindowFixture {
     }
 
     bool waitForSize(QSize size) {
-        const bool isSo = QTest::qWaitFor([this, size] { return window_.size() == size; });
+        const bool isSo = test::runUntil([this, size] { return window_.size() == size; });
         settle();
         return isSo;
     }
@@ -74,12 +75,12 @@ TEST_F(MainWindowTest, startsWithItsContentsBelowTheStripAndTheSidebarUnderIt) {
 
 TEST_F(MainWindowTest, asksForItsMinimumWhenItIsMadeSmaller) {
     force({500, 400}, false);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !window_.sizes.empty(); }));
+    ASSERT_TRUE(test::runUntil([this] { return !window_.sizes.empty(); }));
     EXPECT_TRUE(waitForSize({960, 640}));
     EXPECT_THAT(window_.sizes, ElementsAre(QSize(960, 640)));
     // And again, once it has had what it asked for.
     force({500, 400}, false);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return window_.sizes.size() == 2; }));
+    ASSERT_TRUE(test::runUntil([this] { return window_.sizes.size() == 2; }));
     EXPECT_TRUE(waitForSize({960, 640}));
 }
 
@@ -120,11 +121,11 @@ TEST_F(MainWindowTest, needsMoreRoomForLargerLettersAndGivesItBack) {
     QFont large = font_;
     large.setPixelSize(30);
     QApplication::setFont(large);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return window_.minimumWidth() > 960; }));
+    ASSERT_TRUE(test::runUntil([this] { return window_.minimumWidth() > 960; }));
     EXPECT_EQ(window_.minimumSize(), QSize(960, 640).expandedTo(contents().minimumSizeHint()));
     EXPECT_GE(window_.width(), window_.minimumWidth());
     QApplication::setFont(font_);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return window_.minimumSize() == QSize(960, 640); }));
+    ASSERT_TRUE(test::runUntil([this] { return window_.minimumSize() == QSize(960, 640); }));
 }
 
 TEST_F(MainWindowTest, drawsALineAroundItselfWhereNothingElseDoes) {
@@ -169,7 +170,7 @@ TEST_F(MainWindowTest, leavesTheButtonsOfTheWindowForLastOnTheKeyboard) {
 }
 
 TEST_F(MainWindowTest, bringsItsIconInAllSizesAfterTheFirstFrame) {
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !window_.windowIcon().isNull(); }));
+    ASSERT_TRUE(test::runUntil([this] { return !window_.windowIcon().isNull(); }));
     for (const int side : {16, 24, 32, 48, 64, 128}) {
         const QImage image = window_.windowIcon().pixmap(QSize(side, side), 1.0).toImage();
         EXPECT_GT(image.pixelColor(side / 2, side / 4).alpha(), 200);

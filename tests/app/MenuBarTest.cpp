@@ -1,6 +1,7 @@
 #include "MenuBar.h"
 
 #include "MenuBarStyle.h"
+#include "Patience.h"
 #include "Scenario.h"
 
 #include <QApplication>
@@ -59,7 +60,7 @@ class MenuBarTest : public ::testing::Test {
 
     void expectToOpenBy(Qt::Key key, Qt::KeyboardModifiers modifiers) {
         QTest::keyClick(&window_, key, modifiers);
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(menu_));
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(menu_, test::patience));
         EXPECT_EQ(utf8(menu_->activeAction()->text()), "One");
         QTest::keyClick(menu_, Qt::Key_Down);
         QTest::keyClick(menu_, Qt::Key_Return);

@@ -1,6 +1,7 @@
 #include "ContentView.h"
 #include "FFmpegError.h"
 #include "KestrelApp.h"
+#include "Patience.h"
 #include "PlatformError.h"
 #include "PseudoTranslator.h"
 #include "RoomForTexts.h"
@@ -127,7 +128,7 @@ class PseudoTranslationTest
         });
         window().resize(960, 640);
         window().show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window()));
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window(), test::patience));
         ASSERT_NO_FATAL_FAILURE(state.prepare(scenario_));
         settle();
         settle();

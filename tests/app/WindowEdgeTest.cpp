@@ -1,6 +1,7 @@
 #include "WindowEdge.h"
 
 #include "MainWindowFixture.h"
+#include "RunUntil.h"
 
 #include <gmock/gmock.h>
 
@@ -62,7 +63,7 @@ TEST_F(WindowEdgeTest, leavesWhatIsInsideTheCornersToTheButtons) {
 
 TEST_F(WindowEdgeTest, takesItsPlaceInAWindowOfAnySize) {
     window_.resize(1100, 700);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return window_.width() == 1100; }));
+    ASSERT_TRUE(test::runUntil([this] { return window_.width() == 1100; }));
     settle();
     expectToResize({1099, 300}, Qt::RightEdge, Qt::SizeHorCursor);
     expectToResize({600, 699}, Qt::BottomEdge, Qt::SizeVerCursor);
@@ -81,7 +82,7 @@ TEST_F(WindowEdgeTest, isThereOnlyWhileTheWindowFloats) {
     ASSERT_TRUE(waitForMaximised(false));
     EXPECT_EQ(visibleEdges(), 8);
     window_.showFullScreen();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return window_.width() > 1200; }));
+    ASSERT_TRUE(test::runUntil([this] { return window_.width() > 1200; }));
     EXPECT_EQ(visibleEdges(), 0);
 }
 

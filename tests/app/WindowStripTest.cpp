@@ -2,6 +2,7 @@
 
 #include "Ink.h"
 #include "MainWindowFixture.h"
+#include "RunUntil.h"
 
 #include <QCursor>
 #include <QImage>
@@ -41,12 +42,12 @@ class WindowStripTest : public MainWindowFixture {
 
     void expectToMinimiseBy(const Press& pressed) {
         pressed(minimiseButton());
-        EXPECT_TRUE(QTest::qWaitFor([this] { return window_.isMinimized(); }));
+        EXPECT_TRUE(test::runUntil([this] { return window_.isMinimized(); }));
     }
 
     void expectToCloseBy(const Press& pressed) {
         pressed(closeButton());
-        EXPECT_TRUE(QTest::qWaitFor([this] { return !window_.isVisible(); }));
+        EXPECT_TRUE(test::runUntil([this] { return !window_.isVisible(); }));
     }
 
     Press byMouse() {
@@ -110,10 +111,10 @@ TEST_F(WindowStripTest, closesByEnter) {
 
 TEST_F(WindowStripTest, restoresAWindowThatFillsTheScreen) {
     window_.showFullScreen();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return window_.width() > 1200; }));
+    ASSERT_TRUE(test::runUntil([this] { return window_.width() > 1200; }));
     EXPECT_EQ(utf8(maximiseButton().accessibleName()), "Restore");
     click(middleOf(maximiseButton()));
-    EXPECT_TRUE(QTest::qWaitFor([this] { return window_.width() < 1200; }));
+    EXPECT_TRUE(test::runUntil([this] { return window_.width() < 1200; }));
     EXPECT_FALSE(window_.isFullScreen());
 }
 
@@ -170,7 +171,7 @@ TEST_F(WindowStripTest, movesNothingWithoutTheLeftButton) {
 TEST_F(WindowStripTest, leavesNoHighlightOnAButtonThatTheWindowTookFromUnderTheMouse) {
     const QPoint before = QCursor::pos();
     QCursor::setPos(window_.mapToGlobal(middleOf(maximiseButton())));
-    EXPECT_TRUE(QTest::qWaitFor([this] { return maximiseButton().underMouse(); }));
+    EXPECT_TRUE(test::runUntil([this] { return maximiseButton().underMouse(); }));
     maximise();
     EXPECT_FALSE(maximiseButton().rect().contains(maximiseButton().mapFromGlobal(QCursor::pos())));
     EXPECT_FALSE(maximiseButton().underMouse());
@@ -182,9 +183,9 @@ TEST_F(WindowStripTest, leavesNoHighlightOnAButtonThatTheWindowTookFromUnderTheM
 TEST_F(WindowStripTest, keepsTheHighlightOfAButtonThatStaysUnderTheMouse) {
     const QPoint before = QCursor::pos();
     QCursor::setPos(window_.mapToGlobal(middleOf(minimiseButton())));
-    EXPECT_TRUE(QTest::qWaitFor([this] { return minimiseButton().underMouse(); }));
+    EXPECT_TRUE(test::runUntil([this] { return minimiseButton().underMouse(); }));
     window_.resize(window_.size() + QSize(0, 40));
-    ASSERT_TRUE(QTest::qWaitFor([this] { return window_.height() == 680; }));
+    ASSERT_TRUE(test::runUntil([this] { return window_.height() == 680; }));
     settle();
     EXPECT_TRUE(minimiseButton().underMouse());
     QCursor::setPos(before);

@@ -1,5 +1,6 @@
 #include "FFmpegError.h"
 #include "KestrelApp.h"
+#include "Patience.h"
 #include "PseudoTranslator.h"
 #include "Scenario.h"
 
@@ -132,7 +133,7 @@ std::vector<Picture> pictures() {
 QPixmap grab(QWidget& window) {
     QPixmap picture = window.grab();
     QWidget* alert = window.findChild<QMessageBox*>();
-    if (alert != nullptr && QTest::qWaitForWindowExposed(alert)) {
+    if (alert != nullptr && QTest::qWaitForWindowExposed(alert, test::patience)) {
         QRect place = alert->rect();
         place.moveCenter(window.rect().center());
         QPainter painter(&picture);
@@ -163,7 +164,7 @@ bool take(const Picture& picture, const QString& path, bool isPseudo) {
         window.show();
         picture.prepare(scenario);
         settle();
-        isSaved = QTest::qWaitForWindowExposed(&window);
+        isSaved = QTest::qWaitForWindowExposed(&window, test::patience);
         settle();
         isSaved = isSaved && grab(window).save(path);
     }

@@ -1,10 +1,10 @@
 #include "BusName.h"
 
 #include "PrivateBus.h"
+#include "RunUntil.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusReply>
-#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 class BusNameTest : public testing::Test {
   protected:
     bool waitForOwner(const QDBusConnection& owner) {
-        return QTest::qWaitFor([&] {
+        return runUntil([&] {
             return watcher_.interface()->serviceOwner(name_).value() == owner.baseService();
         });
     }

@@ -2,9 +2,8 @@
 
 #include "FakeFileManager.h"
 #include "PrivateBus.h"
+#include "RunUntil.h"
 #include "UrlHandler.h"
-
-#include <QTest>
 
 #include <gmock/gmock.h>
 
@@ -20,11 +19,11 @@ using testing::IsEmpty;
 class DesktopFileViewerTest : public testing::Test {
   protected:
     bool waitForShown() {
-        return QTest::qWaitFor([this] { return !manager_.shown().empty(); });
+        return runUntil([this] { return !manager_.shown().empty(); });
     }
 
     bool waitForOpened() {
-        return QTest::qWaitFor([this] { return !handler_.opened().empty(); });
+        return runUntil([this] { return !handler_.opened().empty(); });
     }
 
     /// Lets every message that is on its way arrive.

@@ -1,4 +1,6 @@
 #include "FileDialogDriver.h"
+#include "Patience.h"
+#include "RunUntil.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -15,8 +17,8 @@ namespace kestrel::test {
 
 QStringList FileDialogDriver::names(int expectedCount) const {
     const QAbstractItemView* shown = view();
-    EXPECT_TRUE(QTest::qWaitFor(
-        [&] { return shown->model()->rowCount(shown->rootIndex()) == expectedCount; }));
+    EXPECT_TRUE(
+        runUntil([&] { return shown->model()->rowCount(shown->rootIndex()) == expectedCount; }));
     QStringList result;
     for (int row = 0; row < shown->model()->rowCount(shown->rootIndex()); ++row) {
         result.append(shown->model()->index(row, 0, shown->rootIndex()).data().toString());
@@ -43,7 +45,7 @@ void FileDialogDriver::pressKey(Qt::Key key, Qt::KeyboardModifiers modifiers) co
 
 void FileDialogDriver::tabTo(const QWidget* widget) const {
     dialog_.activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog_));
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog_, patience));
     constexpr int maximumStops = 50;
     for (int stop = 0; stop < maximumStops && QApplication::focusWidget() != widget; ++stop) {
         QTest::keyClick(&dialog_, Qt::Key_Tab);
@@ -77,7 +79,7 @@ QAbstractItemView* FileDialogDriver::view() const {
 QModelIndex FileDialogDriver::item(const QString& name) const {
     const QAbstractItemView* shown = view();
     QModelIndex found;
-    EXPECT_TRUE(QTest::qWaitFor([&] {
+    EXPECT_TRUE(runUntil([&] {
         const QModelIndexList matches =
             shown->model()->match(shown->model()->index(0, 0, shown->rootIndex()), Qt::DisplayRole,
                                   name, 1, Qt::MatchExactly | Qt::MatchCaseSensitive);

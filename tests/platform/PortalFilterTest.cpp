@@ -2,10 +2,10 @@
 
 #include "FakePortal.h"
 #include "PrivateBus.h"
+#include "RunUntil.h"
 
 #include <QDBusArgument>
 #include <QDBusMessage>
-#include <QTest>
 #include <QVariant>
 #include <QVariantMap>
 
@@ -32,7 +32,7 @@ class PortalFilterTest : public testing::Test {
                                {u"filters"_s, QVariant::fromValue(filters)}};
         // Nobody waits for the answer.
         client_.send(message);
-        EXPECT_TRUE(QTest::qWaitFor([this] { return !portal_.requests().empty(); }));
+        EXPECT_TRUE(runUntil([this] { return !portal_.requests().empty(); }));
         received_ = portal_.requests().at(0).options.value(u"filters"_s);
     }
 

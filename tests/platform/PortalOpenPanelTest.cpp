@@ -4,12 +4,12 @@
 #include "PortalFilter.h"
 #include "PrivateBus.h"
 #include "ProcessCounts.h"
+#include "RunUntil.h"
 #include "ScopedVariable.h"
 #include "TemporaryFolder.h"
 
 #include <QCoreApplication>
 #include <QDBusArgument>
-#include <QTest>
 #include <QTimer>
 
 #include <gmock/gmock.h>
@@ -216,7 +216,7 @@ TEST_F(PortalOpenPanelTest, givesWayToTheToolkitOnAnError) {
     EXPECT_EQ(portal_.requests().size(), 1U);
     EXPECT_EQ(toolkitDialogs_.count(), 1);
     // A portal that was only slow is told that nobody waits any more.
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !portal_.closedPaths().empty(); }));
+    EXPECT_TRUE(runUntil([&] { return !portal_.closedPaths().empty(); }));
     EXPECT_THAT(portal_.closedPaths(), ElementsAre(portal_.requests().front().path));
 }
 
@@ -271,7 +271,7 @@ TEST_F(PortalOpenPanelTest, closesThePanelWhenTheProgramQuits) {
                        [&] { result = panel_.runModal(fileOptions()); });
     QCoreApplication::exec();
     EXPECT_EQ(result, std::optional<Chosen>(Chosen()));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !portal_.closedPaths().empty(); }));
+    EXPECT_TRUE(runUntil([&] { return !portal_.closedPaths().empty(); }));
     EXPECT_THAT(portal_.closedPaths(), ElementsAre(portal_.requests().front().path));
     EXPECT_EQ(toolkitDialogs_.count(), 0);
 }

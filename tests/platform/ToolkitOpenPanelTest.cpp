@@ -4,8 +4,10 @@
 #include "DialogCatcher.h"
 #include "FileDialogDriver.h"
 #include "FolderListing.h"
+#include "Patience.h"
 #include "PrivateBus.h"
 #include "ProcessCounts.h"
+#include "RunUntil.h"
 #include "ScopedVariable.h"
 #include "TemporaryFolder.h"
 
@@ -210,11 +212,11 @@ TEST_F(ToolkitOpenPanelTest, makesAndPicksANewFolder) {
         const Driver driver(dialog);
         driver.names(3);
         dialog.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog, patience));
         QTest::mouseClick(driver.newFolderButton(), Qt::LeftButton);
         driver.names(4);
         QWidget* editor = nullptr;
-        ASSERT_TRUE(QTest::qWaitFor([&] {
+        ASSERT_TRUE(runUntil([&] {
             editor = QApplication::focusWidget();
             return editor != nullptr && editor->inherits("QLineEdit") &&
                    driver.view()->isAncestorOf(editor);
@@ -300,7 +302,7 @@ TEST_F(ToolkitOpenPanelTest, keepsOtherWindowsFromInput) {
     window.setCentralWidget(button);
     window.show();
     window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window, patience));
     const QPoint middle = button->rect().center();
     run(fileOptions(), music_.url(), [&](QFileDialog& dialog) {
         QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {}, middle);
@@ -316,7 +318,7 @@ TEST_F(ToolkitOpenPanelTest, goesWithTheWindowItBelongsTo) {
     auto window = std::make_unique<QMainWindow>();
     window->show();
     window->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get(), patience));
     const Chosen chosen = run(fileOptions(), music_.url(), [&](QFileDialog& dialog) {
         EXPECT_EQ(dialog.parentWidget(), window.get());
         window.reset();

@@ -1,4 +1,6 @@
 #include "UserInputFilter.h"
+#include "Patience.h"
+#include "RunUntil.h"
 
 #include <QAction>
 #include <QApplication>
@@ -34,7 +36,7 @@ class RecordingWindow final : public QWidget {
         resize(200, 100);
         show();
         activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(this));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(this, patience));
         types_.clear();
     }
 
@@ -123,7 +125,7 @@ TEST(UserInputFilter, letsPaintsAndTimersThrough) {
     bool hasFired = false;
     QTimer::singleShot(0, &window, [&] { hasFired = true; });
     window.update();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return hasFired && window.has(QEvent::Paint); }));
+    EXPECT_TRUE(runUntil([&] { return hasFired && window.has(QEvent::Paint); }));
 }
 
 } // namespace

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "Patience.h"
+
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QEvent>
 #include <QEventLoop>
 #include <QTimer>
 
@@ -11,7 +14,7 @@ namespace kestrel::test {
 
 /// Runs the event loop until the condition holds, at most that many milliseconds; tells whether it
 /// came to hold. Where no event loop is needed, `waitUntil` does.
-inline bool runUntil(const std::function<bool()>& condition, int milliseconds = 10'000) {
+inline bool runUntil(const std::function<bool()>& condition, int milliseconds = patience) {
     const QDeadlineTimer deadline(milliseconds);
     // Events end every turn but the idle ones, which this does.
     QTimer heartbeat;
@@ -21,6 +24,8 @@ inline bool runUntil(const std::function<bool()>& condition, int milliseconds = 
             return false;
         }
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        // As an event loop does by itself between its events.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     return true;
 }

@@ -2,6 +2,7 @@
 
 #include "ConversionRunner.h"
 #include "FFmpegError.h"
+#include "Patience.h"
 
 #include <chrono>
 #include <condition_variable>
@@ -68,7 +69,7 @@ class ScriptedRunner final : public ConversionRunner {
         return interrupts_;
     }
 
-    /// For scripts: blocks until `release` has been called, at most ten seconds.
+    /// For scripts: blocks until `release` has been called, for as long as tests wait.
     void waitForRelease() {
         wait([this] { return isReleased_; });
     }
@@ -79,8 +80,8 @@ class ScriptedRunner final : public ConversionRunner {
         changed_.notify_all();
     }
 
-    /// For scripts: blocks until the runner has been interrupted since the conversion started, at
-    /// most ten seconds.
+    /// For scripts: blocks until the runner has been interrupted since the conversion started, for
+    /// as long as tests wait.
     void waitForInterrupt() {
         wait([this] { return interrupts_ > interruptsBefore_; });
     }
@@ -88,7 +89,7 @@ class ScriptedRunner final : public ConversionRunner {
   private:
     template <typename Condition> void wait(Condition condition) {
         std::unique_lock lock(mutex_);
-        if (!changed_.wait_for(lock, std::chrono::seconds(10), condition)) {
+        if (!changed_.wait_for(lock, std::chrono::milliseconds(patience), condition)) {
             throw std::runtime_error("the script waited in vain");
         }
     }

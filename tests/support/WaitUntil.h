@@ -1,14 +1,16 @@
 #pragma once
 
+#include "Patience.h"
+
 #include <chrono>
 #include <thread>
 
 namespace kestrel::test {
 
-/// Waits until the condition holds, ten seconds at most; tells whether it came to hold. Where it
-/// takes the event loop to make it hold, `runUntil` does.
+/// Waits until the condition holds, for as long as tests wait; tells whether it came to hold. Where
+/// it takes the event loop to make it hold, `runUntil` does.
 template <typename Condition> bool waitUntil(Condition condition) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(patience);
     while (!condition()) {
         if (std::chrono::steady_clock::now() > deadline) {
             return false;

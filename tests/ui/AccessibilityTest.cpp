@@ -3,6 +3,7 @@
 #include "FormatButton.h"
 #include "FractionBar.h"
 #include "QualitySlider.h"
+#include "RunUntil.h"
 #include "Scenario.h"
 
 #include <QAccessible>
@@ -48,7 +49,7 @@ class AccessibilityTest : public ::testing::Test {
         EXPECT_TRUE(showActive(view_));
         notifications.clear();
         setScreenReaderEnabled(true);
-        EXPECT_TRUE(QTest::qWaitFor([] { return QAccessible::isActive(); }));
+        EXPECT_TRUE(test::runUntil([] { return QAccessible::isActive(); }));
         QAccessible::installUpdateHandler(record);
     }
 
@@ -137,7 +138,7 @@ TEST_F(AccessibilityTest, givesTheProgressAsAValue) {
     scenario_.add({"a.opus"});
     scenario_.start();
     auto* bar = find<FractionBar>(view_, "overallProgress");
-    ASSERT_TRUE(QTest::qWaitFor([bar] { return bar->value() == 500; }));
+    ASSERT_TRUE(test::runUntil([bar] { return bar->value() == 500; }));
     EXPECT_EQ(of(bar)->role(), QAccessible::ProgressBar);
     EXPECT_EQ(text(bar), "Overall progress");
     EXPECT_EQ(of(bar)->valueInterface()->currentValue().toInt(), 500);

@@ -5,7 +5,9 @@
 #include "FractionBar.h"
 #include "JobRow.h"
 #include "Label.h"
+#include "Patience.h"
 #include "QualitySlider.h"
+#include "RunUntil.h"
 #include "Scenario.h"
 #include "StatusDot.h"
 
@@ -52,7 +54,7 @@ class AppearanceTest : public ::testing::Test {
         view_.setPalette(light);
         view_.resize(960, 640);
         view_.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&view_));
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&view_, test::patience));
         settle();
     }
 
@@ -277,7 +279,7 @@ TEST_F(AppearanceTest, fillsProgressInPurple) {
     scenario_.add({"a.opus", "b.opus"});
     scenario_.start();
     auto* bar = find<FractionBar>(view_, "overallProgress");
-    ASSERT_TRUE(QTest::qWaitFor([bar] { return bar->value() == 250; }));
+    ASSERT_TRUE(test::runUntil([bar] { return bar->value() == 250; }));
     settle();
     const QImage picture = image(bar);
     const int middle = picture.height() / 2;

@@ -1,5 +1,6 @@
 #include "Button.h"
 
+#include "Patience.h"
 #include "Scenario.h"
 
 #include <QEnterEvent>
@@ -16,7 +17,7 @@ class ButtonTest : public ::testing::TestWithParam<Button::Look> {
         button_.setSymbol(Symbol::plus);
         button_.setPalette(QPalette(QColor(Qt::black), QColor(0xEE, 0xEE, 0xEE)));
         button_.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&button_));
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&button_, test::patience));
         QTest::mouseMove(&button_, QPoint(-50, -50));
         settle();
     }

@@ -1,4 +1,5 @@
 #include "ContentView.h"
+#include "Patience.h"
 #include "RoomForTexts.h"
 #include "Scenario.h"
 
@@ -32,7 +33,7 @@ class ClippingTest : public ::testing::TestWithParam<Situation> {
         fill(contents);
         view_->resize(960, 640 - 28);
         view_->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(view_.get()));
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(view_.get(), test::patience));
         settle();
         settle();
     }

@@ -1,5 +1,6 @@
 #include "ContentView.h"
 
+#include "Patience.h"
 #include "QueueView.h"
 #include "Scenario.h"
 
@@ -35,7 +36,7 @@ class ContentViewTest : public ::testing::Test {
         scenario_.model->setAlertMessage(message);
         settle();
         ASSERT_NE(alert(), nullptr);
-        ASSERT_TRUE(QTest::qWaitForWindowActive(alert()));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(alert(), test::patience));
     }
 
     void expectDismissalBy(const std::function<void()>& dismiss) {

@@ -2,6 +2,8 @@
 #include "DropZone.h"
 #include "JobList.h"
 #include "JobRow.h"
+#include "Patience.h"
+#include "RunUntil.h"
 #include "Scenario.h"
 
 #include <QDragEnterEvent>
@@ -22,7 +24,7 @@ class DropTest : public ::testing::Test {
     DropTest() : view_(scenario_.model) {
         view_.resize(960, 640);
         view_.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&view_));
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&view_, test::patience));
         setUris("file:///no-such-folder/a.opus\r\n");
     }
 
@@ -66,7 +68,7 @@ class DropTest : public ::testing::Test {
     }
 
     bool waitForJobs(std::size_t count) const {
-        return QTest::qWaitFor([this, count] { return scenario_.model->jobs().size() == count; });
+        return test::runUntil([this, count] { return scenario_.model->jobs().size() == count; });
     }
 
     bool isTargeted() const { return scenario_.model->isDropTargeted(); }

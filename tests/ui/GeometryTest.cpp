@@ -7,6 +7,7 @@
 #include "JobBadge.h"
 #include "JobRow.h"
 #include "JobScrollArea.h"
+#include "Patience.h"
 #include "PercentLabel.h"
 #include "PopUpButton.h"
 #include "QualitySlider.h"
@@ -41,7 +42,7 @@ class GeometryTest : public ::testing::Test {
     GeometryTest() : view_(scenario_.model, [] { return FileURL("/usr/bin/ffmpeg"); }) {
         view_.resize(960, 640);
         view_.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&view_));
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&view_, test::patience));
         settle();
     }
 

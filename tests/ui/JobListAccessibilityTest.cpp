@@ -1,4 +1,5 @@
 #include "JobListFixture.h"
+#include "RunUntil.h"
 
 #include <QAccessible>
 
@@ -152,7 +153,7 @@ TEST_F(JobListAccessibilityTest, hasTheProgressOfARowAsAValue) {
     scenario_.add({"a.opus"});
     scenario_.start();
     auto* progress = rowOf("a.opus")->findChild<FractionBar*>();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return progress->value() == 250; }));
+    ASSERT_TRUE(test::runUntil([&] { return progress->value() == 250; }));
     QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(progress);
     EXPECT_EQ(accessible->role(), QAccessible::ProgressBar);
     ASSERT_NE(accessible->valueInterface(), nullptr);

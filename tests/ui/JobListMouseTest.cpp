@@ -1,5 +1,6 @@
 #include "Button.h"
 #include "JobListFixture.h"
+#include "RunUntil.h"
 
 #include <QCursor>
 
@@ -44,7 +45,7 @@ TEST_F(JobListMouseTest, leavesNoHighlightOnAButtonThatScrollsFromUnderTheMouse)
     const QPoint before = QCursor::pos();
     Button* const button = rowOf("2.opus")->removeButton();
     QCursor::setPos(button->mapToGlobal(button->rect().center()));
-    ASSERT_TRUE(QTest::qWaitFor([button] { return button->underMouse(); }));
+    ASSERT_TRUE(test::runUntil([button] { return button->underMouse(); }));
     bar()->setValue(bar()->value() + 40);
     EXPECT_FALSE(button->underMouse());
     QCursor::setPos(before);

@@ -1,4 +1,5 @@
 #include "JobListFixture.h"
+#include "RunUntil.h"
 
 #include <QWheelEvent>
 #include <QtTest/qtestspontaneevent.h>
@@ -59,7 +60,7 @@ TEST_F(JobListScrollTest, staysWhereItIsWhenARowAboveGrows) {
     const std::string name = texts("name").front();
     const int y = rows().front()->y();
     scenario_.start();
-    ASSERT_TRUE(QTest::qWaitFor(
+    ASSERT_TRUE(test::runUntil(
         [this] { return scenario_.model->jobs()[1].state.is(JobState::Case::converting); }));
     settle();
     EXPECT_EQ(texts("name").front(), name);
@@ -74,13 +75,13 @@ TEST_F(JobListScrollTest, staysWhereItIsWhenTheTopmostRowFails) {
     scenario_.holdBack("2.opus", 0.5);
     scenario_.addMany(100);
     scenario_.start();
-    ASSERT_TRUE(QTest::qWaitFor(
+    ASSERT_TRUE(test::runUntil(
         [this] { return scenario_.model->jobs()[1].state.is(JobState::Case::converting); }));
     settle();
     bar()->setValue(bar()->value() + rowOf("1.opus")->y());
     ASSERT_EQ(rows().front(), rowOf("1.opus"));
     scenario_.gate.open();
-    ASSERT_TRUE(QTest::qWaitFor(
+    ASSERT_TRUE(test::runUntil(
         [this] { return scenario_.model->jobs()[1].state.is(JobState::Case::failed); }));
     settle();
     EXPECT_EQ(rowOf("1.opus")->y(), 0);

@@ -1,4 +1,5 @@
 #include "JobListFixture.h"
+#include "RunUntil.h"
 
 #include <QImage>
 #include <QLayout>
@@ -57,7 +58,7 @@ TEST_F(JobListTest, showsTheOverallProgressWhileABatchRunsOnly) {
     scenario_.add({"a.opus", "b.opus"});
     EXPECT_FALSE(overall()->isVisible());
     scenario_.start();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return overall()->value() == 250; }));
+    ASSERT_TRUE(test::runUntil([this] { return overall()->value() == 250; }));
     EXPECT_TRUE(overall()->isVisible());
     EXPECT_EQ(overall()->maximum(), 1000);
     EXPECT_EQ(rowOf("a.opus")->findChild<FractionBar*>()->value(), 500);
@@ -195,14 +196,14 @@ TEST_F(JobListTest, repaintsNothingButTheBarWhenProgressIsMade) {
     scenario_.add({"a.opus", "b.opus", "c.opus"});
     scenario_.start();
     auto* progress = rowOf("a.opus")->findChild<FractionBar*>();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return progress->value() == 250; }));
+    ASSERT_TRUE(test::runUntil([&] { return progress->value() == 250; }));
     settle();
     PaintSpy spy;
     for (QWidget* widget : area()->findChildren<QWidget*>()) {
         widget->installEventFilter(&spy);
     }
     half.open();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return progress->value() == 500; }));
+    ASSERT_TRUE(test::runUntil([&] { return progress->value() == 500; }));
     settle();
     EXPECT_EQ(spy.painted.count(progress), 1U);
     // What shows through the bar is painted with it, and no more of it.

@@ -2,6 +2,7 @@
 
 #include "DisplayText.h"
 #include "FractionBar.h"
+#include "Patience.h"
 #include "Scenario.h"
 #include "TextFont.h"
 
@@ -22,7 +23,7 @@ class JobRowTest : public ::testing::Test {
         row_.resize(600, 100);
         row_.setJob(job_);
         row_.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&row_));
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&row_, test::patience));
     }
 
     void show(const JobState& state, double progress = 0) {

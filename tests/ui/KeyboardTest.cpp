@@ -4,6 +4,7 @@
 #include "KeyboardFocus.h"
 #include "PopUpButton.h"
 #include "QualitySlider.h"
+#include "RunUntil.h"
 #include "Scenario.h"
 
 #include <QAbstractItemView>
@@ -142,9 +143,9 @@ TEST_F(KeyboardTest, picksTheBitDepthByArrowsAndFromItsList) {
     for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return}) {
         focus(picker);
         press(key);
-        ASSERT_TRUE(QTest::qWaitFor([picker] { return picker->view()->isVisible(); }));
+        ASSERT_TRUE(test::runUntil([picker] { return picker->view()->isVisible(); }));
         QTest::keyClick(picker->view(), Qt::Key_Escape);
-        ASSERT_TRUE(QTest::qWaitFor([picker] { return !picker->view()->isVisible(); }));
+        ASSERT_TRUE(test::runUntil([picker] { return !picker->view()->isVisible(); }));
     }
     press(Qt::Key_Down);
     EXPECT_EQ(scenario_.model->settings().bitDepth, PCMBitDepth::twentyFour);
@@ -167,10 +168,10 @@ TEST_F(KeyboardTest, givesTheFocusBackAfterTheAlert) {
     focus(find<Button>(view_, "startButton"));
     press(Qt::Key_Space);
     ASSERT_NE(view_.findChild<QMessageBox*>(), nullptr);
-    ASSERT_TRUE(QTest::qWaitFor([] { return focusName() == "OK"; }));
+    ASSERT_TRUE(test::runUntil([] { return focusName() == "OK"; }));
     press(Qt::Key_Escape);
     EXPECT_EQ(scenario_.model->alertMessage(), std::nullopt);
-    EXPECT_TRUE(QTest::qWaitFor([] { return focusName() == "Convert 1 File"; }));
+    EXPECT_TRUE(test::runUntil([] { return focusName() == "Convert 1 File"; }));
 }
 
 TEST_F(KeyboardTest, showsWhereTheFocusIsOnEveryControl) {

@@ -3,6 +3,8 @@
 #include "ConverterViewModel.h"
 #include "FFmpegError.h"
 #include "Gate.h"
+#include "Patience.h"
+#include "RunUntil.h"
 #include "ScriptedDesktop.h"
 #include "ScriptedRunner.h"
 
@@ -31,7 +33,7 @@ inline void settle() {
 inline bool showActive(QWidget& widget) {
     widget.show();
     widget.activateWindow();
-    const bool isActive = QTest::qWaitForWindowActive(&widget);
+    const bool isActive = QTest::qWaitForWindowActive(&widget, test::patience);
     settle();
     return isActive;
 }
@@ -118,12 +120,12 @@ class Scenario {
 
     /// Waits until the job at a place in the queue reports progress; false if it does not.
     bool waitForProgress(std::size_t index) const {
-        return QTest::qWaitFor([this, index] { return model->jobs()[index].progress > 0; });
+        return test::runUntil([this, index] { return model->jobs()[index].progress > 0; });
     }
 
     /// Waits for the end of the batch; false if it does not come.
     bool finish() const {
-        const bool isOver = QTest::qWaitFor([this] { return !model->isConverting(); }, 10'000);
+        const bool isOver = test::runUntil([this] { return !model->isConverting(); });
         settle();
         return isOver;
     }

@@ -1,6 +1,7 @@
 #include "SettingsSidebar.h"
 
 #include "FormatButton.h"
+#include "Patience.h"
 #include "Scenario.h"
 
 #include <QAccessible>
@@ -31,7 +32,7 @@ class SettingsSidebarTest : public ::testing::Test {
                          &SettingsSidebar::refresh, Qt::QueuedConnection);
         sidebar_.resize(310, 640);
         sidebar_.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&sidebar_));
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&sidebar_, test::patience));
     }
 
     std::vector<std::string> selectedFormats() const {

@@ -5,7 +5,7 @@
 namespace kestrel::test {
 
 /// Counts this process's descriptors, children and threads when it is made, and fails the test when
-/// any of them has not gone back to that within ten seconds of its end.
+/// any of them does not go back to that after its end, for as long as tests wait.
 class LeakGuard {
   public:
     LeakGuard();

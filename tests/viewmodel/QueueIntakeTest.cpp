@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -40,6 +41,17 @@ TEST_F(QueueIntakeTest, appendsNewcomersBehindWhatIsThereWithoutSortingItAgain) 
     queue({"b.opus", "a.opus"});
     model->add({folder.file("z.opus"), folder.file("0.opus")});
     EXPECT_THAT(names(), ElementsAre("b.opus", "a.opus", "0.opus", "z.opus"));
+}
+
+TEST_F(QueueIntakeTest, keepsRoomForNoMoreThanTwiceTheJobsAndMovesThemSeldom) {
+    int moves = 0;
+    for (int number = 0; number < 500; ++number) {
+        const std::size_t room = model->jobs().capacity();
+        model->add({folder.file(std::to_string(number) + ".opus")});
+        moves += model->jobs().capacity() == room ? 0 : 1;
+        ASSERT_LE(model->jobs().capacity(), 2 * model->jobs().size());
+    }
+    EXPECT_LE(moves, 10);
 }
 
 TEST_F(QueueIntakeTest, acceptsNamesInUpperCaseAndNothingByContent) {

@@ -16,14 +16,15 @@ namespace kestrel {
 
 /// The window on the display, active, with one menu and an empty queue.
 class MainWindowFixture : public ::testing::Test {
+  public:
+    MainWindowFixture(const MainWindowFixture&) = delete;
+    MainWindowFixture& operator=(const MainWindowFixture&) = delete;
+
   protected:
     MainWindowFixture() : menu_(window_.menuBar().addMenu(QStringLiteral("&File"))) {
         menu_->addAction(QStringLiteral("Entry"));
         EXPECT_TRUE(showActive(window_));
     }
-
-    MainWindowFixture(const MainWindowFixture&) = delete;
-    MainWindowFixture& operator=(const MainWindowFixture&) = delete;
 
     ~MainWindowFixture() override { QApplication::setLayoutDirection(Qt::LeftToRight); }
 

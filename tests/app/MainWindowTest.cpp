@@ -23,10 +23,12 @@ namespace {
 using ::testing::ElementsAre;
 
 class MainWindowTest : public MainWindowFixture {
-  protected:
-    MainWindowTest() = default;
+  public:
     MainWindowTest(const MainWindowTest&) = delete;
     MainWindowTest& operator=(const MainWindowTest&) = delete;
+
+  protected:
+    MainWindowTest() = default;
 
     ~MainWindowTest() override { QApplication::setFont(font_); }
 

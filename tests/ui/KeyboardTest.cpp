@@ -57,7 +57,7 @@ class KeyboardTest : public ::testing::Test {
         return names;
     }
 
-    void focus(QWidget* widget) {
+    static void focus(QWidget* widget) {
         widget->setFocus(Qt::TabFocusReason);
         ASSERT_TRUE(widget->hasFocus());
     }

@@ -96,6 +96,9 @@ void ContentView::showAlert(const QString& message) {
     connect(alert_, &QDialog::finished, this, [this] {
         alert_.clear();
         model_->setAlertMessage(std::nullopt);
+        // Once the alert is gone. A window manager gives the focus back unasked, but not when the
+        // alert was answered before it had heard of it.
+        QMetaObject::invokeMethod(this, &QWidget::activateWindow, Qt::QueuedConnection);
     });
     // For all windows: when the window behind is clicked, only such an alert gets the keyboard
     // back.

@@ -133,7 +133,12 @@ std::optional<std::vector<FileURL>> runToolkitOpenPanel(const OpenPanel::Options
         return std::nullopt;
     }
     const QStringList paths = dialog->selectedFiles();
+    QWidget* owner = dialog->parentWidget();
     delete dialog;
+    if (owner != nullptr) {
+        // A window manager that heard of the dialog only after its end does not do this.
+        owner->activateWindow();
+    }
     return result == QDialog::Accepted ? std::optional(urlsFromDialog(paths)) : std::nullopt;
 }
 

@@ -96,8 +96,8 @@ void ContentView::showAlert(const QString& message) {
     connect(alert_, &QDialog::finished, this, [this] {
         alert_.clear();
         model_->setAlertMessage(std::nullopt);
-        // Once the alert is gone. A window manager gives the focus back unasked, but not when the
-        // alert was answered before it had heard of it.
+        // Once the alert is gone. A window manager that heard of it only after the answer does not
+        // do this.
         QMetaObject::invokeMethod(this, &QWidget::activateWindow, Qt::QueuedConnection);
     });
     // For all windows: when the window behind is clicked, only such an alert gets the keyboard

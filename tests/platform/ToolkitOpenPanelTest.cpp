@@ -9,6 +9,7 @@
 #include "ProcessCounts.h"
 #include "RunUntil.h"
 #include "ScopedVariable.h"
+#include "SlowWindowManager.h"
 #include "TemporaryFolder.h"
 
 #include <QAbstractItemView>
@@ -312,6 +313,22 @@ TEST_F(ToolkitOpenPanelTest, keepsOtherWindowsFromInput) {
     EXPECT_EQ(clicks, 0);
     QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {}, middle);
     EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(ToolkitOpenPanelTest, givesTheKeyboardBackWhereTheWindowManagerHeardOfItTooLate) {
+    QMainWindow window;
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window, patience));
+    {
+        const SlowWindowManager slow;
+        run(fileOptions(), music_.url(), [&slow](QFileDialog& dialog) {
+            slow.bringBackRequestFor(dialog);
+            EXPECT_TRUE(runUntil([&dialog] { return dialog.isActiveWindow(); }));
+            dialog.reject();
+        });
+    }
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window, patience));
 }
 
 TEST_F(ToolkitOpenPanelTest, goesWithTheWindowItBelongsTo) {

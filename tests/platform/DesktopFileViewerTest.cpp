@@ -79,6 +79,16 @@ TEST_F(DesktopFileViewerTest, opensTheContainingFolderWithoutABus) {
     EXPECT_THAT(handler_.opened(), ElementsAre(QUrl(u"file:///"_s)));
 }
 
+TEST_F(DesktopFileViewerTest, leavesNothingWaitingForAnAnswer) {
+    manager_.answer = FakeFileManager::Answer::Error;
+    viewer_.reveal(FileURL("/music/out"));
+    ASSERT_TRUE(waitForOpened());
+    EXPECT_TRUE(runUntil([this] { return viewer_.children().isEmpty(); }));
+    DesktopFileViewer viewer(&disconnectedBus);
+    viewer.reveal(FileURL("/music/out"));
+    EXPECT_THAT(viewer.children(), IsEmpty());
+}
+
 TEST_F(DesktopFileViewerTest, isMadeForTheSessionBus) {
     // Which is out of reach here.
     makeDesktopFileViewer()->reveal(FileURL("/music/out"));

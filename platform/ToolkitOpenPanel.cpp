@@ -136,7 +136,8 @@ std::optional<std::vector<FileURL>> runToolkitOpenPanel(const OpenPanel::Options
     QWidget* owner = dialog->parentWidget();
     delete dialog;
     if (owner != nullptr) {
-        // A window manager that heard of the dialog only after its end does not do this.
+        // A window manager that heard of the dialog only after its end does not give it the focus
+        // back.
         owner->activateWindow();
     }
     return result == QDialog::Accepted ? std::optional(urlsFromDialog(paths)) : std::nullopt;

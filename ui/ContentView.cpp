@@ -97,7 +97,7 @@ void ContentView::showAlert(const QString& message) {
         alert_.clear();
         model_->setAlertMessage(std::nullopt);
         // Once the alert is gone. A window manager that heard of it only after the answer does not
-        // do this.
+        // give the focus back.
         QMetaObject::invokeMethod(this, &QWidget::activateWindow, Qt::QueuedConnection);
     });
     // For all windows: when the window behind is clicked, only such an alert gets the keyboard

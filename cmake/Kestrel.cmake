@@ -6,7 +6,8 @@ target_link_libraries(kestrel_flags INTERFACE kestrel_plain_flags)
 target_compile_options(kestrel_plain_flags INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
     -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align -Wformat=2)
-if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+# Until clang 15, coroutines with libstdc++ need a flag, which clang 17 no longer knows.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 15)
     target_compile_options(kestrel_plain_flags INTERFACE
         -fcoroutines-ts -Wno-deprecated-experimental-coroutine)
 endif()

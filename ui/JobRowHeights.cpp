@@ -43,7 +43,8 @@ void JobRowHeights::update(const std::vector<ConversionJob>& jobs) {
         return;
     }
     // Setting a height takes as many steps as the count has binary digits.
-    const std::size_t few = jobs.size() / (std::bit_width(jobs.size()) + 1);
+    const auto digits = static_cast<std::size_t>(std::bit_width(jobs.size()));
+    const std::size_t few = jobs.size() / (digits + 1);
     std::vector<std::pair<std::size_t, int>> changes;
     const int* before = offsets_.heights().data();
     for (const ConversionJob& job : jobs) {

@@ -110,7 +110,8 @@ void checkAppending(const FileURL& url, const std::string& component,
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace kestrel;
     std::vector<std::string> parts(1);
-    for (const char c : FuzzInput(data, size).bytes()) {
+    const FuzzInput input(data, size);
+    for (const char c : input.bytes()) {
         if (c == '\0') {
             parts.emplace_back();
         } else {

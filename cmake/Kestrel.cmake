@@ -1,3 +1,13 @@
+# Where warnings are errors, they are those of the compilers that the project has been built with. A newer
+# compiler may warn of what nobody has seen yet.
+set(newest_GNU 16)
+set(newest_Clang 21)
+if(CMAKE_COMPILE_WARNING_AS_ERROR AND
+        CMAKE_CXX_COMPILER_VERSION VERSION_GREATER_EQUAL "${newest_${CMAKE_CXX_COMPILER_ID}}.999")
+    message(STATUS "Warnings are no errors: ${CMAKE_CXX_COMPILER_ID} ${CMAKE_CXX_COMPILER_VERSION} is newer than known")
+    set(CMAKE_COMPILE_WARNING_AS_ERROR OFF)
+endif()
+
 # What every target of the project is compiled with: in every build the warnings and the hardening, which are
 # the plain flags, and on top of them the instrumentation of the sanitizer, fuzz and coverage builds.
 add_library(kestrel_plain_flags INTERFACE)

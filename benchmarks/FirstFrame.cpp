@@ -32,8 +32,7 @@ class FirstFrame : public QObject {
         if (event->type() == QEvent::Paint && !isPainted_) {
             isPainted_ = true;
             // The frame is handed over before the event loop turns.
-            QMetaObject::invokeMethod(
-                this, [this] { report(); }, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(this, &FirstFrame::report, Qt::QueuedConnection);
         }
         return QObject::eventFilter(watched, event);
     }

@@ -22,15 +22,14 @@ void StallWatch::knock(const std::stop_token& stop) {
     while (!stop.stop_requested()) {
         if (pending_.load() == Clock::time_point()) {
             pending_ = Clock::now();
-            QMetaObject::invokeMethod(
-                this, [this] { note(pending_); }, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(this, &StallWatch::note, Qt::QueuedConnection);
         }
         std::this_thread::sleep_for(1ms);
     }
 }
 
-void StallWatch::note(Clock::time_point since) {
-    longest_ = std::max(longest_.load(), Clock::now() - since);
+void StallWatch::note() {
+    longest_ = std::max(longest_.load(), Clock::now() - pending_.load());
     pending_ = Clock::time_point();
 }
 

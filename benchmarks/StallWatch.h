@@ -25,7 +25,7 @@ class StallWatch : public QObject {
     using Clock = std::chrono::steady_clock;
 
     void knock(const std::stop_token& stop);
-    void note(Clock::time_point since);
+    void note();
 
     std::atomic<Clock::duration> longest_{};
     /// The knock that waits for its answer; the clock's beginning if none does.

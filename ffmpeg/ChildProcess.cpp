@@ -35,7 +35,7 @@ int waitForExit(pid_t child, int options, siginfo_t& info) noexcept {
 /// Children of a program that ignores this signal vanish without a word. It may have been ignored
 /// since before this program was started.
 void letChildrenBeWaitedFor() noexcept {
-    struct sigaction action {};
+    struct sigaction action = {};
 
     const bool isKnown = ::sigaction(SIGCHLD, nullptr, &action) == 0;
     const bool isIgnored = (action.sa_flags & SA_SIGINFO) == 0 && action.sa_handler == SIG_IGN;

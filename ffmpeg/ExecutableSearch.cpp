@@ -12,7 +12,7 @@ namespace kestrel {
 namespace {
 
 bool isExecutableFile(const std::string& path) noexcept {
-    struct stat status {};
+    struct stat status = {};
 
     return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
            ::faccessat(AT_FDCWD, path.c_str(), X_OK, AT_EACCESS) == 0;

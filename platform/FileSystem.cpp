@@ -5,13 +5,13 @@
 namespace kestrel {
 
 bool fileExists(const FileURL& url) noexcept {
-    struct stat status {};
+    struct stat status = {};
 
     return ::stat(url.path().c_str(), &status) == 0;
 }
 
 bool isFolder(const FileURL& url) noexcept {
-    struct stat status {};
+    struct stat status = {};
 
     return ::stat(url.path().c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }

@@ -88,7 +88,7 @@ bool isFolderEntry(const Directory& directory, const dirent& entry) {
         return entry.d_type == DT_DIR;
     }
 
-    struct stat status {};
+    struct stat status = {};
 
     return ::fstatat(::dirfd(directory.get()), entry.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0 &&
            S_ISDIR(status.st_mode);

@@ -78,6 +78,10 @@ void showAllStates(Scenario& scenario) {
     ASSERT_TRUE(scenario.waitForProgress(0));
 }
 
+void addTwoJobs(Scenario& s) {
+    s.add({"a.opus", "b.opus"});
+}
+
 std::vector<State> states() {
     return {
         {"Empty", [](Scenario&) {}},
@@ -97,11 +101,7 @@ std::vector<State> states() {
          }},
         {"Aiff", [](Scenario& s) { s.model->setSettings({.format = OutputFormat::aiff}); }},
         {"Wav", [](Scenario& s) { s.model->setSettings({.format = OutputFormat::wav}); }},
-        {"NoFFmpeg",
-         [](Scenario& s) {
-             s.add({"a.opus", "b.opus"});
-         },
-         false},
+        {"NoFFmpeg", addTwoJobs, false},
         {"AlertWithoutJobs", [](Scenario& s) { s.model->start(); }},
         {"AlertWithoutDestination",
          [](Scenario& s) {

@@ -114,7 +114,7 @@ INSTANTIATE_TEST_SUITE_P(SurroundingFaults, ClosedStreamsTest,
 class ReplacedAction {
   public:
     ReplacedAction(int signal, void (*handler)(int), int flags) : signal_(signal) {
-        struct sigaction action {};
+        struct sigaction action = {};
 
         action.sa_handler = handler;
         action.sa_flags = flags;
@@ -129,7 +129,7 @@ class ReplacedAction {
   private:
     int signal_;
 
-    struct sigaction before_ {};
+    struct sigaction before_ = {};
 };
 
 TEST_F(FaultTest, learnsHowItsChildrenEndThoughTheirSignalWasIgnored) {
@@ -151,7 +151,7 @@ std::atomic<int> strikes = 0;
 class Storm {
   public:
     Storm() {
-        struct sigaction action {};
+        struct sigaction action = {};
 
         action.sa_handler = [](int) { ++strikes; };
         // For good: the last one may still be on its way when the storm is over.

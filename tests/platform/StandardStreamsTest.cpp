@@ -19,14 +19,14 @@ namespace {
 
 /// Whether it is the null device, and children would have it too.
 bool isNullDevice(int descriptor) {
-    struct stat status {};
+    struct stat status = {};
 
     return ::fstat(descriptor, &status) == 0 && S_ISCHR(status.st_mode) &&
            status.st_rdev == makedev(1, 3) && ::fcntl(descriptor, F_GETFD) == 0;
 }
 
 ino_t inodeOf(int descriptor) {
-    struct stat status {};
+    struct stat status = {};
 
     return ::fstat(descriptor, &status) == 0 ? status.st_ino : 0;
 }

@@ -1,13 +1,18 @@
+#include "DisplayErrorHandler.h"
 #include "KestrelApp.h"
 #include "StandardStreams.h"
 #include "Translation.h"
 
 #include <QApplication>
 
+#include <optional>
+
 int main(int argc, char** argv) {
     kestrel::settleStandardStreams();
     kestrel::KestrelApp::prepare();
+    std::optional<kestrel::DisplayErrorHandler> displayErrors(std::in_place);
     const QApplication application(argc, argv);
+    displayErrors.reset();
     const kestrel::Translation translation;
     kestrel::KestrelApp app;
     return app.run();

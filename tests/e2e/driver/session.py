@@ -10,8 +10,14 @@ from driver import eyes, processes, tree
 from driver.program import Program, environment_with
 from driver.waiting import Unmet, expect_equal, wait_for
 
-# What the toolkit says of questions for objects that have just gone, which no reader of the screen can help.
-ANSWERS_TO_READERS = ("qt.accessibility.atspi: WARNING", "QAccessibleTable::", "QAccessibleTree::")
+# What Qt writes to stderr when an AT-SPI client asks for an object that has just gone, which no screen reader
+# can avoid, or for what it does not implement. The last are of Qt 6.8 and 6.11.
+QT_NOTICES = ("qt.accessibility.atspi: WARNING", "QAccessibleTable::", "QAccessibleTree::",
+              "qt.accessibility.atspi: Could not find accessible on path", "QAccessibleList::",
+              "qt.accessibility.atspi: AtSpiAdaptor::applicationInterface does not implement")
+# What Qt 6.8 writes where the locale is not a UTF-8 one.
+QT_LOCALE_NOTICE = ("Detected locale ", "Qt depends on a UTF-8 locale, ",
+                    "If this causes problems, reconfigure your locale.", "for more information.")
 
 
 class Session:
@@ -28,6 +34,9 @@ class Session:
         self.helpers = []
         # What the program has to say on its standard output and error, all in all.
         self.expected_words = ""
+        self.log_path().touch()
+        # How the lines of Qt begin that do not count.
+        self.ignored_lines = QT_NOTICES
         self._mounts = []
         self._home_before = self._home_tree()
 
@@ -123,7 +132,7 @@ class Session:
 
     def _words(self):
         lines = self.log_path().read_text(errors="replace").splitlines(keepends=True)
-        return "".join(line for line in lines if not line.startswith(ANSWERS_TO_READERS))
+        return "".join(line for line in lines if not line.startswith(self.ignored_lines))
 
     def _has_no_children(self):
         processes.fetch_dead(but=[helper.process.pid for helper in self.helpers])

@@ -5,6 +5,7 @@ import subprocess
 
 from driver import eyes, hands, media, tree
 from driver.registry import scenario
+from driver.session import QT_LOCALE_NOTICE
 from driver.tree import Role
 from driver.waiting import expect, expect_equal, wait_equal, wait_for
 
@@ -146,6 +147,7 @@ def expect_colors(program, background, is_dark):
 
 @scenario()
 def is_used_under_the_plain_c_locale(session):
+    session.ignored_lines += QT_LOCALE_NOTICE
     program = session.start(LC_ALL="C")
     convert_a_track(session, program, "Ö")
     program.quit()

@@ -2,10 +2,12 @@
 
 import os
 import pty
+import subprocess
 
 from driver import media
+from driver.program import environment_with
 from driver.registry import scenario
-from driver.waiting import expect_equal
+from driver.waiting import SECONDS, expect, expect_equal
 
 
 def expect_to_convert(session, program):
@@ -51,3 +53,31 @@ def converts_when_started_where_the_end_of_children_is_ignored(session):
     program = session.start_from_shell("trap '' CHLD")
     expect_to_convert(session, program)
     program.quit()
+
+
+def end_without_display(session, **environment):
+    """Starts the program where no display can be opened; returns what it writes to stdout and stderr."""
+    nowhere = {"DISPLAY": None, "WAYLAND_DISPLAY": None, "XDG_SESSION_TYPE": None, "QT_QPA_PLATFORM": None,
+               "HOME": str(session.home)}
+    done = subprocess.run([session.options.program], env=environment_with({**nowhere, **environment}),
+                          stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+                          timeout=SECONDS, check=False)
+    # It exits by itself, without the signal that leaves a core dump.
+    expect_equal(f"status with {environment}", done.returncode, 1)
+    return done.stdout.decode()
+
+
+@scenario()
+def says_in_one_line_that_there_is_no_display(session):
+    expect_equal("stderr without a display", end_without_display(session),
+                 "kestrel: no display: neither WAYLAND_DISPLAY nor DISPLAY is set\n")
+    # One that nobody serves, by the name of a socket that is not there.
+    for environment, named in (
+        ({"DISPLAY": ":65000"}, ":65000"),
+        ({"WAYLAND_DISPLAY": "nowhere", "XDG_SESSION_TYPE": "wayland"}, "wl_display"),
+        ({"QT_QPA_PLATFORM": "nowhere"}, '"nowhere"'),
+    ):
+        written = end_without_display(session, **environment)
+        expect(f"one line with {environment}",
+               written.startswith("kestrel: cannot open the display: ") and named in written
+               and written.count("\n") == 1 and written.endswith("\n"))

@@ -37,15 +37,32 @@ void createFolder(const FileURL& folder) {
     }
 }
 
-void reportProgress(const FileDescriptor& progress, double duration,
+/// Returns whether ffmpeg reported the end of its progress.
+bool reportProgress(const FileDescriptor& progress, double duration,
                     const ConversionRunner::ProgressHandler& onProgress) {
+    bool hasEnded = false;
     LineSplitter lines([&](std::string_view line) {
+        hasEnded = hasEnded || isProgressEnd(line);
         if (const std::optional<double> fraction = progressFraction(line, duration)) {
             onProgress(*fraction);
         }
     });
     readChunks(progress, [&lines](std::string_view chunk) { lines.feed(chunk); });
     lines.finish();
+    return hasEnded;
+}
+
+/// None where there is no such file.
+std::optional<struct stat> statusOf(const FileURL& file) noexcept {
+    struct stat status = {};
+    return ::stat(file.path().c_str(), &status) == 0 ? std::optional(status) : std::nullopt;
+}
+
+/// Whether the path still leads to the same file, and nobody has written to it.
+bool isUntouched(const struct stat& before, const std::optional<struct stat>& after) noexcept {
+    return after && after->st_dev == before.st_dev && after->st_ino == before.st_ino &&
+           after->st_size == before.st_size && after->st_mtim.tv_sec == before.st_mtim.tv_sec &&
+           after->st_mtim.tv_nsec == before.st_mtim.tv_nsec;
 }
 
 /// Throws where there is no thread to read with: before there is a child that would need it.
@@ -70,13 +87,11 @@ double probedDuration(const FileURL& source, const FileURL& ffmpeg) {
     return duration.finish();
 }
 
-/// Whether it is a pipe, or a device such as a terminal. The probe would take what the conversion
-/// needs, or wait for a writer, and it cannot be interrupted.
-bool givesItsBytesOnce(const FileURL& source) noexcept {
-    struct stat status {};
-
-    return ::stat(source.path().c_str(), &status) == 0 &&
-           (S_ISFIFO(status.st_mode) || S_ISCHR(status.st_mode));
+/// A duration probe would consume what the conversion needs, or wait for a writer, and it cannot be
+/// interrupted.
+bool isFifoOrCharacterDevice(const FileURL& source) noexcept {
+    const std::optional<struct stat> status = statusOf(source);
+    return status && (S_ISFIFO(status->st_mode) || S_ISCHR(status->st_mode));
 }
 
 void lowerPriorityOfThisThread() noexcept {
@@ -133,16 +148,22 @@ void FFmpegService::convert(const FileURL& source, const FileURL& destination,
     // Read at the same time as the progress, so that neither pipe fills up and stalls the child.
     std::promise<FileDescriptor> standardError;
     std::future<std::string> diagnostics = readInBackground(*ffmpeg, standardError.get_future());
+    const std::optional<struct stat> existing =
+        settings.overwrite ? std::nullopt : statusOf(destination);
     child->launch();
     standardError.set_value(child->takeStandardError());
     try {
-        reportProgress(child->takeStandardOutput(), duration, onProgress);
+        const bool hasEnded = reportProgress(child->takeStandardOutput(), duration, onProgress);
         const ProcessExit exit = child->waitUntilExit();
         const std::string bytes = diagnostics.get();
         if (exit.reason == ProcessExit::Reason::uncaughtSignal) {
             throw FFmpegError::cancelled();
         }
-        if (exit.code != 0) {
+        // ffmpeg 5.1 refuses to overwrite with status 1, but ffmpeg 7.1 and 9.0 do so with status
+        // 0.
+        const bool isRefused =
+            existing && !hasEnded && isUntouched(*existing, statusOf(destination));
+        if (exit.code != 0 || isRefused) {
             throw FFmpegError::processFailed(diagnosticsTail(bytes));
         }
     } catch (const std::system_error& failure) {
@@ -162,7 +183,7 @@ void FFmpegService::interruptActiveProcess() {
 }
 
 double FFmpegService::mediaDuration(const FileURL& source, const FileURL& ffmpeg) {
-    if (givesItsBytesOnce(source)) {
+    if (isFifoOrCharacterDevice(source)) {
         return 0;
     }
     try {

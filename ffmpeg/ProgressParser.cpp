@@ -15,10 +15,14 @@ std::optional<double> progressFraction(std::string_view line, double duration) {
             return std::min(*time / microsecondsPerSecond / duration, 1.0);
         }
     }
-    if (line == "progress=end") {
+    if (isProgressEnd(line)) {
         return 1.0;
     }
     return std::nullopt;
+}
+
+bool isProgressEnd(std::string_view line) noexcept {
+    return line == "progress=end";
 }
 
 } // namespace kestrel

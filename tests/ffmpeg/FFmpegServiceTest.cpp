@@ -99,6 +99,25 @@ TEST_F(FFmpegServiceTest, reportsTheFractionsOfTheProgressStreamAndReturns) {
     EXPECT_THAT(fractions, ElementsAre(-0.0023, 0.5, 1.0, 1.0));
 }
 
+TEST_F(FFmpegServiceTest, takesARefusalToOverwriteForAFailureWhateverItsStatus) {
+    destination = folder.write("track_converted.mp3", "precious");
+    for (const char* status : {"0", "1"}) {
+        writeScript("convert err File exists\\n\nconvert exit " + std::string(status) + "\n");
+        EXPECT_EQ(outcome(), "fails: File exists") << status;
+    }
+}
+
+TEST_F(FFmpegServiceTest, takesStatusZeroForASuccessWhereNothingWasRefused) {
+    writeScript("convert err words\\n\n");
+    EXPECT_EQ(outcome(), "succeeds");
+    destination = folder.write("track_converted.mp3", "precious");
+    EXPECT_NO_THROW(convert({.overwrite = true}));
+    writeScript("convert out progress=end\\n\n");
+    EXPECT_EQ(outcome(), "succeeds");
+    writeScript("convert write-output written all the same\n");
+    EXPECT_EQ(outcome(), "succeeds");
+}
+
 TEST_F(FFmpegServiceTest, reportsOnlyTheEndWhereTheDurationIsUnknown) {
     for (const char* probe : {"", "probe err Duration: 00:00:00.00\\n\n", "probe exit 9\n"}) {
         fractions.clear();
@@ -168,6 +187,7 @@ TEST_F(FFmpegServiceTest, makesTheOutputFolderBeforeTheConversionStarts) {
     writeScript("convert write-output made\n");
     EXPECT_EQ(outcome(), "succeeds");
     EXPECT_EQ(contents(destination), "made");
+    std::filesystem::remove(destination.path());
     EXPECT_EQ(outcome(), "succeeds");
 }
 

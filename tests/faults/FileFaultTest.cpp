@@ -19,6 +19,7 @@
 namespace kestrel::test {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
@@ -94,8 +95,10 @@ TEST_F(DestinationFaultTest, thatIsReadOnlyFailsEveryFileWithFfmpegsWords) {
         return outcomeOf(0) + "|" + outcomeOf(1);
     });
     EXPECT_THAT(outcomes, StartsWith("failed: "));
-    EXPECT_THAT(outcomes, HasSubstr("tone_converted.mp3: Read-only file system|failed: "));
-    EXPECT_THAT(outcomes, EndsWith("fine_converted.mp3: Read-only file system"));
+    EXPECT_THAT(outcomes, HasSubstr("Read-only file system|failed: "));
+    EXPECT_THAT(outcomes, EndsWith("Read-only file system"));
+    EXPECT_THAT(outcomes, HasSubstr("tone_converted.mp3"));
+    EXPECT_THAT(outcomes, HasSubstr("fine_converted.mp3"));
 }
 
 TEST_F(DestinationFaultTest, thatIsFullFailsALongFileWithFfmpegsWords) {
@@ -161,6 +164,11 @@ TEST_F(DestinationFaultTest, leavesADanglingLinkOfTheOutputsNameToFfmpeg) {
     expectTheSecondToBeConverted();
 }
 
+/// Every version of ffmpeg names the file, and ends with the reason.
+auto isFailure(const std::string& file, const std::string& reason) {
+    return AllOf(StartsWith("failed: "), HasSubstr(file), EndsWith(reason));
+}
+
 class SourceFaultTest : public FileFaultTest {};
 
 TEST_F(SourceFaultTest, vanishedBeforeItsTurnFailsWithFfmpegsWords) {
@@ -168,7 +176,7 @@ TEST_F(SourceFaultTest, vanishedBeforeItsTurnFailsWithFfmpegsWords) {
     queueTone("in/fine.opus");
     std::filesystem::remove(path("in/tone.opus"));
     convertAll();
-    EXPECT_EQ(outcomeOf(0), "failed: " + path("in/tone.opus") + ": No such file or directory");
+    EXPECT_THAT(outcomeOf(0), isFailure(path("in/tone.opus"), "No such file or directory"));
     expectTheSecondToBeConverted();
 }
 
@@ -191,7 +199,7 @@ TEST_F(SourceFaultTest, thatBecameAFolderFailsWithFfmpegsWords) {
     std::filesystem::remove(path("in/tone.opus"));
     std::filesystem::create_directory(path("in/tone.opus"));
     convertAll();
-    EXPECT_EQ(outcomeOf(0), "failed: " + path("in/tone.opus") + ": Is a directory");
+    EXPECT_THAT(outcomeOf(0), isFailure(path("in/tone.opus"), "Is a directory"));
     expectTheSecondToBeConverted();
 }
 
@@ -209,7 +217,8 @@ TEST_F(SourceFaultTest, thatIsADeviceFailsWithFfmpegsWords) {
     model->add({folder.file("zero.ogg")});
     queueTone("in/fine.opus");
     convertAll();
-    EXPECT_THAT(outcomeOf(0), EndsWith("zero.ogg: Invalid data found when processing input"));
+    EXPECT_THAT(outcomeOf(0),
+                isFailure(path("zero.ogg"), "Invalid data found when processing input"));
     expectTheSecondToBeConverted();
 }
 
@@ -263,7 +272,7 @@ TEST_F(SourceFaultTest, thatIsNotReadableFailsWithFfmpegsWords) {
         convertAll();
         return outcomeOf(0) + "|" + outcomeOf(1);
     });
-    EXPECT_EQ(outcomes, "failed: " + path("in/tone.opus") + ": Permission denied|completed");
+    EXPECT_THAT(outcomes, isFailure(path("in/tone.opus"), "Permission denied|completed"));
 }
 
 } // namespace

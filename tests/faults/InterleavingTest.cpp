@@ -47,7 +47,7 @@ class Interrupters {
 
     Phase phase() const { return phase_; }
 
-    int countIn(Phase phase) const { return counts_.at(static_cast<std::size_t>(phase)); }
+    int count(Phase phase) const { return counts_.at(static_cast<std::size_t>(phase)); }
 
   private:
     void run(FFmpegService& service, unsigned int seed) {
@@ -80,10 +80,10 @@ struct Ends {
 
 void print(const Ends& ends, const Interrupters& interrupters) {
     std::cout << ends.completed << " conversions completed, " << ends.cancelled
-              << " cancelled; interrupts before the start " << interrupters.countIn(Phase::stored)
-              << ", during it " << interrupters.countIn(Phase::launching) << ", at work "
-              << interrupters.countIn(Phase::running) << ", after the exit "
-              << interrupters.countIn(Phase::exited) << '\n';
+              << " cancelled; interrupts before the start " << interrupters.count(Phase::stored)
+              << ", during it " << interrupters.count(Phase::launching) << ", at work "
+              << interrupters.count(Phase::running) << ", after the exit "
+              << interrupters.count(Phase::exited) << '\n';
 }
 
 class InterleavingTest : public ::testing::Test {
@@ -148,9 +148,9 @@ TEST_F(InterleavingTest, doNoHarmInTheTwoRacesThatAreAllowed) {
     Ends ends;
     int conversions = 0;
     const auto isEnough = [&] {
-        return conversions >= 500 && interrupters.countIn(Phase::stored) > 0 &&
-               interrupters.countIn(Phase::launching) > 0 &&
-               interrupters.countIn(Phase::exited) > 0 && ends.completed > 0 && ends.cancelled > 0;
+        return conversions >= 500 && interrupters.count(Phase::stored) > 0 &&
+               interrupters.count(Phase::launching) > 0 && interrupters.count(Phase::exited) > 0 &&
+               ends.completed > 0 && ends.cancelled > 0;
     };
     for (; conversions < 5000 && !isEnough(); ++conversions) {
         convertOnce(interrupters, ends);

@@ -118,7 +118,7 @@ std::string inUpperCase(std::string name) {
 }
 
 /// The digits of the name without leading zeros.
-std::string numberIn(const std::string& name) {
+std::string significantDigits(const std::string& name) {
     std::string digits;
     std::copy_if(name.begin(), name.end(), std::back_inserter(digits),
                  [](char c) { return c >= '0' && c <= '9'; });
@@ -128,8 +128,8 @@ std::string numberIn(const std::string& name) {
 void checkNumbers(const std::string& first, const std::string& second) {
     // The collation cuts longer numbers into several.
     constexpr std::size_t mostDigits = 200;
-    const std::string a = numberIn(first);
-    const std::string b = numberIn(second);
+    const std::string a = significantDigits(first);
+    const std::string b = significantDigits(second);
     if (a.empty() || b.empty() || std::max(a.size(), b.size()) > mostDigits) {
         return;
     }

@@ -14,6 +14,7 @@
 
 #include <QAbstractItemView>
 #include <QAction>
+#include <QLibraryInfo>
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QPushButton>
@@ -269,14 +270,24 @@ TEST_F(ToolkitOpenPanelTest, returnsNamesWithSpecialCharacters) {
 TEST_F(ToolkitOpenPanelTest, leavesOutNamesThatAreNotUtf8) {
     music_.makeFolder("caf\xE9");
     music_.makeFolder("\xFF");
-    const Chosen chosen = run(foldersOptions(), music_.url(), [](QFileDialog& dialog) {
-        Driver(dialog).click(u"One"_s);
-        Driver(dialog).pressKey(Qt::Key_A, Qt::ControlModifier);
-        Driver(dialog).confirm();
+    // Qt 6.8 stops listing a folder at the first such name, wherever the file system has it. Qt 6.4
+    // and 6.11 go on.
+    const bool isListedWhole = QLibraryInfo::version().minorVersion() != 8;
+    const Chosen chosen = run(foldersOptions(), music_.url(), [&](QFileDialog& dialog) {
+        const Driver driver(dialog);
+        if (isListedWhole) {
+            EXPECT_EQ(driver.names(3), QStringList({u"One"_s, u"Three"_s, u"Two"_s}));
+        }
+        driver.pressKey(Qt::Key_A, Qt::ControlModifier);
+        driver.confirm();
     });
     ASSERT_TRUE(chosen);
-    EXPECT_THAT(*chosen,
-                UnorderedElementsAre(music_.file("One"), music_.file("Three"), music_.file("Two")));
+    const std::vector<FileURL> valid{music_.file("One"), music_.file("Three"), music_.file("Two")};
+    if (isListedWhole) {
+        EXPECT_THAT(*chosen, testing::UnorderedElementsAreArray(valid));
+    } else if (*chosen != std::vector{music_.url()}) { // the folder itself, with nothing selected
+        EXPECT_THAT(*chosen, testing::IsSubsetOf(valid));
+    }
 }
 
 TEST_F(ToolkitOpenPanelTest, startsInTheNearestFolderThatItCanShow) {

@@ -47,7 +47,10 @@ FUZZ = (
 
 COMMANDS = {
     # What a user types
-    "scripts/run": Run("env --unset=DISPLAY --unset=WAYLAND_DISPLAY scripts/run"),
+    "scripts/run": Run(
+        "env --unset=DISPLAY --unset=WAYLAND_DISPLAY scripts/run &&"
+        " tests/release/check-hardening build/release/kestrel"
+    ),
     "scripts/test": Stage("scripts/test --long"),
     "scripts/package": Test("packaging.build"),
     "scripts/package [FOLDER]": Test("packaging.build"),

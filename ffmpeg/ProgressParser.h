@@ -10,8 +10,8 @@ namespace kestrel {
 /// is told then. At most 1; negative where ffmpeg reports a negative time.
 std::optional<double> progressFraction(std::string_view line, double duration);
 
-/// Whether the line is the last of ffmpeg's progress report, which it writes when it has finished
-/// the output, also where it was interrupted.
+/// Whether the line is the last of ffmpeg's progress report. It comes also after an interrupt or a
+/// full disk, but never where ffmpeg opened no output.
 bool isProgressEnd(std::string_view line) noexcept;
 
 } // namespace kestrel

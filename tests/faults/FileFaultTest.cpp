@@ -20,6 +20,7 @@ namespace kestrel::test {
 namespace {
 
 using ::testing::AllOf;
+using ::testing::AnyOf;
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
@@ -79,7 +80,7 @@ TEST_F(DestinationFaultTest, costsOnlyTheFileAtWorkWhenItVanishesUnderIt) {
     queueTone("in/fine.opus");
     chooseDestination();
     model->start();
-    ASSERT_TRUE(runUntil([this] { return job(0).progress > 0; }));
+    ASSERT_TRUE(runUntil([this] { return exists("out/long_converted.mp3"); }));
     std::filesystem::remove_all(destination.path());
     ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }, 60'000));
     // ffmpeg writes on into the file that no name leads to any more, and calls that a success.
@@ -110,6 +111,17 @@ TEST_F(DestinationFaultTest, thatIsFullFailsALongFileWithFfmpegsWords) {
     });
     EXPECT_THAT(outcomes, StartsWith("failed: "));
     EXPECT_THAT(outcomes, HasSubstr("No space left on device"));
+}
+
+TEST_F(DestinationFaultTest, thatIsFullFailsAShortFileUnlessFfmpegCallsItASuccess) {
+    const std::string outcomes = PrivateMounts::run([this] {
+        PrivateMounts::coverLimited(destination.path(), "4k");
+        convertAll();
+        return outcomeOf(0);
+    });
+    // ffmpeg 5.1 ends with status 0, 7.1 and 9.0 do not.
+    EXPECT_THAT(outcomes, AnyOf("completed", AllOf(StartsWith("failed: "),
+                                                   HasSubstr("No space left on device"))));
 }
 
 TEST_F(DestinationFaultTest, thatIsAFileFailsEveryFileWithTheReason) {
@@ -185,7 +197,8 @@ TEST_F(SourceFaultTest, vanishingAtWorkIsReadToItsEnd) {
     queueTone("in/fine.opus");
     chooseDestination();
     model->start();
-    ASSERT_TRUE(runUntil([this] { return job(0).progress > 0; }));
+    // ffmpeg opens the output when it has opened the source.
+    ASSERT_TRUE(runUntil([this] { return exists("out/tone_converted.mp3"); }));
     std::filesystem::remove(path("in/tone.opus"));
     ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }, 60'000));
     EXPECT_EQ(outcomeOf(0), "completed");
@@ -254,7 +267,7 @@ TEST_F(SourceFaultTest, thatIsAPipeWithoutAWriterEndsAtRepeatedInterrupts) {
         model->cancel();
         return !model->isConverting();
     }));
-    EXPECT_THAT(outcomeOf(0), ::testing::AnyOf(HasSubstr("hard exiting"), "cancelled"));
+    EXPECT_THAT(outcomeOf(0), AnyOf(HasSubstr("hard exiting"), "cancelled"));
     EXPECT_EQ(outcomeOf(1), "waiting");
 }
 

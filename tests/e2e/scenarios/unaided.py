@@ -71,6 +71,15 @@ def converts_by_keyboard_alone(session):
     expect_equal("status", program.await_end(), 0)
 
 
+def close_menu(program):
+    """From its first command. Qt 6.11 then leaves the focus on the menu bar for one more Escape."""
+    program.key("Escape")
+    wait_for("closed menu", lambda: focused_name(program) != "Add Audio…")
+    if focused_name(program) == "File":
+        program.key("Escape")
+        wait_for("focus in the window", lambda: focused_name(program) != "File")
+
+
 @scenario()
 def opens_the_menu_by_keyboard(session):
     program = session.start()
@@ -78,8 +87,7 @@ def opens_the_menu_by_keyboard(session):
     for combination in ("alt+f", "F10"):
         program.key(combination)
         wait_equal("chosen command", lambda: focused_name(program), "Add Audio…")
-        program.key("Escape")
-        wait_for("closed menu", lambda: focused_name(program) != "Add Audio…")
+        close_menu(program)
     program.key("F10")
     wait_equal("chosen command", lambda: focused_name(program), "Add Audio…")
     program.key("Up", "Return")
@@ -154,6 +162,5 @@ def survives_questions_for_what_is_not_there(session):
     program.key("F10")
     wait_equal("chosen command", lambda: focused_name(program), "Add Audio…")
     ask_for_too_many(program)
-    program.key("Escape")
-    wait_for("closed menu", lambda: focused_name(program) != "Add Audio…")
+    close_menu(program)
     program.quit()

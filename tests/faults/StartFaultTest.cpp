@@ -2,6 +2,7 @@
 #include "FaultFixture.h"
 #include "FileDescriptor.h"
 
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -10,6 +11,7 @@
 #include <fstream>
 #include <ostream>
 #include <string>
+#include <vector>
 
 // What can go wrong before ffmpeg runs.
 
@@ -147,9 +149,14 @@ class FewDescriptors {
   public:
     explicit FewDescriptors(rlim_t more) {
         ::getrlimit(RLIMIT_NOFILE, &before_);
-        const FileDescriptor lowestFree(::dup(STDIN_FILENO));
+        // The limit is on the number. A descriptor that this process has inherited may have one
+        // among the lowest that are free.
+        std::vector<FileDescriptor> lowestFree;
+        for (rlim_t i = 0; i <= more; ++i) {
+            lowestFree.emplace_back(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+        }
         rlimit few = before_;
-        few.rlim_cur = static_cast<rlim_t>(lowestFree.get()) + more;
+        few.rlim_cur = static_cast<rlim_t>(lowestFree.back().get());
         ::setrlimit(RLIMIT_NOFILE, &few);
     }
 

@@ -28,5 +28,7 @@ class UUID {
 
 template <> struct std::hash<kestrel::UUID> {
     // The bits are random already: the first word is as good a hash as any.
-    std::size_t operator()(const kestrel::UUID& id) const noexcept { return id.first_; }
+    std::size_t operator()(const kestrel::UUID& id) const noexcept {
+        return std::hash<std::uint64_t>()(id.first_);
+    }
 };

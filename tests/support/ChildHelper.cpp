@@ -68,7 +68,7 @@ void repeat(int descriptor, const std::string& times, std::string_view text) {
         block += text;
     }
     for (std::uint64_t left = std::stoull(times); left > 0;) {
-        const std::uint64_t count = std::min<std::uint64_t>(left, textsInBlock);
+        const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(left, textsInBlock));
         writeAll(descriptor, std::string_view(block).substr(0, count * text.size()));
         left -= count;
     }

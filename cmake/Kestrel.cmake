@@ -25,6 +25,10 @@ target_compile_definitions(kestrel_plain_flags INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
     QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 
+# On 32-bit systems, sizes of files, inode numbers and times of files have 64 bits too. Without these, a call
+# fails with EOVERFLOW.
+target_compile_definitions(kestrel_plain_flags INTERFACE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
+
 # Where a mistake slips through all the same, it ends the program before it can be made use of. Fortified
 # calls need an optimiser.
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)

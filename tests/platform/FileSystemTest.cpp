@@ -4,6 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
 #include <string>
 
 namespace kestrel::test {
@@ -18,6 +23,21 @@ TEST(FileSystem, tellsFilesFromFolders) {
     EXPECT_TRUE(fileExists(folder));
     EXPECT_TRUE(isFolder(folder));
     EXPECT_TRUE(isFolder(FileURL("/")));
+}
+
+TEST(FileSystem, findsFilesWhoseSizesAndDatesTake64Bits) {
+    const TemporaryFolder temp;
+    const FileURL large = temp.write("large.wav");
+    ASSERT_EQ(::truncate(large.path().c_str(), 5'000'000'000), 0);
+    EXPECT_TRUE(fileExists(large));
+    const FileURL file = temp.write("2040.opus");
+    const FileURL folder = temp.makeFolder("2040");
+    const timespec date{.tv_sec = 2'208'988'800, .tv_nsec = 0};
+    const std::array dates{date, date};
+    ASSERT_EQ(::utimensat(AT_FDCWD, file.path().c_str(), dates.data(), 0), 0);
+    ASSERT_EQ(::utimensat(AT_FDCWD, folder.path().c_str(), dates.data(), 0), 0);
+    EXPECT_TRUE(fileExists(file));
+    EXPECT_TRUE(isFolder(folder));
 }
 
 TEST(FileSystem, findsNothingAtAMissingPath) {

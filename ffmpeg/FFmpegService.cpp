@@ -6,6 +6,7 @@
 #include "ExecutableSearch.h"
 #include "FFmpegArguments.h"
 #include "FFmpegError.h"
+#include "FolderCreation.h"
 #include "LineSplitter.h"
 #include "Pipe.h"
 #include "PlatformError.h"
@@ -16,7 +17,6 @@
 #include <sys/stat.h>
 
 #include <exception>
-#include <filesystem>
 #include <future>
 #include <string>
 #include <system_error>
@@ -30,9 +30,7 @@ constexpr std::array<std::string_view, 3> candidatePaths{
     "/opt/homebrew/bin/ffmpeg", "/usr/local/bin/ffmpeg", "/usr/bin/ffmpeg"};
 
 void createFolder(const FileURL& folder) {
-    std::error_code error;
-    std::filesystem::create_directories(folder.path(), error);
-    if (error) {
+    if (const std::error_code error = createFolders(folder)) {
         throw PlatformError::folderNotCreated(folder, error);
     }
 }

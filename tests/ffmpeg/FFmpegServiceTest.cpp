@@ -8,10 +8,14 @@
 
 #include <gmock/gmock.h>
 
+#include <fcntl.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <future>
 #include <optional>
@@ -189,6 +193,20 @@ TEST_F(FFmpegServiceTest, makesTheOutputFolderBeforeTheConversionStarts) {
     EXPECT_EQ(contents(destination), "made");
     std::filesystem::remove(destination.path());
     EXPECT_EQ(outcome(), "succeeds");
+}
+
+TEST_F(FFmpegServiceTest, writesToAFolderDatedAfter2038) {
+    writeScript(tenSeconds);
+    const timespec date{.tv_sec = 2'208'988'800, .tv_nsec = 0}; // 2040
+    const std::array dates{date, date};
+    const FileURL output = destination.deletingLastPathComponent();
+    std::filesystem::create_directories(output.path());
+    ASSERT_EQ(::utimensat(AT_FDCWD, output.path().c_str(), dates.data(), 0), 0);
+    EXPECT_EQ(outcome(), "succeeds");
+    destination = output.appendingPathComponent("new/out.mp3");
+    ASSERT_EQ(::utimensat(AT_FDCWD, output.path().c_str(), dates.data(), 0), 0);
+    EXPECT_EQ(outcome(), "succeeds");
+    EXPECT_EQ(::access(destination.deletingLastPathComponent().path().c_str(), W_OK), 0);
 }
 
 TEST_F(FFmpegServiceTest, failsWithThePlatformsReasonWhereTheFolderCannotBeMade) {

@@ -11,6 +11,9 @@
 namespace kestrel::test {
 namespace {
 
+/// A literal has more digits than a double where the processor's registers have.
+constexpr double reached = 0.4;
+
 class BatchCancelTest : public ViewModelTest {
   protected:
     BatchCancelTest() {
@@ -18,16 +21,16 @@ class BatchCancelTest : public ViewModelTest {
         chooseDestination();
     }
 
-    /// Lets the second conversion reach 0.4, wait for the interrupt and end as told; cancels the
-    /// batch there and runs to its end.
+    /// Lets the second conversion reach `reached`, wait for the interrupt and end as told; cancels
+    /// the batch there and runs to its end.
     void cancelDuringTheSecond(const std::function<void()>& end) {
         runner->setScript("2.opus", [this, end](const auto&, const auto& onProgress) {
-            onProgress(0.4);
+            onProgress(reached);
             runner->waitForInterrupt();
             end();
         });
         model->start();
-        ASSERT_TRUE(runUntil([this] { return job(1).progress == 0.4; }));
+        ASSERT_TRUE(runUntil([this] { return job(1).progress == reached; }));
         EXPECT_EQ(notifications([this] { model->cancel(); }), 0);
         EXPECT_TRUE(model->isConverting());
         ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }));
@@ -40,14 +43,14 @@ TEST_F(BatchCancelTest, leavesAJobCancelledWhoseChildWasKilled) {
     cancelDuringTheSecond([] { throw FFmpegError::cancelled(); });
     EXPECT_EQ(states(),
               (std::vector{JobState::completed(), JobState::cancelled(), JobState::waiting()}));
-    EXPECT_EQ(job(1).progress, 0.4);
+    EXPECT_EQ(job(1).progress, reached);
 }
 
 TEST_F(BatchCancelTest, leavesAJobFailedWhoseChildAnsweredTheInterrupt) {
     cancelDuringTheSecond([] { throw FFmpegError::processFailed("Exiting normally"); });
     EXPECT_EQ(states(), (std::vector{JobState::completed(), JobState::failed("Exiting normally"),
                                      JobState::waiting()}));
-    EXPECT_EQ(job(1).progress, 0.4);
+    EXPECT_EQ(job(1).progress, reached);
 }
 
 TEST_F(BatchCancelTest, leavesAJobCompletedWhoseChildWasDoneAlready) {
@@ -107,7 +110,7 @@ class BatchCancelWithChildTest : public ViewModelTest {
              folder.write("3.opus", "convert exit 0\n")});
         chooseDestination();
         model->start();
-        ASSERT_TRUE(runUntil([this] { return job(1).progress == 0.4; }));
+        ASSERT_TRUE(runUntil([this] { return job(1).progress == reached; }));
         model->cancel();
         ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }));
     }
@@ -117,7 +120,7 @@ TEST_F(BatchCancelWithChildTest, leavesTheJobCancelledWhereTheInterruptKills) {
     cancelDuringTheSecond("");
     EXPECT_EQ(states(),
               (std::vector{JobState::completed(), JobState::cancelled(), JobState::waiting()}));
-    EXPECT_EQ(job(1).progress, 0.4);
+    EXPECT_EQ(job(1).progress, reached);
 }
 
 TEST_F(BatchCancelWithChildTest, leavesTheJobFailedWhereTheChildExitsByItself) {

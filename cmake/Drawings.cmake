@@ -1,6 +1,22 @@
 # The program's drawings are SVG files. They are read when it is built, so that no start has to.
-add_executable(record-drawing EXCLUDE_FROM_ALL ${CMAKE_CURRENT_LIST_DIR}/RecordDrawing.cpp)
-target_link_libraries(record-drawing PRIVATE Qt6::Svg kestrel_plain_flags)
+set(folder ${CMAKE_CURRENT_LIST_DIR}/record-drawing)
+if(CMAKE_CROSSCOMPILING)
+    # For the build machine, with its own default compiler and none of the target's flags.
+    include(ExternalProject)
+    ExternalProject_Add(record-drawing-tool SOURCE_DIR ${folder}
+        BINARY_DIR ${PROJECT_BINARY_DIR}/record-drawing
+        CONFIGURE_COMMAND ${CMAKE_COMMAND} -E env --unset=CXX --unset=CXXFLAGS --unset=CPPFLAGS
+            --unset=LDFLAGS ${CMAKE_COMMAND} -G ${CMAKE_GENERATOR} -S <SOURCE_DIR> -B <BINARY_DIR>
+        BUILD_COMMAND ${CMAKE_COMMAND} --build <BINARY_DIR> BUILD_ALWAYS ON INSTALL_COMMAND "" EXCLUDE_FROM_ALL ON
+        BUILD_BYPRODUCTS <BINARY_DIR>/record-drawing)
+    add_executable(record-drawing IMPORTED GLOBAL)
+    set_target_properties(record-drawing PROPERTIES
+        IMPORTED_LOCATION ${PROJECT_BINARY_DIR}/record-drawing/record-drawing)
+    add_dependencies(record-drawing record-drawing-tool)
+else()
+    add_executable(record-drawing EXCLUDE_FROM_ALL ${folder}/RecordDrawing.cpp)
+    target_link_libraries(record-drawing PRIVATE Qt6::Svg kestrel_plain_flags)
+endif()
 
 # kestrel_drawings(TARGET file...): records the drawings, NAME.svg each, into the target, where they are
 # resources: ":/drawings/NAME.pic".

@@ -106,6 +106,7 @@ COMMANDS = {
     "scripts/fresh-install": ByHand(FRESH),
     "scripts/fresh-install --suite trixie": ByHand(FRESH),
     "scripts/fresh-install [--suite SUITE] [FOLDER]": ByHand(FRESH),
+    "scripts/foreign-architecture [--suite SUITE] ARCH": ByHand(FRESH),
     "translations/update": Test("translations.template-is-current"),
     "cmake --build --preset dev --target translation-template": Run(),
     "translations/update de": Run("trap 'rm translations/kestrel_eo.ts' EXIT; translations/update eo"),

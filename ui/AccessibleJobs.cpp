@@ -13,7 +13,7 @@
 namespace kestrel {
 namespace {
 
-/// The list with its scroll bar. The toolkit has one of its own for this, which crashes where
+/// The list with its scroll bar. Qt 6.4 to 6.11 have one of their own for this, which crashes where
 /// somebody who has counted both parts asks for the second when it has been hidden.
 class AccessibleJobScrollArea : public AccessibleParts {
   public:

@@ -64,7 +64,8 @@ QString BatchAnnouncer::outcome() const {
 
 void BatchAnnouncer::announce(const QString& text) {
     setAccessibleName(text);
-    // A notification is read when it appears.
+    // A notification is read when it appears. Qt 6.4 has no announcement event; Qt 6.8 and 6.11
+    // have.
     for (const QAccessible::Event type : {QAccessible::ObjectHide, QAccessible::ObjectShow}) {
         QAccessibleEvent event(this, type);
         QAccessible::updateAccessibility(&event);

@@ -50,7 +50,7 @@ Button::Button(Look look, const QString& text, QWidget* parent)
     : QPushButton(text, parent), look_(look) {
     setFocusPolicy(Qt::TabFocus);
     setAttribute(Qt::WA_Hover);
-    // Enter presses it, as Space does.
+    // Enter presses it, as Space does; in Qt 6.4 to 6.11, not without this.
     setAutoDefault(true);
     setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
     if (look == Look::prominent) {
@@ -98,7 +98,7 @@ int Button::padding() const {
 }
 
 void Button::refreshHover() {
-    // The toolkit sends this event with the mouse's next motion only.
+    // Qt 6.4 to 6.11 send this event with the mouse's next motion only.
     if (underMouse() && !rect().contains(mapFromGlobal(QCursor::pos()))) {
         QEvent leave(QEvent::Leave);
         QCoreApplication::sendEvent(this, &leave);

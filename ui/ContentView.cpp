@@ -97,11 +97,11 @@ void ContentView::showAlert(const QString& message) {
         alert_.clear();
         model_->setAlertMessage(std::nullopt);
         // Once the alert is gone. A window manager that heard of it only after the answer does not
-        // give the focus back.
+        // give the focus back; Qt 6.4 to 6.11 then hold no window for active.
         QMetaObject::invokeMethod(this, &QWidget::activateWindow, Qt::QueuedConnection);
     });
     // For all windows: when the window behind is clicked, only such an alert gets the keyboard
-    // back.
+    // back in Qt 6.4. Qt 6.8 and 6.11 give it back to one for this window too.
     alert_->setWindowModality(Qt::ApplicationModal);
     alert_->show();
 }

@@ -132,8 +132,8 @@ QString isolated(const QString& text) {
 QString toolTipText(const QString& text) {
     const bool isLong = text.size() > maxToolTipLength;
     const QString shown = isLong ? text.left(maxToolTipLength) + QChar(ellipsis) : text;
-    // Tool tips guess whether their text is markup; markup that spells the text out leaves no
-    // guess.
+    // Tool tips of Qt 6.4 to 6.11 guess whether their text is markup; markup that spells the text
+    // out leaves no guess.
     return QStringLiteral("<p style=\"white-space:pre-wrap\">%1</p>").arg(shown.toHtmlEscaped());
 }
 

@@ -35,8 +35,8 @@ FormatButton::FormatButton(OutputFormat format, std::function<void()> action, QW
     setFixedHeight(buttonHeight);
     setTextFont(nameFont(false));
     connect(this, &QPushButton::clicked, this, action);
-    // Assistive technology switches a checkable button without a click, which is a press all the
-    // same.
+    // Assistive technology switches a checkable button without a click (in Qt 6.4 to 6.11), which
+    // is a press all the same.
     connect(this, &QPushButton::toggled, this, std::move(action));
 }
 

@@ -14,7 +14,7 @@ PopUpButton::PopUpButton(QWidget* parent) : QComboBox(parent) {
 }
 
 void PopUpButton::keyPressEvent(QKeyEvent* event) {
-    // The toolkit leaves Enter to a dialog's default button, and there is no dialog.
+    // Qt 6.4 to 6.11 leave Enter to a dialog's default button, and there is no dialog.
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         showPopup();
         return;

@@ -12,7 +12,8 @@ void drawAligned(QPainter& painter, const QRect& rect, Qt::LayoutDirection layou
     painter.setLayoutDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     const Qt::Alignment side = QStyle::visualAlignment(layout, alignment) | Qt::AlignAbsolute;
     if (wraps) {
-        // Wrapped by the painter, a line from right to left is shifted by the blank that ends it.
+        // Wrapped by the painter of Qt 6.4 to 6.11, a line from right to left is shifted by the
+        // blank that ends it.
         const QStringList lines = wrappedLines(text, painter.font(), rect.width());
         painter.drawText(rect, static_cast<int>(side), lines.join(u'\n'));
     } else {

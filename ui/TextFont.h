@@ -17,12 +17,13 @@ struct TextFont {
     QFont font() const;
 };
 
-/// The size of the font in pixels, at 96 to the inch unless the screen says otherwise. Unlike the
-/// toolkit's own figure it is had without loading the font.
+/// The size of the font in pixels, at 96 to the inch unless the screen says otherwise. Unlike
+/// QFontInfo in Qt 6.4 to 6.11, this does not load the font.
 int pixelSize(const QFont& font);
 
 /// The height in pixels that a line takes with all its ends, at every scale of the screen. The
-/// font's own metrics are rounded, and a screen with more pixels shows what the rounding cuts off.
+/// font's own metrics are rounded (in Qt 6.4 to 6.11), and a screen with more pixels shows what the
+/// rounding cuts off.
 int lineHeight(const QFont& font);
 
 /// A font of a fixed size in pixels, whatever the size of the user's own font is.

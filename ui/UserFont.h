@@ -4,7 +4,7 @@
 
 namespace kestrel {
 
-/// Tells of changes of the user's own font, of which the toolkit tells windows only. One for the
+/// Tells of changes of the user's own font, of which Qt 6.4 to 6.11 tell windows only. One for the
 /// program.
 class UserFont : public QObject {
     Q_OBJECT

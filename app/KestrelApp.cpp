@@ -27,8 +27,8 @@ KestrelApp::KestrelApp(std::shared_ptr<ConverterViewModel> model,
 }
 
 void KestrelApp::prepare() {
-    // The application's name serves as its display name too. A display name of its own would be
-    // appended to the title of every panel.
+    // The application's name serves as its display name too. Qt 6.4 to 6.11 would append a display
+    // name of its own to the title of every panel.
     QCoreApplication::setApplicationName(QStringLiteral("Kestrel"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.kestrel.Converter"));
     // The window's own strip carries the menu, also on desktops with a place for menus elsewhere.

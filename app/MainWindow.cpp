@@ -26,8 +26,8 @@ namespace {
 
 constexpr QSize smallest(960, 640);
 
-/// Has a window's role, for which assistive technology looks, and as children what there is to be
-/// used: neither the border nor the edges.
+/// Has a window's role, for which assistive technology looks and which Qt 6.4 to 6.11 give no plain
+/// widget, and as children what there is to be used: neither the border nor the edges.
 class AccessibleMainWindow : public AccessibleParts {
   public:
     explicit AccessibleMainWindow(MainWindow* window)
@@ -136,7 +136,7 @@ void MainWindow::startResize(Qt::Edges edges) {
 }
 
 void MainWindow::askForSize(QSize size) {
-    // Not through the widget, which would take the size for granted at once.
+    // Not through the widget, which in Qt 6.4 to 6.11 would take the size for granted at once.
     windowHandle()->resize(size);
 }
 

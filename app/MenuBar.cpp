@@ -33,6 +33,7 @@ MenuBar::MenuBar(int height, QWidget* parent) : QMenuBar(parent), height_(height
     setAttribute(Qt::WA_Hover);
     refreshFont();
     connect(UserFont::shared(), &UserFont::changed, this, &MenuBar::refreshFont);
+    // Qt 6.4 to 6.11 open no menu by this key.
     connect(new QShortcut(Qt::Key_F10, this), &QShortcut::activated, this, &MenuBar::openFirstMenu);
 }
 

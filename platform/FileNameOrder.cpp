@@ -19,7 +19,7 @@ struct KeyedUrl {
 };
 
 /// The locale is fixed: with the user's, the order would change from desktop to desktop, and in the
-/// "C" locale the collator falls back to comparing code units.
+/// "C" locale the sort keys of Qt 6.4 to 6.11 compare by code units.
 QCollator fileNameCollator() {
     QCollator collator(QLocale(QLocale::English, QLocale::UnitedStates));
     collator.setNumericMode(true);

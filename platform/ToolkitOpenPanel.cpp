@@ -22,8 +22,8 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// The dialog writes its history to the user's settings when it is destroyed, without a way to ask
-/// it not to. A folder below a device file cannot be made by anybody.
+/// The dialog of Qt 6.4 to 6.11 writes its history to the user's settings when it is destroyed,
+/// without a way to ask it not to. A folder below a device file cannot be made by anybody.
 void keepSettingsOffTheDisk() {
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, u"/dev/null/settings"_s);
 }
@@ -66,7 +66,8 @@ void setUpSelection(QFileDialog& dialog, const OpenPanel::Options& options) {
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly, !options.canChooseFiles);
     if (options.allowsMultipleSelection) {
-        // The dialog has no mode for several folders, but accepts what its views have selected.
+        // The dialog of Qt 6.4 to 6.11 has no mode for several folders, but accepts what its views
+        // have selected.
         for (auto* view : dialog.findChildren<QAbstractItemView*>()) {
             if (view->objectName() == u"listView"_s || view->objectName() == u"treeView"_s) {
                 view->setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -75,7 +76,8 @@ void setUpSelection(QFileDialog& dialog, const OpenPanel::Options& options) {
     }
 }
 
-/// The panel opens; it changes nothing but what it was allowed to, which is to add folders.
+/// The panel opens; it changes nothing but what it was allowed to, which is to add folders. Qt 6.4
+/// to 6.11 have one option for all changes, which hides no control.
 void setUpChanges(QFileDialog& dialog, bool canCreateDirectories) {
     dialog.setOption(QFileDialog::ReadOnly, !canCreateDirectories);
     if (auto* button = dialog.findChild<QToolButton*>(u"newFolderButton"_s)) {
@@ -137,7 +139,7 @@ std::optional<std::vector<FileURL>> runToolkitOpenPanel(const OpenPanel::Options
     delete dialog;
     if (owner != nullptr) {
         // A window manager that heard of the dialog only after its end does not give it the focus
-        // back.
+        // back; Qt 6.4 to 6.11 then hold no window for active.
         owner->activateWindow();
     }
     return result == QDialog::Accepted ? std::optional(urlsFromDialog(paths)) : std::nullopt;

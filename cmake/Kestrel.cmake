@@ -21,6 +21,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang" AND CMAKE_CXX_COMPILER_VERSION VERSION
     target_compile_options(kestrel_plain_flags INTERFACE
         -fcoroutines-ts -Wno-deprecated-experimental-coroutine)
 endif()
+# Qt 6.8 and 6.11 have another name for the last of these and take this one too; Qt 6.4 knows only this one.
 target_compile_definitions(kestrel_plain_flags INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
     QT_DISABLE_DEPRECATED_BEFORE=0x060400)

@@ -13,8 +13,8 @@
 
 namespace kestrel::test {
 
-/// Keeps the window manager from the display as long as it lives, and brings the toolkit to what it
-/// believes while the window manager has not answered. An X display's tests only; main thread.
+/// Keeps the window manager from the display as long as it lives, and brings Qt to what it believes
+/// while the window manager has not answered. An X display's tests only; main thread.
 class SlowWindowManager {
   public:
     SlowWindowManager() {
@@ -30,8 +30,8 @@ class SlowWindowManager {
         xcb_flush(display_);
     }
 
-    /// The toolkit takes a window for active once its own request for that has come back to it,
-    /// which this sends; the event loop has to run then.
+    /// Qt 6.4 to 6.11 take a window for active once their own request for that has come back to
+    /// them, which this sends; the event loop has to run then.
     void bringBackRequestFor(const QWidget& window) const {
         constexpr std::string_view name = "_NET_ACTIVE_WINDOW";
         const auto cookie = xcb_intern_atom(display_, 0, name.size(), name.data());

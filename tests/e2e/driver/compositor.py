@@ -8,8 +8,8 @@ from driver import processes
 from driver.waiting import wait_for
 
 NAME = "kestrel-e2e"
-# With these, a program finds no other display. The compositor has no keyboard, and the toolkit's input
-# method for Wayland does not survive that: it is replaced by the toolkit's plain one.
+# With these, a program finds no other display. The compositor has no keyboard, and the input method for
+# Wayland of Qt 6.4, unlike that of Qt 6.8 and 6.11, crashes without one: it is replaced by Qt's plain one.
 ENVIRONMENT = {
     "QT_QPA_PLATFORM": "wayland",
     "WAYLAND_DISPLAY": NAME,

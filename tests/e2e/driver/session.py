@@ -11,10 +11,12 @@ from driver.program import Program, environment_with
 from driver.waiting import Unmet, expect_equal, wait_for
 
 # What Qt writes to stderr when an AT-SPI client asks for an object that has just gone, which no screen reader
-# can avoid, or for what it does not implement. The last are of Qt 6.8 and 6.11.
+# can avoid, or for what it does not implement. The last are of Qt 6.8 and 6.11. Qt may ask who
+# owns the name of the accessibility bus before it is told of a new owner, and says so.
 QT_NOTICES = ("qt.accessibility.atspi: WARNING", "QAccessibleTable::", "QAccessibleTree::",
               "qt.accessibility.atspi: Could not find accessible on path", "QAccessibleList::",
-              "qt.accessibility.atspi: AtSpiAdaptor::applicationInterface does not implement")
+              "qt.accessibility.atspi: AtSpiAdaptor::applicationInterface does not implement",
+              "qt.dbus.integration: QDBusConnection: name 'org.a11y.Bus' had owner")
 # What Qt 6.8 writes where the locale is not a UTF-8 one.
 QT_LOCALE_NOTICE = ("Detected locale ", "Qt depends on a UTF-8 locale, ",
                     "If this causes problems, reconfigure your locale.", "for more information.")

@@ -16,7 +16,10 @@ from driver.waiting import Unmet, expect_equal, wait_for
 QT_NOTICES = ("qt.accessibility.atspi: WARNING", "QAccessibleTable::", "QAccessibleTree::",
               "qt.accessibility.atspi: Could not find accessible on path", "QAccessibleList::",
               "qt.accessibility.atspi: AtSpiAdaptor::applicationInterface does not implement",
-              "qt.dbus.integration: QDBusConnection: name 'org.a11y.Bus' had owner")
+              "qt.dbus.integration: QDBusConnection: name 'org.a11y.Bus' had owner",
+              "qt.qpa.services: Failed to register with host portal")
+# Before Qt 6.11, some messages had no category.
+QT_CATEGORY = "qt.qpa.services: "
 # What Qt 6.8 writes where the locale is not a UTF-8 one.
 QT_LOCALE_NOTICE = ("Detected locale ", "Qt depends on a UTF-8 locale, ",
                     "If this causes problems, reconfigure your locale.", "for more information.")
@@ -134,7 +137,7 @@ class Session:
 
     def _words(self):
         lines = self.log_path().read_text(errors="replace").splitlines(keepends=True)
-        return "".join(line for line in lines if not line.startswith(self.ignored_lines))
+        return "".join(line.removeprefix(QT_CATEGORY) for line in lines if not line.startswith(self.ignored_lines))
 
     def _has_no_children(self):
         processes.fetch_dead(but=[helper.process.pid for helper in self.helpers])

@@ -93,7 +93,7 @@ def goes_on_where_nothing_can_show_the_folder(session):
     program.choose_destination(session.output)
     for _ in range(2):
         program.click(REVEAL)
-        # The toolkit's own words, which no user sees.
+        # What Qt writes to stderr, which no user sees.
         session.expected_words += f"Unable to detect a launcher for '{session.folder.as_uri()}'\n"
     program.add_files(media.make_track(session.music / "song.opus"))
     program.press("Convert 1 File")

@@ -178,11 +178,12 @@ TEST_P(PseudoTranslationTest, cutsNoTextOff) {
 }
 
 TEST_P(PseudoTranslationTest, cutsNothingOffInTheAlert) {
-    const auto* alert = window().findChild<QMessageBox*>();
+    auto* alert = window().findChild<QMessageBox*>();
     ASSERT_EQ(alert != nullptr, scenario_.model->alertMessage().has_value());
     if (alert == nullptr) {
         return;
     }
+    ASSERT_TRUE(waitUntilShown(*alert));
     for (const auto* label : alert->findChildren<QLabel*>()) {
         EXPECT_TRUE(label->width() >= label->minimumSizeHint().width() &&
                     label->height() >= label->heightForWidth(label->width()))

@@ -36,7 +36,7 @@ class ContentViewTest : public ::testing::Test {
         scenario_.model->setAlertMessage(message);
         settle();
         ASSERT_NE(alert(), nullptr);
-        ASSERT_TRUE(QTest::qWaitForWindowActive(alert(), test::patience));
+        ASSERT_TRUE(waitUntilShown(*alert()));
     }
 
     void expectDismissalBy(const std::function<void()>& dismiss) {

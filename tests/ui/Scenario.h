@@ -28,14 +28,22 @@ inline void settle() {
     QCoreApplication::processEvents();
 }
 
+/// Waits until the window is on the display and has the keyboard; false if it does not come to.
+/// Before a window is exposed, the X server may still send the size that it was created with, and
+/// Qt lays it out in that size for a moment.
+inline bool waitUntilShown(QWidget& window) {
+    return QTest::qWaitForWindowExposed(&window, test::patience) &&
+           QTest::qWaitForWindowActive(&window, test::patience);
+}
+
 /// Shows the widget in a window that has the keyboard, once everything that is due has happened;
 /// false if it does not get it.
 inline bool showActive(QWidget& widget) {
     widget.show();
     widget.activateWindow();
-    const bool isActive = QTest::qWaitForWindowActive(&widget, test::patience);
+    const bool isShown = waitUntilShown(widget);
     settle();
-    return isActive;
+    return isShown;
 }
 
 /// A view model with scripted surroundings, and the steps that bring it into a state. A batch that

@@ -3,9 +3,10 @@
 //   drag-source --files PATH...     offers the files as a list of locations
 //   drag-source --text TEXT         offers a text
 //
-// Prints "ready" when the window is there, while something is dragged each answer of the window
-// below it, "takes" or "declines", and for each drag that ended the word "copied", "moved" or
-// "refused". Ends when its standard input does.
+// Its window is in the display's corner, beside what a scenario drops onto. Prints "ready" when the
+// window is exposed there, while something is dragged each answer of the window below it, "takes"
+// or "declines", and for each drag that ended the word "copied", "moved" or "refused". Ends when
+// its standard input does.
 #include <QAbstractNativeEventFilter>
 #include <QApplication>
 #include <QDrag>
@@ -89,9 +90,18 @@ class DragSource : public QWidget {
           data_(std::move(bytes)) {
         setWindowTitle(QStringLiteral("Drag source"));
         setFixedSize(100, 60);
+        // Before it is shown: the window manager leaves it there. A window that is moved later may
+        // be pressed at before the window manager has moved it.
+        move(4, 4);
     }
 
   protected:
+    void paintEvent(QPaintEvent*) override {
+        if (!std::exchange(isReady_, true)) {
+            print("ready");
+        }
+    }
+
     void mouseMoveEvent(QMouseEvent* event) override {
         if (!event->buttons().testFlag(Qt::LeftButton)) {
             return;
@@ -109,6 +119,7 @@ class DragSource : public QWidget {
   private:
     QByteArray type_;
     QByteArray data_;
+    bool isReady_ = false;
 };
 
 } // namespace
@@ -136,6 +147,5 @@ int main(int argc, char** argv) {
     });
     Answers answers(application);
     QCoreApplication::instance()->installNativeEventFilter(&answers);
-    print("ready");
     return QApplication::exec();
 }

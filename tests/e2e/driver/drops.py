@@ -7,8 +7,7 @@ import subprocess
 from driver import hands, tree
 from driver.waiting import SECONDS, Unmet, expect_equal, wait_for
 
-# Where the source's window is put: beside nothing that a scenario drops onto.
-PLACE = (4, 4)
+# In the source's window.
 GRIP = (30, 30)
 ANSWERS = ("takes", "declines")
 # As often as that an answer is looked for before the hand moves.
@@ -34,9 +33,6 @@ class DragSource:
         self._place = GRIP
         session.helpers.append(self)
         expect_equal("drag source", self._next_word(), "ready")
-        # Only a window that is to be seen: the window manager has found a place for that one already.
-        hands.xdotool("search", "--sync", "--onlyvisible", "--name", "^Drag source$",
-                      "windowmove", "--sync", *PLACE)
 
     def _read(self):
         """Everything that the source has said and nobody has taken."""

@@ -26,7 +26,7 @@ std::size_t statusEntry(const std::string& key) {
 } // namespace
 
 bool PeakMemory::isBlurred() noexcept {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#ifdef KESTREL_SANITIZED
     return true;
 #else
     return false;

@@ -26,6 +26,10 @@ class TacitStyle : public MenuBarStyle {
 };
 
 class MenuBarTest : public ::testing::Test {
+  public:
+    MenuBarTest(const MenuBarTest&) = delete;
+    MenuBarTest& operator=(const MenuBarTest&) = delete;
+
   protected:
     MenuBarTest() : bar_(new MenuBar(28, &window_)), menu_(bar_->addMenu(QStringLiteral("&File"))) {
         for (const char* text : {"One", "Two"}) {
@@ -38,9 +42,6 @@ class MenuBarTest : public ::testing::Test {
         bar_->resize(bar_->sizeHint());
         EXPECT_TRUE(showActive(window_));
     }
-
-    MenuBarTest(const MenuBarTest&) = delete;
-    MenuBarTest& operator=(const MenuBarTest&) = delete;
 
     ~MenuBarTest() override { QApplication::setFont(font_); }
 

@@ -14,10 +14,12 @@ namespace {
 
 /// The program's translations are into Esperanto and Yiddish here, the toolkit's into Esperanto.
 class TranslationTest : public ::testing::Test {
-  protected:
-    TranslationTest() = default;
+  public:
     TranslationTest(const TranslationTest&) = delete;
     TranslationTest& operator=(const TranslationTest&) = delete;
+
+  protected:
+    TranslationTest() = default;
 
     ~TranslationTest() override {
         QLocale::setDefault(usualLocale_);

@@ -110,6 +110,7 @@ int posix_spawn(pid_t* child, const char* path, const posix_spawn_file_actions_t
     return error != 0 ? error : real(child, path, actions, attributes, arguments, environment);
 }
 
+// NOLINTNEXTLINE(readability-identifier-naming)
 int pidfd_open(pid_t process, unsigned int flags) noexcept {
     static auto* const real = next<int(pid_t, unsigned int)>("pidfd_open");
     return isRefused(CallHook::Call::openProcess) ? -1 : real(process, flags);

@@ -20,7 +20,7 @@ using ::testing::Le;
 using ::testing::Values;
 using namespace std::string_view_literals;
 
-constexpr std::uint64_t mebibyte = 1024 * 1024;
+constexpr std::uint64_t mebibyte = 1024UL * 1024;
 /// Diagnostics that are kept whole have to fit into the addresses of a process.
 constexpr std::uint64_t flood =
     sizeof(void*) < sizeof(std::uint64_t) ? 128 * mebibyte : 1024 * mebibyte;

@@ -137,7 +137,7 @@ TEST_F(SoakTest, holdsNoMoreAfterTwoThousandConversionsThanAfterAHundred) {
     EXPECT_LE(last.counts.threads, first.counts.threads) << "seed " << seed;
     if (!PeakMemory::isBlurred()) {
         // The allocator takes another pool now and then for one more thread.
-        constexpr std::size_t slack = 3 * 1024 * 1024;
+        constexpr std::size_t slack = 3UL * 1024 * 1024;
         EXPECT_LE(last.bytes, first.bytes + slack) << "seed " << seed;
     }
 }

@@ -219,8 +219,8 @@ TEST(ChildProcess, startsWithNothingButItsThreeStreamsAndPlainSignals) {
     child->waitUntilExit();
     other->interrupt();
     other->waitUntilExit();
-    std::signal(SIGINT, oldHandler);
-    std::signal(SIGPIPE, oldPipeHandler);
+    static_cast<void>(std::signal(SIGINT, oldHandler));
+    static_cast<void>(std::signal(SIGPIPE, oldPipeHandler));
     ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
 
     const std::string report = contents(folder.file("report"));
@@ -337,6 +337,7 @@ TEST(ChildProcess, doesNotLeakPipeEndsIntoOneThatAnotherThreadStarts) {
     const LeakGuard guard;
     const TemporaryFolder folder;
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (int t = 0; t < 4; ++t) {
         threads.emplace_back([&folder, t] {
             for (int i = 0; i < 20; ++i) {

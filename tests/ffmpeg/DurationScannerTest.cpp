@@ -91,8 +91,9 @@ TEST(DurationScanner, measuresLongDurationsAlikeWhereverTheChunksAreCut) {
 
 TEST(DurationScanner, passesOverLongTextsThatTurnOutToBeNoDuration) {
     const std::string digits(DurationScanner::maximumLength * 2, '1');
+    const std::string hours = digits + ":";
     for (const std::size_t size : chunkSizes) {
-        for (const std::string& start : {digits, digits + ":", digits + ":" + digits}) {
+        for (const std::string& start : {digits, hours, hours + digits}) {
             EXPECT_EQ(durationIn("Duration: " + start + "x\nDuration: 0:0:7", size), 7)
                 << "chunks of " << size;
             EXPECT_EQ(durationIn("Duration: " + start, size), 0) << "chunks of " << size;

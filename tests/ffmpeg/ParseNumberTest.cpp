@@ -25,7 +25,7 @@ TEST(ParseNumber, readsADecimalPointInALocaleThatWritesAComma) {
     DurationScanner scanner;
     scanner.feed("Duration: 00:00:05.50");
     EXPECT_EQ(scanner.finish(), 5.5);
-    std::setlocale(LC_ALL, "C");
+    ASSERT_NE(std::setlocale(LC_ALL, "C"), nullptr);
     ::unsetenv("LOCPATH");
 }
 

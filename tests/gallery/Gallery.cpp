@@ -37,9 +37,10 @@ QPalette darkPalette() {
 
 void add(const Scenario& scenario, const std::string& folder,
          std::initializer_list<std::string> names) {
+    const std::string path = "/home/ada/Music/" + folder + "/";
     std::vector<FileURL> urls;
     for (const std::string& name : names) {
-        urls.emplace_back("/home/ada/Music/" + folder + "/" + name);
+        urls.emplace_back(path + name);
     }
     scenario.model->add(urls);
 }

@@ -20,6 +20,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iterator>
@@ -62,7 +63,7 @@ std::string unescaped(std::string_view text) {
 
 /// Writes the text so many times.
 void repeat(int descriptor, const std::string& times, std::string_view text) {
-    const std::size_t textsInBlock = 64U * 1024 / text.size() + 1;
+    const std::size_t textsInBlock = std::size_t{64} * 1024 / text.size() + 1;
     std::string block;
     for (std::size_t i = 0; i < textsInBlock; ++i) {
         block += text;
@@ -125,14 +126,14 @@ void report(const std::string& file) {
     std::ofstream out(file + ".part");
     DIR* const folder = ::opendir("/proc/self/fd");
     while (const dirent* const entry = ::readdir(folder)) {
-        const int descriptor = std::atoi(entry->d_name);
-        if (entry->d_name[0] != '.' && descriptor != ::dirfd(folder)) {
+        const std::string name = entry->d_name;
+        if (name[0] != '.' && name != std::to_string(::dirfd(folder))) {
             std::string target(PATH_MAX, '\0');
-            const std::string link = std::string("/proc/self/fd/") + entry->d_name;
+            const std::string link = "/proc/self/fd/" + name;
             const ssize_t length = ::readlink(link.c_str(), target.data(), target.size());
             target.resize(length < 0 ? 0 : static_cast<std::size_t>(length));
             if (target != file + ".part") {
-                out << "fd " << descriptor << ' ' << target << '\n';
+                out << "fd " << name << ' ' << target << '\n';
             }
         }
     }
@@ -146,7 +147,7 @@ void report(const std::string& file) {
     out << "group " << ::getpgrp() << '\n';
     out << "nice " << ::getpriority(PRIO_PROCESS, 0) << '\n';
     out.close();
-    ::rename((file + ".part").c_str(), file.c_str());
+    std::filesystem::rename(file + ".part", file);
 }
 
 void recordArguments(const std::string& file) {
@@ -184,14 +185,14 @@ void run(const std::string& command, const std::string& rest) {
         {"close-out", [] { ::close(STDOUT_FILENO); }},
         {"close-err", [] { ::close(STDERR_FILENO); }},
         {"exit", [&] { ::_exit(std::stoi(rest)); }},
-        {"raise", [&] { ::raise(std::stoi(rest)); }},
+        {"raise", [&] { static_cast<void>(::raise(std::stoi(rest))); }},
         {"block", [] { block(); }},
-        {"ignore-interrupt", [] { ::signal(SIGINT, SIG_IGN); }},
+        {"ignore-interrupt", [] { static_cast<void>(::signal(SIGINT, SIG_IGN)); }},
         {"on-interrupt", // STATUS TEXT: writes the text and exits with the status
          [&] {
              interruptStatus = std::stoi(first);
              interruptText = unescaped(second);
-             ::signal(SIGINT, answerInterrupt);
+             static_cast<void>(::signal(SIGINT, answerInterrupt));
          }},
         {"hold-out", [&] { holdInGrandchild(STDOUT_FILENO, rest); }},
         {"hold-err", [&] { holdInGrandchild(STDERR_FILENO, rest); }},

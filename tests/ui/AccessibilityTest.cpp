@@ -43,6 +43,10 @@ void setScreenReaderEnabled(bool isEnabled) {
 }
 
 class AccessibilityTest : public ::testing::Test {
+  public:
+    AccessibilityTest(const AccessibilityTest&) = delete;
+    AccessibilityTest& operator=(const AccessibilityTest&) = delete;
+
   protected:
     AccessibilityTest() : view_(scenario_.model) {
         view_.resize(960, 640);
@@ -57,9 +61,6 @@ class AccessibilityTest : public ::testing::Test {
         QAccessible::installUpdateHandler(nullptr);
         setScreenReaderEnabled(false);
     }
-
-    AccessibilityTest(const AccessibilityTest&) = delete;
-    AccessibilityTest& operator=(const AccessibilityTest&) = delete;
 
     static QAccessibleInterface* of(QObject* object) {
         return QAccessible::queryAccessibleInterface(object);

@@ -21,6 +21,7 @@ class JobListAccessibilityTest : public JobListFixture {
 
     std::vector<std::string> texts(QAccessible::Text kind) const {
         std::vector<std::string> texts;
+        texts.reserve(static_cast<std::size_t>(list()->childCount()));
         for (int index = 0; index < list()->childCount(); ++index) {
             texts.push_back(utf8(list()->child(index)->text(kind)));
         }

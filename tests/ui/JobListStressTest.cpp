@@ -18,6 +18,10 @@ namespace {
 /// Does with the list what users and batches do, in an order that a seed decides, and looks after
 /// each step whether the list is as it must be.
 class JobListStressTest : public JobListFixture, public ::testing::WithParamInterface<unsigned> {
+  public:
+    JobListStressTest(const JobListStressTest&) = delete;
+    JobListStressTest& operator=(const JobListStressTest&) = delete;
+
   protected:
     JobListStressTest() {
         for (int number = 0; number < maxNames; ++number) {
@@ -30,12 +34,9 @@ class JobListStressTest : public JobListFixture, public ::testing::WithParamInte
         }
     }
 
-    JobListStressTest(const JobListStressTest&) = delete;
-    JobListStressTest& operator=(const JobListStressTest&) = delete;
-
     ~JobListStressTest() override {
         scenario_.model->cancel();
-        permits_.release(2 * maxNames);
+        permits_.release(std::ptrdiff_t{2} * maxNames);
         scenario_.finish();
     }
 
@@ -294,9 +295,10 @@ class JobListStressTest : public JobListFixture, public ::testing::WithParamInte
         const bool isPage = key == Qt::Key_PageUp || key == Qt::Key_PageDown;
         const bool isUp = key == Qt::Key_Up || key == Qt::Key_PageUp;
         const bool isDown = key == Qt::Key_Down || key == Qt::Key_PageDown;
+        const long offset = isDown ? 1 : isUp ? -1 : 0;
         const long next = key == Qt::Key_Home  ? 0
                           : key == Qt::Key_End ? last
-                                               : std::clamp(from + isDown - isUp, 0L, last);
+                                               : std::clamp(from + offset, 0L, last);
         EXPECT_TRUE(isPage ? (isUp ? to <= next : to >= next) : to == next) << from << ", " << to;
     }
 

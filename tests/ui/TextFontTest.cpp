@@ -9,12 +9,14 @@ namespace kestrel {
 namespace {
 
 class TextFontTest : public ::testing::Test {
+  public:
+    TextFontTest(const TextFontTest&) = delete;
+    TextFontTest& operator=(const TextFontTest&) = delete;
+
   protected:
     ~TextFontTest() override { QApplication::setFont(usual_); }
 
     TextFontTest() = default;
-    TextFontTest(const TextFontTest&) = delete;
-    TextFontTest& operator=(const TextFontTest&) = delete;
 
     static void setPixels(int size) {
         QFont font = QApplication::font();

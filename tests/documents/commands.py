@@ -6,14 +6,16 @@ import dataclasses
 @dataclasses.dataclass
 class Run:
     """Run by the stage for documented commands, as it is written; or this command instead, where the reader
-    has to fill something in, where it takes hours, or where it would change this system."""
+    has to fill something in, where it takes hours, or where it would change this system. Those that are slow
+    are run nightly."""
 
     instead: str = ""
+    is_nightly: bool = False
 
 
 @dataclasses.dataclass
 class Stage:
-    """Run by .ci/run, with these words."""
+    """Run by .ci/run, with these words; nightly, where they stand in that part."""
 
     words: str
 
@@ -82,22 +84,23 @@ COMMANDS = {
     "scripts/test --long -R e2e.converts": Run(),
     "scripts/test --preset asan": Stage("scripts/test --preset asan"),
     "scripts/test --preset tsan": Stage("scripts/test --preset tsan"),
-    "scripts/test --preset coverage": Run(),
+    "scripts/test --preset coverage": Stage("scripts/test --preset coverage"),
     "scripts/test --preset fuzz": Stage("scripts/test --preset fuzz"),
     "build/fuzz/tests/fuzz/fuzz-uri-lists build/fuzz/findings/uri-lists-crash-...": Run(
-        "build/fuzz/tests/fuzz/fuzz-uri-lists tests/fuzz/corpus/uri-lists/*"
+        "build/fuzz/tests/fuzz/fuzz-uri-lists tests/fuzz/corpus/uri-lists/*",
+        is_nightly=True,
     ),
-    "scripts/fuzz": Run(FUZZ),
-    "scripts/fuzz [--seconds N] [TARGET...]": Run(FUZZ),
+    "scripts/fuzz": Run(FUZZ, is_nightly=True),
+    "scripts/fuzz [--seconds N] [TARGET...]": Run(FUZZ, is_nightly=True),
     "scripts/format": Run(),
-    "scripts/lint": Stage("scripts/lint --no-tests"),
+    "scripts/lint": Stage("scripts/lint"),
     "scripts/with-display COMMAND": Run("scripts/with-display true"),
     "scripts/gallery [--pseudo] [FOLDER]": Run("scripts/gallery build/documents/gallery"),
     "scripts/mutate": ByHand(MUTANTS),
     "scripts/mutate --only REGEX": ByHand(MUTANTS),
-    "benchmarks/run [--json FILE] [--runs N] [GROUP...]": Run(BENCHMARKS),
-    "benchmarks/run startup": Run("benchmarks/run --runs 1 startup"),
-    "benchmarks/run": Run(BENCHMARKS),
+    "benchmarks/run [--json FILE] [--runs N] [GROUP...]": Run(BENCHMARKS, is_nightly=True),
+    "benchmarks/run startup": Run("benchmarks/run --runs 1 startup", is_nightly=True),
+    "benchmarks/run": Run(BENCHMARKS, is_nightly=True),
     "scripts/demo": Run(),
     "scripts/memcheck": Stage("scripts/memcheck"),
     "scripts/memcheck [FILTER]": Stage("scripts/memcheck"),
@@ -111,7 +114,8 @@ COMMANDS = {
     "cmake --build --preset dev --target translation-template": Run(),
     "translations/update de": Run("trap 'rm translations/kestrel_eo.ts' EXIT; translations/update eo"),
     "LANGUAGE=de build/release/kestrel": Test("TranslationTest."),
-    "scripts/gallery --pseudo": Run("scripts/gallery --pseudo build/documents/gallery"),
+    "scripts/gallery --pseudo": Run("scripts/gallery --pseudo build/documents/gallery", is_nightly=True),
     "git grep kestrel.example.org": Run(),
     ".ci/run": ByHand("is what runs the rest"),
+    ".ci/run [--nightly]": ByHand("is what runs the rest"),
 }

@@ -8,6 +8,8 @@
 #include <system_error>
 #include <utility>
 
+#include <sys/stat.h>
+
 namespace kestrel::test {
 
 namespace {
@@ -17,7 +19,9 @@ FileURL makeTemporaryFolder() {
     if (::mkdtemp(path.data()) == nullptr) {
         throw std::runtime_error("no temporary folder");
     }
-    // Some tests become another user.
+    // Some tests become another user, who may read what is made in it whatever umask they were
+    // started with.
+    ::umask(S_IWGRP | S_IWOTH);
     std::filesystem::permissions(path, static_cast<std::filesystem::perms>(0755));
     return FileURL(std::move(path));
 }

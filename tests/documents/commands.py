@@ -78,6 +78,9 @@ COMMANDS = {
     "scripts/setup": Run(),
     "cmake --preset dev": Run(),
     "cmake --build --preset dev": Run(),
+    "cmake --preset dev -B build/debug -D CMAKE_CXX_FLAGS_DEBUG=-g": Run(
+        "cmake --preset dev -B build/documents/debug -D CMAKE_CXX_FLAGS_DEBUG=-g"
+    ),
     "scripts/test -R FileURL": Run(),
     "scripts/test -L unit": Run(),
     "scripts/test --long": Stage("scripts/test --long"),

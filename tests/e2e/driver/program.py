@@ -53,11 +53,9 @@ class Program:
         if self.process.poll() is not None:
             raise Unmet(f"the program has ended, status {self.process.returncode}")
         desktop = Atspi.get_desktop(0)
-        desktop.clear_cache()
         for index in range(desktop.get_child_count()):
             application = desktop.get_child_at_index(index)
             if application and application.get_process_id() == self.pid:
-                application.clear_cache()
                 for number in range(application.get_child_count()):
                     window = application.get_child_at_index(number)
                     if window and tree.has_state(window, State.SHOWING):
@@ -96,7 +94,6 @@ class Program:
         button = self.button(name)
 
         def is_chosen():
-            button.clear_cache()
             return tree.has_state(button, State.CHECKED)
 
         wait_for(f'choice of "{name}"', is_chosen)
@@ -147,7 +144,6 @@ class Program:
         items = tree.find(self.window(), Role.LIST)
         if items is None:
             return []
-        items.clear_cache()
         nodes = [items.get_child_at_index(index) for index in range(items.get_child_count())]
         return [Row.of(node) for node in nodes if node and tree.has_state(node, State.SHOWING)]
 

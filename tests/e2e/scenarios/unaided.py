@@ -131,7 +131,6 @@ def ask_for_too_many(program):
     """Asks everything on the display for parts that it does not have, as who counted them earlier does."""
     for window in list(program.windows()):
         for node in [window, *tree.descendants(window, hidden=True)]:
-            node.clear_cache()
             count = node.get_child_count()
             for index in (count, count + 1, count + 1000):
                 child = node.get_child_at_index(index)

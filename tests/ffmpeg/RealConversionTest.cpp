@@ -21,6 +21,7 @@ namespace {
 using test::AudioDescription;
 using test::describeAudio;
 using test::LeakGuard;
+using test::makeLongOpusFile;
 using test::makeOpusFile;
 using test::TemporaryFolder;
 using ::testing::HasSubstr;
@@ -111,7 +112,7 @@ TEST_F(RealConversionTest, replacesAnExistingFileOnlyWhenItMay) {
 
 TEST_F(RealConversionTest, endsAsAFailureWhenFfmpegAnswersTheInterrupt) {
     const FileURL source = folder.file("long.opus");
-    makeOpusFile(source, 1200);
+    makeLongOpusFile(source, 20);
     std::promise<void> running;
     bool isRunning = false;
     auto result = std::async(std::launch::async, [&] {

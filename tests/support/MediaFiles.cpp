@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <sstream>
 #include <stdexcept>
+#include <string>
 #include <utility>
 
 namespace kestrel::test {
@@ -56,6 +57,14 @@ void makeOpusFile(const FileURL& url, double seconds) {
                 "-compression_level", "0", "-b:a", "32k", "-metadata", "title=A tone", "-f", "ogg",
                 plain});
     std::filesystem::rename(plain, url.path());
+}
+
+void makeLongOpusFile(const FileURL& url, int minutes) {
+    const FileURL minute = url.deletingLastPathComponent().appendingPathComponent("minute");
+    makeOpusFile(minute, 60);
+    runProgram({"ffmpeg", "-v", "error", "-stream_loop", std::to_string(minutes - 1), "-i",
+                minute.path(), "-c", "copy", "-f", "ogg", url.path()});
+    std::filesystem::remove(minute.path());
 }
 
 AudioDescription describeAudio(const FileURL& url) {

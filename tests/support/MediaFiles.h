@@ -17,6 +17,9 @@ struct AudioDescription {
 /// Makes a real Opus file, a tone, at this place, whatever the bytes of its name.
 void makeOpusFile(const FileURL& url, double seconds);
 
+/// Makes one that takes its time to be converted but not to be made: the same minute over and over.
+void makeLongOpusFile(const FileURL& url, int minutes);
+
 /// Throws std::runtime_error where ffprobe finds no audio.
 AudioDescription describeAudio(const FileURL& url);
 

@@ -77,7 +77,7 @@ TEST_F(RealBatchTest, convertsOnceMoreUnderTheNextName) {
 
 TEST_F(RealBatchTest, endsWithAFailedJobWhenTheRealFfmpegIsCancelled) {
     makeOpusFile(folder.file("1.opus"), 1);
-    makeOpusFile(folder.file("2.opus"), 1200);
+    makeLongOpusFile(folder.file("2.opus"), 20);
     makeOpusFile(folder.file("3.opus"), 1);
     model->add({folder.file("1.opus"), folder.file("2.opus"), folder.file("3.opus")});
     chooseDestination();

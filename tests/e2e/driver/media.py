@@ -15,7 +15,7 @@ def make_track(path, seconds=1.0, frequency=440):
     os.makedirs(os.path.dirname(path), exist_ok=True)
     _run("ffmpeg", "-nostdin", "-loglevel", "error", "-y", "-f", "lavfi",
          "-i", f"sine=frequency={frequency}:duration={seconds}:sample_rate=48000", "-ac", "2",
-         "-c:a", "libopus", "-b:a", "64k", "-f", "ogg", path)
+         "-c:a", "libopus", "-b:a", "64k", "-compression_level", "0", "-f", "ogg", path)
     return path
 
 

@@ -1,1 +1,0 @@
-set_tests_properties(${kestrel_ui_test_TESTS} ${kestrel_app_test_TESTS} PROPERTIES RESOURCE_LOCK display)

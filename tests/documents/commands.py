@@ -84,9 +84,10 @@ COMMANDS = {
     "scripts/test -R FileURL": Run(),
     "scripts/test -L unit": Run(),
     "scripts/test --long": Stage("scripts/test --long"),
+    "scripts/test --nightly": Stage("scripts/test --nightly"),
     "scripts/test --long -R e2e.converts": Run(),
-    "scripts/test --preset asan": Stage("scripts/test --preset asan"),
-    "scripts/test --preset tsan": Stage("scripts/test --preset tsan"),
+    "scripts/test --preset asan": Stage("scripts/test --long --preset asan"),
+    "scripts/test --preset tsan": Stage("scripts/test --long --preset tsan"),
     "scripts/test --preset coverage": Stage("scripts/test --preset coverage"),
     "scripts/test --preset fuzz": Stage("scripts/test --preset fuzz"),
     "build/fuzz/tests/fuzz/fuzz-uri-lists build/fuzz/findings/uri-lists-crash-...": Run(

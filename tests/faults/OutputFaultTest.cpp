@@ -9,6 +9,7 @@
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 // What ffmpeg can write, and how.
@@ -16,34 +17,35 @@
 namespace kestrel::test {
 namespace {
 
+using ::testing::Combine;
 using ::testing::Le;
 using ::testing::Values;
 using namespace std::string_view_literals;
 
 constexpr std::uint64_t mebibyte = 1024UL * 1024;
+constexpr std::uint64_t flood = 128 * mebibyte;
 /// Diagnostics that are kept whole have to fit into the addresses of a process.
-constexpr std::uint64_t flood =
-    sizeof(void*) < sizeof(std::uint64_t) ? 128 * mebibyte : 1024 * mebibyte;
+constexpr std::uint64_t longFlood = sizeof(void*) < sizeof(std::uint64_t) ? flood : 8 * flood;
 
 struct Flood {
     const char* name;
     /// The command of the stand-in, without the number of bytes behind it.
     const char* command;
-    std::uint64_t bytes;
-    /// How much of them may be held in memory at the same time: what is shown when a conversion
+    /// How many times the bytes may be held in memory at once: what is shown when a conversion
     /// fails is known only at its end, so its diagnostics are kept whole, and doubled while the
     /// space for them grows.
-    std::uint64_t mostKept;
+    std::uint64_t timesKept;
 
     friend std::ostream& operator<<(std::ostream& out, const Flood& row) { return out << row.name; }
 };
 
-class FloodTest : public FaultTest, public ::testing::WithParamInterface<Flood> {};
+class FloodTest : public FaultTest,
+                  public ::testing::WithParamInterface<std::tuple<std::uint64_t, Flood>> {};
 
 TEST_P(FloodTest, isReadToItsEndWithBoundedMemory) {
-    const Flood& row = GetParam();
+    const auto& [bytesAtFullSpeed, row] = GetParam();
     // The checks of such a build slow every byte down.
-    const std::uint64_t bytes = PeakMemory::isBlurred() ? row.bytes / 32 : row.bytes;
+    const std::uint64_t bytes = PeakMemory::isBlurred() ? flood / 4 : bytesAtFullSpeed;
     const PeakMemory memory;
     EXPECT_EQ(outcome(row.command + std::to_string(bytes) + "\n" +
                       "convert out progress=end\\n\nconvert write-output fine\n"),
@@ -53,17 +55,22 @@ TEST_P(FloodTest, isReadToItsEndWithBoundedMemory) {
     const std::size_t growth = memory.growth();
     std::cout << "memory grew by " << growth / 1024 << " KiB\n";
     if (!PeakMemory::isBlurred()) {
-        EXPECT_THAT(growth, Le(row.mostKept + row.mostKept / 16 + 16 * mebibyte));
+        const std::uint64_t mostKept = row.timesKept * bytes;
+        EXPECT_THAT(growth, Le(mostKept + mostKept / 16 + 16 * mebibyte));
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(OutputFaults, FloodTest,
-                         Values(Flood{"progress", "convert flood-out ", flood, 0},
-                                Flood{"diagnostics", "convert flood-err ", flood, 2 * flood},
-                                Flood{"both", "convert flood-both ", flood, 2 * flood},
-                                Flood{"diagnosticsOfTheProbe", "probe flood-err ", flood, 0},
-                                Flood{"outputOfTheProbe", "probe flood-out ", flood, 0}),
-                         [](const auto& row) { return std::string(row.param.name); });
+const auto floods = Values(
+    Flood{"progress", "convert flood-out ", 0}, Flood{"diagnostics", "convert flood-err ", 2},
+    Flood{"both", "convert flood-both ", 2}, Flood{"diagnosticsOfTheProbe", "probe flood-err ", 0},
+    Flood{"outputOfTheProbe", "probe flood-out ", 0});
+
+std::string nameOf(const ::testing::TestParamInfo<FloodTest::ParamType>& row) {
+    return std::get<Flood>(row.param).name;
+}
+
+INSTANTIATE_TEST_SUITE_P(OutputFaults, FloodTest, Combine(Values(flood), floods), nameOf);
+INSTANTIATE_TEST_SUITE_P(LongOutputFaults, FloodTest, Combine(Values(longFlood), floods), nameOf);
 
 TEST_F(FaultTest, passesOverAProgressLineOf200Megabytes) {
     const PeakMemory memory;

@@ -19,7 +19,8 @@ SCENARIOS = {}
 
 
 def scenario(is_long=False, display_size="1400x900"):
-    """Makes a function of a session a scenario, named after the function."""
+    """Makes a function of a session a scenario, named after the function. What keeps the real ffmpeg at work for long
+    is long; scenarios that do the same with the stand-in are not."""
 
     def register(play):
         name = play.__name__.replace("_", "-")

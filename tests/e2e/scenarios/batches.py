@@ -79,7 +79,7 @@ def shows_the_last_words_of_an_ffmpeg_that_answers_the_signal(session):
     program.quit()
 
 
-@scenario()
+@scenario(is_long=True)
 def cancels_the_real_ffmpeg_and_keeps_what_it_has_written(session):
     track = media.make_long_track(session.music / "song.opus", hours=3)
     program = session.start()

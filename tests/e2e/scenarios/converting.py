@@ -105,7 +105,7 @@ def shows_progress_that_moves(session):
     program.quit()
 
 
-@scenario()
+@scenario(is_long=True)
 def moves_the_progress_of_a_real_conversion(session):
     track = media.make_long_track(session.music / "long.opus", hours=1)
     program = session.start()

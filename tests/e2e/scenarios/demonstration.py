@@ -53,7 +53,7 @@ def check_files(session, tracks):
     expect_equal("number of files", len(list(session.output.iterdir())), len(tracks) * len(CODECS))
 
 
-@scenario()
+@scenario(is_long=True)
 def demonstration(session):
     tracks = make_tracks(session)
     for audio_format in CODECS:

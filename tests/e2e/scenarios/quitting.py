@@ -55,7 +55,7 @@ def quits_at_once_during_a_batch(session):
     expect_equal("files", list(session.output.glob("later*")), [])
 
 
-@scenario()
+@scenario(is_long=True)
 def lets_ffmpeg_finish_the_file_at_work(session):
     minutes = 10
     track = media.make_long_track(session.music / "song.opus", hours=minutes / 60)
@@ -72,10 +72,11 @@ def lets_ffmpeg_finish_the_file_at_work(session):
     expect(f"the file is whole, not {seconds} s", abs(seconds - 60 * minutes) < 1)
 
 
-@scenario()
+@scenario(is_long=True)
 def keeps_two_programs_out_of_each_others_way(session):
-    long, short, shorter = [media.make_track(session.music / folder / "song.opus", seconds=seconds)
-                            for folder, seconds in (("one", 300), ("two", 2), ("three", 1))]
+    long = media.make_long_track(session.music / "one/song.opus", hours=5 / 60)
+    short, shorter = [media.make_track(session.music / folder / "song.opus", seconds=seconds)
+                      for folder, seconds in (("two", 2), ("three", 1))]
     programs = [session.start(), session.start()]
     programs[0].convert(session.output, long)
     # A name is chosen before ffmpeg takes it, so the programs must not choose at the same moment.

@@ -8,7 +8,9 @@
 #include <QImage>
 #include <QMouseEvent>
 
-#include <functional>
+#include <optional>
+#include <ostream>
+#include <string>
 
 namespace kestrel {
 namespace {
@@ -26,40 +28,6 @@ class WindowStripTest : public MainWindowFixture {
     void press(Qt::MouseButton button) { QTest::mousePress(&strip(), button, {}, freePlace()); }
 
     void release(Qt::MouseButton button) { QTest::mouseRelease(&strip(), button, {}, freePlace()); }
-
-    using Press = std::function<void(QWidget&)>;
-
-    void expectToMaximiseAndRestoreBy(const Press& pressed) {
-        pressed(maximiseButton());
-        EXPECT_TRUE(waitForMaximised(true));
-        EXPECT_EQ(utf8(maximiseButton().accessibleName()), "Restore");
-        EXPECT_EQ(utf8(maximiseButton().toolTip()), "Restore");
-        pressed(maximiseButton());
-        EXPECT_TRUE(waitForMaximised(false));
-        EXPECT_EQ(utf8(maximiseButton().accessibleName()), "Maximise");
-        EXPECT_EQ(utf8(maximiseButton().toolTip()), "Maximise");
-    }
-
-    void expectToMinimiseBy(const Press& pressed) {
-        pressed(minimiseButton());
-        EXPECT_TRUE(test::runUntil([this] { return window_.isMinimized(); }));
-    }
-
-    void expectToCloseBy(const Press& pressed) {
-        pressed(closeButton());
-        EXPECT_TRUE(test::runUntil([this] { return !window_.isVisible(); }));
-    }
-
-    Press byMouse() {
-        return [this](QWidget& button) { click(middleOf(button)); };
-    }
-
-    static Press byKey(Qt::Key key) {
-        return [key](QWidget& button) {
-            button.setFocus(Qt::TabFocusReason);
-            QTest::keyClick(&button, key);
-        };
-    }
 };
 
 TEST_F(WindowStripTest, carriesTheMenuBarAndTheButtonsAtItsEnds) {
@@ -73,41 +41,53 @@ TEST_F(WindowStripTest, carriesTheMenuBarAndTheButtonsAtItsEnds) {
     EXPECT_EQ(utf8(closeButton().toolTip()), "Close");
 }
 
-TEST_F(WindowStripTest, maximisesAndRestoresByMouse) {
-    expectToMaximiseAndRestoreBy(byMouse());
+struct Way {
+    const char* name;
+    /// None for the mouse.
+    std::optional<Qt::Key> key;
+
+    friend std::ostream& operator<<(std::ostream& out, const Way& row) { return out << row.name; }
+};
+
+class WindowButtonTest : public WindowStripTest, public ::testing::WithParamInterface<Way> {
+  protected:
+    /// In the way of this row.
+    void pressButton(QWidget& button) {
+        if (!GetParam().key) {
+            click(middleOf(button));
+            return;
+        }
+        button.setFocus(Qt::TabFocusReason);
+        QTest::keyClick(&button, *GetParam().key);
+    }
+};
+
+TEST_P(WindowButtonTest, maximisesAndRestores) {
+    pressButton(maximiseButton());
+    EXPECT_TRUE(waitForMaximised(true));
+    EXPECT_EQ(utf8(maximiseButton().accessibleName()), "Restore");
+    EXPECT_EQ(utf8(maximiseButton().toolTip()), "Restore");
+    pressButton(maximiseButton());
+    EXPECT_TRUE(waitForMaximised(false));
+    EXPECT_EQ(utf8(maximiseButton().accessibleName()), "Maximise");
+    EXPECT_EQ(utf8(maximiseButton().toolTip()), "Maximise");
 }
 
-TEST_F(WindowStripTest, maximisesAndRestoresBySpace) {
-    expectToMaximiseAndRestoreBy(byKey(Qt::Key_Space));
+TEST_P(WindowButtonTest, minimises) {
+    pressButton(minimiseButton());
+    EXPECT_TRUE(test::runUntil([this] { return window_.isMinimized(); }));
 }
 
-TEST_F(WindowStripTest, maximisesAndRestoresByEnter) {
-    expectToMaximiseAndRestoreBy(byKey(Qt::Key_Return));
+TEST_P(WindowButtonTest, closes) {
+    pressButton(closeButton());
+    EXPECT_TRUE(test::runUntil([this] { return !window_.isVisible(); }));
 }
 
-TEST_F(WindowStripTest, minimisesByMouse) {
-    expectToMinimiseBy(byMouse());
-}
-
-TEST_F(WindowStripTest, minimisesBySpace) {
-    expectToMinimiseBy(byKey(Qt::Key_Space));
-}
-
-TEST_F(WindowStripTest, minimisesByEnter) {
-    expectToMinimiseBy(byKey(Qt::Key_Return));
-}
-
-TEST_F(WindowStripTest, closesByMouse) {
-    expectToCloseBy(byMouse());
-}
-
-TEST_F(WindowStripTest, closesBySpace) {
-    expectToCloseBy(byKey(Qt::Key_Space));
-}
-
-TEST_F(WindowStripTest, closesByEnter) {
-    expectToCloseBy(byKey(Qt::Key_Enter));
-}
+INSTANTIATE_TEST_SUITE_P(Ways, WindowButtonTest,
+                         ::testing::Values(Way{"mouse", {}}, Way{"space", Qt::Key_Space},
+                                           Way{"enter", Qt::Key_Return},
+                                           Way{"enterOfTheKeypad", Qt::Key_Enter}),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(WindowStripTest, restoresAWindowThatFillsTheScreen) {
     window_.showFullScreen();

@@ -9,6 +9,7 @@
 #include <csignal>
 #include <cstddef>
 #include <ostream>
+#include <regex>
 #include <string>
 
 // How ffmpeg can end, or fail to.
@@ -102,28 +103,8 @@ class EndFaultTest : public FaultTest {
 
     void release() { folder.write("go", "x"); }
 
-    const std::string untilReleased = "wait-for " + path("go") + "\n";
     const std::string touchUp = "convert touch " + path("up") + "\n";
 };
-
-TEST_F(EndFaultTest, waitsForOneThatHasClosedItsOutputAndLivesOn) {
-    startAndAwait("convert out progress=end\\n\nconvert close-out\nconvert close-err\n" + touchUp +
-                      "convert " + untilReleased + "convert exit 3\n",
-                  "up");
-    expectToBeConverting();
-    release();
-    finish();
-    EXPECT_EQ(outcomeOf(0), "failed: FFmpeg could not convert this file.");
-    EXPECT_EQ(outcomeOf(1), "completed");
-}
-
-TEST_F(EndFaultTest, cancelsOneThatHasClosedItsOutputAndLivesOn) {
-    startAndAwait("convert close-out\nconvert close-err\n" + touchUp + "convert block\n", "up");
-    model->cancel();
-    finish();
-    EXPECT_EQ(outcomeOf(0), "cancelled");
-    EXPECT_EQ(outcomeOf(1), "waiting");
-}
 
 class HeldPipeTest : public EndFaultTest, public ::testing::WithParamInterface<const char*> {
   protected:
@@ -158,36 +139,59 @@ TEST_P(HeldPipeTest, takesACancelAfterTheExitForNothing) {
 INSTANTIATE_TEST_SUITE_P(EndFaults, HeldPipeTest, Values("out", "err"),
                          [](const auto& row) { return std::string(row.param); });
 
-TEST_F(EndFaultTest, waitsForOneThatIgnoresTheInterrupt) {
-    startAndAwait("convert ignore-interrupt\n" + touchUp + "convert " + untilReleased +
-                      "convert exit 0\n",
-                  "up");
-    model->cancel();
+/// A conversion that is at work until something is done about it.
+struct OddEnd {
+    const char* name;
+    /// With "@" before the names of files of the test's own: it makes "up", and may wait for "go".
+    std::string script;
+    bool isCancelled;
+    bool isReleased;
+    const char* first;
+    const char* second;
+
+    friend std::ostream& operator<<(std::ostream& out, const OddEnd& row) {
+        return out << row.name;
+    }
+};
+
+class OddEndTest : public EndFaultTest, public ::testing::WithParamInterface<OddEnd> {};
+
+TEST_P(OddEndTest, isAwaited) {
+    const OddEnd& row = GetParam();
+    startAndAwait(std::regex_replace(row.script, std::regex("@"), folder.url().path() + "/"), "up");
     expectToBeConverting();
-    release();
+    if (row.isCancelled) {
+        model->cancel();
+    }
+    if (row.isReleased) {
+        expectToBeConverting();
+        release();
+    }
     finish();
-    EXPECT_EQ(outcomeOf(0), "completed");
-    EXPECT_EQ(outcomeOf(1), "waiting");
+    EXPECT_EQ(outcomeOf(0), row.first);
+    EXPECT_EQ(outcomeOf(1), row.second);
 }
 
-TEST_F(EndFaultTest, cancelsOneThatHasStoppedItself) {
-    startAndAwait(touchUp + "convert raise " + std::to_string(SIGSTOP) + "\n", "up");
-    expectToBeConverting();
-    model->cancel();
-    finish();
-    EXPECT_EQ(outcomeOf(0), "cancelled");
-    EXPECT_EQ(outcomeOf(1), "waiting");
-}
-
-TEST_F(EndFaultTest, failsAtOneThatAnswersTheInterrupt) {
-    startAndAwait("convert on-interrupt 255 progress=end\\n\nconvert err Exiting normally\\n\n" +
-                      touchUp + "convert block\n",
-                  "up");
-    model->cancel();
-    finish();
-    EXPECT_EQ(outcomeOf(0), "failed: Exiting normally");
-    EXPECT_EQ(outcomeOf(1), "waiting");
-}
+INSTANTIATE_TEST_SUITE_P(
+    EndFaults, OddEndTest,
+    Values(OddEnd{"afterItHasClosedItsOutput",
+                  "convert out progress=end\\n\nconvert close-out\nconvert close-err\n"
+                  "convert touch @up\nconvert wait-for @go\nconvert exit 3\n",
+                  false, true, "failed: FFmpeg could not convert this file.", "completed"},
+           OddEnd{"afterItHasClosedItsOutputAndIsCancelled",
+                  "convert close-out\nconvert close-err\nconvert touch @up\nconvert block\n", true,
+                  false, "cancelled", "waiting"},
+           OddEnd{"whereItIgnoresTheInterrupt",
+                  "convert ignore-interrupt\nconvert touch @up\nconvert wait-for @go\n", true, true,
+                  "completed", "waiting"},
+           OddEnd{"whereItHasStoppedItself",
+                  "convert touch @up\nconvert raise " + std::to_string(SIGSTOP) + "\n", true, false,
+                  "cancelled", "waiting"},
+           OddEnd{"whereItAnswersTheInterrupt",
+                  "convert on-interrupt 255 progress=end\\n\nconvert err Exiting normally\\n\n"
+                  "convert touch @up\nconvert block\n",
+                  true, false, "failed: Exiting normally", "waiting"}),
+    [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(FaultTest, failsWithTheReasonWhereTheSystemDoesNotTellHowItEnded) {
     // The probe's wait, and its reaping, come first. Then somebody else takes the news.

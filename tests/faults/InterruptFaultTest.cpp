@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <chrono>
 #include <iostream>
+#include <ostream>
 #include <random>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -68,33 +70,48 @@ TEST_F(InterruptFaultTest, letsTheProbeAndItsFileFinish) {
     EXPECT_EQ(outcomeOf(1), "waiting");
 }
 
-TEST_F(InterruptFaultTest, changesNothingBetweenTheProbeAndTheStartOfTheConversion) {
+/// A cancel just before a call that the worker makes on its way to the first conversion.
+struct Moment {
+    const char* name;
+    Call call;
+    /// Which of such calls, counted from 1.
+    int count;
+    /// What the first conversion is told to do.
+    const char* script;
+    const char* first;
+    const char* second;
+
+    friend std::ostream& operator<<(std::ostream& out, const Moment& row) {
+        return out << row.name;
+    }
+};
+
+class MomentOfInterruptTest : public InterruptFaultTest,
+                              public ::testing::WithParamInterface<Moment> {};
+
+TEST_P(MomentOfInterruptTest, decidesWhetherItReachesTheChild) {
+    const Moment& row = GetParam();
+    folder.write("in/1.opus", row.script);
     destination = folder.file("new");
     chooseDestination();
-    const CallHook hook(Call::makeFolder, interrupting(1));
+    const CallHook hook(row.call, interrupting(row.count));
     model->start();
     finish();
-    EXPECT_EQ(outcomeOf(0), "completed");
-    EXPECT_EQ(outcomeOf(1), "completed");
+    EXPECT_EQ(outcomeOf(0), row.first);
+    EXPECT_EQ(outcomeOf(1), row.second);
 }
 
-TEST_F(InterruptFaultTest, changesNothingBeforeTheConversionHasBegunToStart) {
-    // The worker, the probe, and the reader of the diagnostics, which is there before the child.
-    const CallHook hook(Call::thread, interrupting(3));
-    model->start();
-    finish();
-    EXPECT_EQ(outcomeOf(0), "completed");
-    EXPECT_EQ(outcomeOf(1), "completed");
-}
-
-TEST_F(InterruptFaultTest, reachesTheChildWhoseStartHasBegun) {
-    folder.write("in/1.opus", "convert block\n");
-    const CallHook hook(Call::spawn, interrupting(2));
-    model->start();
-    finish();
-    EXPECT_EQ(outcomeOf(0), "cancelled");
-    EXPECT_EQ(outcomeOf(1), "waiting");
-}
+INSTANTIATE_TEST_SUITE_P(
+    InterruptFaults, MomentOfInterruptTest,
+    ::testing::Values(Moment{"betweenTheProbeAndTheConversion", Call::makeFolder, 1,
+                             "convert write-output fine\n", "completed", "completed"},
+                      // The worker, the probe, and the reader of the diagnostics, which is there
+                      // before the child.
+                      Moment{"beforeTheConversionHasBegunToStart", Call::thread, 3,
+                             "convert write-output fine\n", "completed", "completed"},
+                      Moment{"whileTheConversionStarts", Call::spawn, 2, "convert block\n",
+                             "cancelled", "waiting"}),
+    [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(InterruptFaultTest, changesNothingAtTheEndOfTheConversion) {
     // The child has exited, and is about to be forgotten by the system; the interrupt has to wait

@@ -29,6 +29,9 @@ class FileDialogDriver {
     /// Clicks the confirm button.
     void confirm() const;
 
+    /// Closes it by its window.
+    void close() const { dialog_.close(); }
+
     QPushButton* confirmButton() const;
     QToolButton* newFolderButton() const;
 

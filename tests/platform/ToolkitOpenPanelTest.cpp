@@ -3,6 +3,7 @@
 #include "DesktopOpenPanel.h"
 #include "DialogCatcher.h"
 #include "FileDialogDriver.h"
+#include "FileDialogSteps.h"
 #include "FolderListing.h"
 #include "Patience.h"
 #include "PrivateBus.h"
@@ -29,6 +30,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -36,7 +38,7 @@ namespace kestrel::test {
 namespace {
 
 using namespace Qt::StringLiterals;
-using testing::UnorderedElementsAre;
+using testing::UnorderedElementsAreArray;
 using Chosen = std::optional<std::vector<FileURL>>;
 using Driver = FileDialogDriver;
 
@@ -84,83 +86,69 @@ class ToolkitOpenPanelTest : public testing::Test {
     TemporaryFolder music_;
 };
 
-TEST_F(ToolkitOpenPanelTest, picksOneFile) {
-    const Chosen chosen = run(fileOptions(), music_.url(), [](QFileDialog& dialog) {
-        Driver(dialog).click(u"b.ogg"_s);
-        Driver(dialog).confirm();
+/// What is done in a panel, and what it returns: paths below the folder that it shows, or "" for
+/// that.
+struct Use {
+    const char* name;
+    OpenPanel::Options options;
+    std::vector<FileDialogStep> steps;
+    std::optional<std::vector<std::string>> chosen;
+
+    friend std::ostream& operator<<(std::ostream& out, const Use& row) { return out << row.name; }
+};
+
+class UseOfToolkitOpenPanelTest : public ToolkitOpenPanelTest,
+                                  public testing::WithParamInterface<Use> {};
+
+TEST_P(UseOfToolkitOpenPanelTest, returnsWhatIsPicked) {
+    const Chosen chosen = run(GetParam().options, music_.url(), [](QFileDialog& dialog) {
+        for (const FileDialogStep& step : GetParam().steps) {
+            step(Driver(dialog));
+        }
     });
-    EXPECT_EQ(chosen, Chosen({music_.file("b.ogg")}));
+    ASSERT_EQ(chosen.has_value(), GetParam().chosen.has_value());
+    std::vector<FileURL> expected;
+    for (const std::string& name : GetParam().chosen.value_or(std::vector<std::string>())) {
+        expected.push_back(name.empty() ? music_.url() : music_.file(name));
+    }
+    EXPECT_THAT(chosen.value_or(expected), UnorderedElementsAreArray(expected));
 }
 
-TEST_F(ToolkitOpenPanelTest, picksSeveralFiles) {
-    const Chosen chosen = run(fileOptions(), music_.url(), [](QFileDialog& dialog) {
-        Driver(dialog).click(u"X.OGA"_s);
-        Driver(dialog).click(u"a.opus"_s, Qt::ControlModifier);
-        Driver(dialog).confirm();
-    });
-    ASSERT_TRUE(chosen);
-    EXPECT_THAT(*chosen, UnorderedElementsAre(music_.file("X.OGA"), music_.file("a.opus")));
+std::vector<Use> uses() {
+    return {
+        {"oneFile", fileOptions(), {click("b.ogg"), confirm()}, {{"b.ogg"}}},
+        {"severalFiles",
+         fileOptions(),
+         {click("X.OGA"), click("a.opus", Qt::ControlModifier), confirm()},
+         {{"X.OGA", "a.opus"}}},
+        {"aFileBelowAFolderThatIsOpened",
+         fileOptions(),
+         {doubleClick("Two"), click("2.opus"), press(Qt::Key_Return)},
+         {{"Two/2.opus"}}},
+        {"severalFoldersWithTheMouse",
+         foldersOptions(),
+         {click("One"), click("Two", Qt::ControlModifier), confirm()},
+         {{"One", "Two"}}},
+        {"severalFoldersWithTheKeyboard",
+         foldersOptions(),
+         {click("One"), press(Qt::Key_Down, Qt::ShiftModifier),
+          press(Qt::Key_Down, Qt::ShiftModifier), confirmByKeyboard()},
+         {{"One", "Three", "Two"}}},
+        {"oneFolderWhereNoMoreMayBePicked",
+         destinationOptions(),
+         {click("One"), click("Two", Qt::ControlModifier), confirm()},
+         {{"Two"}}},
+        {"theFolderItShowsWhereNoneIsSelected",
+         destinationOptions(),
+         {awaitNames(3), confirm()},
+         {{""}}},
+        {"nothingByEscape", fileOptions(), {click("a.opus"), press(Qt::Key_Escape)}, {}},
+        {"nothingByClosing", foldersOptions(), {close()}, {}},
+    };
 }
 
-TEST_F(ToolkitOpenPanelTest, picksAFileBelowAFolderThatIsOpened) {
-    const Chosen chosen = run(fileOptions(), music_.url(), [](QFileDialog& dialog) {
-        Driver(dialog).doubleClick(u"Two"_s);
-        Driver(dialog).click(u"2.opus"_s);
-        Driver(dialog).pressKey(Qt::Key_Return);
-    });
-    EXPECT_EQ(chosen, Chosen({music_.file("Two/2.opus")}));
-}
-
-TEST_F(ToolkitOpenPanelTest, picksSeveralFoldersWithTheMouse) {
-    const Chosen chosen = run(foldersOptions(), music_.url(), [](QFileDialog& dialog) {
-        Driver(dialog).click(u"One"_s);
-        Driver(dialog).click(u"Two"_s, Qt::ControlModifier);
-        Driver(dialog).confirm();
-    });
-    ASSERT_TRUE(chosen);
-    EXPECT_THAT(*chosen, UnorderedElementsAre(music_.file("One"), music_.file("Two")));
-}
-
-TEST_F(ToolkitOpenPanelTest, picksSeveralFoldersWithTheKeyboard) {
-    const Chosen chosen = run(foldersOptions(), music_.url(), [](QFileDialog& dialog) {
-        Driver(dialog).click(u"One"_s);
-        Driver(dialog).pressKey(Qt::Key_Down, Qt::ShiftModifier);
-        Driver(dialog).pressKey(Qt::Key_Down, Qt::ShiftModifier);
-        Driver(dialog).tabTo(Driver(dialog).confirmButton());
-        QTest::keyClick(Driver(dialog).confirmButton(), Qt::Key_Space);
-    });
-    ASSERT_TRUE(chosen);
-    EXPECT_THAT(*chosen,
-                UnorderedElementsAre(music_.file("One"), music_.file("Three"), music_.file("Two")));
-}
-
-TEST_F(ToolkitOpenPanelTest, picksOneFolderOnlyWhereOneIsAskedFor) {
-    const Chosen chosen = run(destinationOptions(), music_.url(), [](QFileDialog& dialog) {
-        Driver(dialog).click(u"One"_s);
-        Driver(dialog).click(u"Two"_s, Qt::ControlModifier);
-        Driver(dialog).confirm();
-    });
-    EXPECT_EQ(chosen, Chosen({music_.file("Two")}));
-}
-
-TEST_F(ToolkitOpenPanelTest, picksTheFolderItShowsWhereNoneIsSelected) {
-    const Chosen chosen = run(destinationOptions(), music_.url(), [](QFileDialog& dialog) {
-        Driver(dialog).names(3);
-        Driver(dialog).confirm();
-    });
-    EXPECT_EQ(chosen, Chosen({music_.url()}));
-}
-
-TEST_F(ToolkitOpenPanelTest, returnsNoneWhenDismissed) {
-    EXPECT_EQ(run(fileOptions(), music_.url(),
-                  [](QFileDialog& dialog) {
-                      Driver(dialog).click(u"a.opus"_s);
-                      Driver(dialog).pressKey(Qt::Key_Escape);
-                  }),
-              std::nullopt);
-    EXPECT_EQ(run(foldersOptions(), music_.url(), [](QFileDialog& dialog) { dialog.close(); }),
-              std::nullopt);
-}
+INSTANTIATE_TEST_SUITE_P(Uses, UseOfToolkitOpenPanelTest, testing::ValuesIn(uses()),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(ToolkitOpenPanelTest, showsFoldersAndAllowedFilesInEitherCase) {
     run(fileOptions(), music_.url(), [](QFileDialog& dialog) {
@@ -284,7 +272,7 @@ TEST_F(ToolkitOpenPanelTest, leavesOutNamesThatAreNotUtf8) {
     ASSERT_TRUE(chosen);
     const std::vector<FileURL> valid{music_.file("One"), music_.file("Three"), music_.file("Two")};
     if (isListedWhole) {
-        EXPECT_THAT(*chosen, testing::UnorderedElementsAreArray(valid));
+        EXPECT_THAT(*chosen, UnorderedElementsAreArray(valid));
     } else if (*chosen != std::vector{music_.url()}) { // the folder itself, with nothing selected
         EXPECT_THAT(*chosen, testing::IsSubsetOf(valid));
     }

@@ -1,5 +1,7 @@
 """Drags from another program."""
 
+import dataclasses
+import functools
 import os
 
 from driver import eyes, media, tree
@@ -84,15 +86,66 @@ def is_purple_anywhere(program):
     return any(eyes.is_purple(pixel) for row in eyes.pixels((x, y, 40, height)) for pixel in row)
 
 
-@scenario()
-def drops_a_file_onto_the_empty_window(session):
-    track = media.make_track(session.music / "song.opus")
+@dataclasses.dataclass
+class Row:
+    """What drops bring. All paths are below the folder with the music."""
+
+    # A folder ends with a slash; a link has an arrow before what it leads to.
+    files: list
+    # The paths of each drop, and the names in the queue after it.
+    drops: list
+    # Of the rows of the queue at the end.
+    folders: list
+
+
+DROPS = {
+    "a-file": Row(["song.opus"], [(["song.opus"], ["song.opus"])], ["music"]),
+    "a-folder-tree": Row(
+        ["album/b.opus", "album/A.ogg", "album/notes.txt", "album/.hidden.opus", "album/sub/10.opus",
+         "album/sub/deeper/still/2.OGA", "album/.git/1.opus", "album/Songs.musiclibrary/3.opus", "album/opus",
+         "album/empty/", "album/sub/link.d -> .."],
+        [(["album"], ["2.OGA", "10.opus", "A.ogg", "b.opus"])],
+        ["still", "sub", "album", "album"]),
+    "files-and-folders-together": Row(
+        ["album/b.opus", "album/a.opus", "z.opus", "c.oga"],
+        [(["z.opus", "album", "c.oga", "album/a.opus"], ["z.opus", "a.opus", "b.opus", "c.oga"])],
+        ["music", "album", "album", "music"]),
+    "a-file-once-by-whatever-path": Row(
+        ["a.opus", "b.opus", "sub/"],
+        [(["a.opus"], ["a.opus"]), (["sub/../a.opus", "./a.opus", "b.opus"], ["a.opus", "b.opus"])],
+        ["music", "music"]),
+}
+
+
+def make(folder, files):
+    for file in files:
+        name, _, target = file.partition(" -> ")
+        path = folder / name
+        (path if name.endswith("/") else path.parent).mkdir(parents=True, exist_ok=True)
+        if target:
+            path.symlink_to(target)
+        elif not name.endswith("/"):
+            path.touch()
+
+
+def drop_row(session, row):
+    make(session.music, row.files)
     program = session.start()
-    drop_files(session, drop_zone(program), track)
-    program.await_names(["song.opus"])
-    expect_equal("its folder", program.rows()[0].folder, "music")
+    place = drop_zone(program)
+    for paths, names in row.drops:
+        # Not joined as paths, which would leave out the dots.
+        drop_files(session, place, *(f"{session.music}/{path}" for path in paths))
+        program.await_names(names)
+        place = job_list(program)
+    expect_equal("folders", [shown.folder for shown in program.rows()], row.folders)
     expect("the drop zone is gone", program.find(Role.PANEL, "Drop zone") is None)
+    count = len(row.folders)
+    program.await_text(f"{count} audio file{'s' if count > 1 else ''} · 0 complete")
     program.quit()
+
+
+for what, row in DROPS.items():
+    scenario(name=f"drops-{what}")(functools.partial(drop_row, row=row))
 
 
 @scenario()
@@ -140,34 +193,6 @@ def drops_many_files_in_the_order_of_the_drop(session):
     program.await_rows(lambda count: [(f"{number}.opus", f"{index} of 60")
                                       for index, number in enumerate(numbers[:count], start=1)])
     expect("there are rows in sight", len(program.rows()) > 3)
-    program.quit()
-
-
-@scenario()
-def drops_a_folder_tree(session):
-    album = session.music / "album"
-    touch(album / "b.opus", album / "A.ogg", album / "notes.txt", album / ".hidden.opus",
-          album / "sub/10.opus", album / "sub/deeper/still/2.OGA", album / ".git/1.opus",
-          album / "Songs.musiclibrary/3.opus", album / "opus")
-    (album / "empty").mkdir()
-    (album / "sub/link.d").symlink_to(album)
-    program = session.start()
-    drop_files(session, drop_zone(program), album)
-    program.await_names(["2.OGA", "10.opus", "A.ogg", "b.opus"])
-    expect_equal("folders", [row.folder for row in program.rows()],
-                 ["still", "sub", "album", "album"])
-    program.await_text("4 audio files · 0 complete")
-    program.quit()
-
-
-@scenario()
-def drops_files_and_folders_together(session):
-    album = session.music / "album"
-    touch(album / "b.opus", album / "a.opus", session.music / "z.opus", session.music / "c.oga")
-    program = session.start()
-    drop_files(session, drop_zone(program), session.music / "z.opus", album, session.music / "c.oga",
-               album / "a.opus")
-    program.await_names(["z.opus", "a.opus", "b.opus", "c.oga"])
     program.quit()
 
 
@@ -228,20 +253,6 @@ def drops_onto_the_list_without_a_highlight(session):
     expect_equal("answer to the drop", source.drop(), "copied")
     program.await_names(["b.opus", "c.opus", "a.opus"])
     source.close()
-    program.quit()
-
-
-@scenario()
-def drops_a_file_once_by_whatever_path(session):
-    touch(session.music / "a.opus", session.music / "b.opus")
-    (session.music / "sub").mkdir()
-    program = session.start()
-    drop_files(session, drop_zone(program), session.music / "a.opus")
-    program.await_names(["a.opus"])
-    drop_files(session, job_list(program), f"{session.music}/sub/../a.opus", f"{session.music}/./a.opus",
-               f"{session.music}/b.opus")
-    program.await_names(["a.opus", "b.opus"])
-    program.await_text("2 audio files · 0 complete")
     program.quit()
 
 

@@ -8,7 +8,9 @@ from driver.tree import Role
 from driver.waiting import expect, expect_equal, wait_for
 
 NOT_FOUND = "FFmpeg was not found. Install it with Homebrew: brew install ffmpeg"
-ORANGE, GREEN = (0xFF, 0x9F, 0x0A), (0x32, 0xD7, 0x4B)
+# The words of the status, and the colour of its dot.
+MISSING = ("FFmpeg required", (0xFF, 0x9F, 0x0A))
+READY = ("FFmpeg ready", (0x32, 0xD7, 0x4B))
 
 
 def await_status(program, text, colour):
@@ -26,7 +28,7 @@ def await_status(program, text, colour):
 def start_without_ffmpeg(session):
     session.hide_ffmpeg()
     program = session.start()
-    await_status(program, "FFmpeg required", ORANGE)
+    await_status(program, *MISSING)
     program.add_files(session.script("song.opus", "convert write-output done"))
     program.choose_destination(session.output)
     return program
@@ -57,23 +59,24 @@ def follows_an_ffmpeg_that_comes_and_goes(session):
     ffmpeg = session.ffmpeg_place()
     program = start_without_ffmpeg(session)
     ffmpeg.parent.mkdir(parents=True)
-    ffmpeg.write_text("not to be executed")
-    program.press("WAV")
-    program.await_text("AIFF and WAV preserve uncompressed PCM audio.")
-    await_status(program, "FFmpeg required", ORANGE)
-    shutil.copy(session.options.stand_in, ffmpeg)
-    program.press("AIFF")
-    await_status(program, "FFmpeg ready", GREEN)
-    program.press("Convert 1 File")
-    program.await_states(["Complete"])
+    # What happens, the press after which it is seen, what is seen, and what becomes of a batch.
+    steps = [
+        (lambda: ffmpeg.write_text("not to be executed"), "WAV", MISSING, "alert"),
+        (lambda: shutil.copy(session.options.stand_in, ffmpeg), "AIFF", READY, "Complete"),
+        (ffmpeg.unlink, "MP3", MISSING, "alert"),
+    ]
+    for change, audio_format, status, outcome in steps:
+        change()
+        program.press(audio_format)
+        await_status(program, *status)
+        program.press("Convert 1 File")
+        if outcome == "alert":
+            program.await_alert(NOT_FOUND)
+            program.key("Return")
+            program.await_no_alert()
+        else:
+            program.await_states([outcome])
     expect_equal("files", [path.name for path in session.output.iterdir()], ["song_converted.aiff"])
-    ffmpeg.unlink()
-    program.press("MP3")
-    await_status(program, "FFmpeg required", ORANGE)
-    program.press("Convert 1 File")
-    program.await_alert(NOT_FOUND)
-    program.key("Return")
-    program.await_no_alert()
     program.quit()
 
 
@@ -85,7 +88,7 @@ def converts_at_once_with_an_ffmpeg_that_has_just_come(session):
     shutil.copy(session.options.stand_in, ffmpeg)
     program.press("Convert 1 File")
     program.await_states(["Complete"])
-    await_status(program, "FFmpeg ready", GREEN)
+    await_status(program, *READY)
     program.quit()
 
 
@@ -99,14 +102,14 @@ def fails_the_files_for_which_ffmpeg_has_gone(session):
                session.script("2.opus", "convert write-output done"),
                session.script("3.opus", "convert write-output done")]
     program = session.start()
-    await_status(program, "FFmpeg ready", GREEN)
+    await_status(program, *READY)
     program.convert(session.output, *sources)
     wait_for("the first file", started.exists)
     session.ffmpeg_place().unlink()
     go.touch()
     program.await_states(["Complete", "Failed", "Failed"])
     expect_equal("messages", [row.message for row in program.rows()], ["", NOT_FOUND, NOT_FOUND])
-    await_status(program, "FFmpeg required", ORANGE)
+    await_status(program, *MISSING)
     session.replace_ffmpeg()
     program.press("Convert 3 Files")
     program.await_states(["Complete"] * 3)

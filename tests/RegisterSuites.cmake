@@ -1,4 +1,5 @@
-# Writes the file that ctest includes: one entry for each suite of a test program, which runs in one process.
+# Writes the file that ctest includes: one entry for each suite of a test program, which runs in one process, and
+# one for the whole program with its tests in another order, where a test that leans on the one before it fails.
 # Called with PROGRAM, FILE, FOLDER, LABEL, TIMEOUT and ENVIRONMENT.
 execute_process(COMMAND ${PROGRAM} --gtest_list_tests OUTPUT_VARIABLE listing COMMAND_ERROR_IS_FATAL ANY)
 # A suite is not indented and ends with a dot; what it is instantiated with may follow.
@@ -7,13 +8,20 @@ if(NOT suites)
     message(FATAL_ERROR "${PROGRAM} lists no tests")
 endif()
 set(entries "")
-foreach(suite IN LISTS suites)
-    string(REGEX REPLACE "[\n.]" "" suite "${suite}")
-    string(APPEND entries "add_test([==[${suite}]==] [==[${PROGRAM}]==] [==[--gtest_filter=${suite}.*]==])\n"
-        "set_tests_properties([==[${suite}]==] PROPERTIES WORKING_DIRECTORY [==[${FOLDER}]==] LABELS ${LABEL}"
+function(register name label)
+    list(JOIN ARGN "]==] [==[" arguments)
+    string(APPEND entries "add_test([==[${name}]==] [==[${PROGRAM}]==] [==[${arguments}]==])\n"
+        "set_tests_properties([==[${name}]==] PROPERTIES WORKING_DIRECTORY [==[${FOLDER}]==] LABELS ${label}"
         " TIMEOUT ${TIMEOUT} ENVIRONMENT [==[${ENVIRONMENT}]==]"
         " SKIP_REGULAR_EXPRESSION [==[\\[  SKIPPED \\]]==]"
         # One display has one keyboard focus. They start first, so that none is left to run alone at the end.
         " RESOURCE_LOCK display COST 1000)\n")
+    set(entries "${entries}" PARENT_SCOPE)
+endfunction()
+foreach(suite IN LISTS suites)
+    string(REGEX REPLACE "[\n.]" "" suite "${suite}")
+    register(${suite} ${LABEL} --gtest_filter=${suite}.*)
 endforeach()
+cmake_path(GET PROGRAM FILENAME program_name)
+register(${program_name}.in-another-order ${LABEL}-long --gtest_shuffle --gtest_random_seed=4)
 file(WRITE ${FILE} "${entries}")

@@ -46,17 +46,33 @@ std::string runProgram(const std::vector<std::string>& command) {
     return text;
 }
 
+namespace {
+
+/// A tone of so many seconds, made where there is none yet from an earlier test.
+std::filesystem::path tone(double seconds) {
+    std::ostringstream length;
+    length << seconds;
+    const std::filesystem::path folder = TEST_MEDIA;
+    const std::filesystem::path made = folder / ("tone-" + length.str() + ".opus");
+    if (!std::filesystem::exists(made)) {
+        std::filesystem::create_directories(folder);
+        // Several tests may make it at the same time; it appears whole.
+        const std::string own = made.string() + "." + std::to_string(::getpid());
+        runProgram({"ffmpeg", "-v", "error", "-y", "-f", "lavfi", "-i",
+                    "sine=frequency=440:duration=" + length.str(), "-c:a", "libopus",
+                    "-compression_level", "0", "-b:a", "32k", "-metadata", "title=A tone", "-f",
+                    "ogg", own});
+        std::filesystem::rename(own, made);
+    }
+    return made;
+}
+
+} // namespace
+
 void makeOpusFile(const FileURL& url, double seconds) {
-    const FileURL folder = url.deletingLastPathComponent();
-    std::filesystem::create_directories(folder.path());
-    // A plain name first: ffmpeg takes some of the names that are tried here for something else.
-    const std::string plain = folder.appendingPathComponent("tone-being-made").path();
-    std::ostringstream tone;
-    tone << "sine=frequency=440:duration=" << seconds;
-    runProgram({"ffmpeg", "-v", "error", "-y", "-f", "lavfi", "-i", tone.str(), "-c:a", "libopus",
-                "-compression_level", "0", "-b:a", "32k", "-metadata", "title=A tone", "-f", "ogg",
-                plain});
-    std::filesystem::rename(plain, url.path());
+    std::filesystem::create_directories(url.deletingLastPathComponent().path());
+    std::filesystem::copy_file(tone(seconds), url.path(),
+                               std::filesystem::copy_options::overwrite_existing);
 }
 
 void makeLongOpusFile(const FileURL& url, int minutes) {

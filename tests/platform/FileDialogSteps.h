@@ -2,6 +2,7 @@
 
 #include "FileDialogDriver.h"
 
+#include <QPushButton>
 #include <QTest>
 
 #include <functional>

@@ -53,7 +53,7 @@ std::filesystem::path tone(double seconds) {
     std::ostringstream length;
     length << seconds;
     const std::filesystem::path folder = TEST_MEDIA;
-    const std::filesystem::path made = folder / ("tone-" + length.str() + ".opus");
+    std::filesystem::path made = folder / ("tone-" + length.str() + ".opus");
     if (!std::filesystem::exists(made)) {
         std::filesystem::create_directories(folder);
         // Several tests may make it at the same time; it appears whole.

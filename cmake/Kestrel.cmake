@@ -75,12 +75,13 @@ if(KESTREL_COVERAGE)
     target_link_options(kestrel_flags INTERFACE --coverage)
 endif()
 
-# kestrel_library(NAME USES target...): one static library for one folder. Only the folders that it
-# uses are on its include path, so an include against the direction of the graph does not compile.
+# kestrel_library(NAME PUBLIC target... PRIVATE target...): one static library for one folder. PUBLIC are the
+# folders that its headers include, PRIVATE those that only its sources include. No other folder is on its
+# include path, so an include against the direction of the graph does not compile.
 function(kestrel_library name)
-    cmake_parse_arguments(ARG "" "" "USES" ${ARGN})
+    cmake_parse_arguments(ARG "" "" "PUBLIC;PRIVATE" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
     add_library(kestrel_${name} STATIC ${sources})
     target_include_directories(kestrel_${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
-    target_link_libraries(kestrel_${name} PUBLIC ${ARG_USES} PRIVATE kestrel_flags)
+    target_link_libraries(kestrel_${name} PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE} kestrel_flags)
 endfunction()

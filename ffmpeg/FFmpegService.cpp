@@ -6,7 +6,7 @@
 #include "ExecutableSearch.h"
 #include "FFmpegArguments.h"
 #include "FFmpegError.h"
-#include "FolderCreation.h"
+#include "FileSystem.h"
 #include "LineSplitter.h"
 #include "Pipe.h"
 #include "PlatformError.h"

@@ -13,7 +13,7 @@ import tempfile
 import time
 
 # What the copy needs; the rest of the tree is not built.
-PARTS = ["CMakeLists.txt", "cmake", "model", "ffmpeg", "platform", "viewmodel", "ui", "app", "benchmarks",
+PARTS = ["CMakeLists.txt", "cmake", "model", "system", "ffmpeg", "platform", "viewmodel", "ui", "app", "benchmarks",
          "packaging", "tests", "scripts"]
 LEAST_SECONDS = 60
 LEAST_PROCESSOR_SECONDS = 15
@@ -65,15 +65,16 @@ class Program:
 
 PROGRAMS = [
     Program("model_tests", "model", ["model"]),
+    Program("system_tests", "system", ["system", "model"]),
     Program("platform_tests", "platform", ["platform", "model"], ["platform_file_name_order_helper"]),
     Program("platform_desktop_tests", "platform", ["platform", "model"],
             environment={"QT_QPA_PLATFORM": "offscreen"}),
-    Program("ffmpeg_tests", "ffmpeg", ["ffmpeg", "model"]),
-    Program("viewmodel_tests", "viewmodel", ["viewmodel", "ffmpeg", "platform", "model"]),
+    Program("ffmpeg_tests", "ffmpeg", ["ffmpeg", "system", "model"]),
+    Program("viewmodel_tests", "viewmodel", ["viewmodel", "ffmpeg", "platform", "system", "model"]),
     Program("platform_panel_tests", "platform", ["platform", "model"], needs_display=True),
     Program("real_ffmpeg_tests", "ffmpeg", ["ffmpeg", "model"], is_slow=True),
     Program("real_batch_tests", "viewmodel", ["viewmodel", "ffmpeg", "platform", "model"], is_slow=True),
-    Program("fault_tests", "faults", ["ffmpeg", "viewmodel"], is_slow=True,
+    Program("fault_tests", "faults", ["ffmpeg", "system", "viewmodel"], is_slow=True,
             left_out=["SoakTest.*", "*AThousandTimes*", "*FloodTest.*"]),
 ]
 

@@ -1,4 +1,4 @@
-#include "FolderCreation.h"
+#include "FileSystem.h"
 
 #include <sys/stat.h>
 
@@ -12,9 +12,10 @@ std::error_code errorOf(int number) {
     return {number, std::generic_category()};
 }
 
-/// No error iff it is a folder, symbolic links followed.
-std::error_code checkFolder(const FileURL& folder) {
+/// Returns no error iff it is a folder.
+std::error_code checkFolder(const FileURL& folder) noexcept {
     struct stat status = {};
+
     if (::stat(folder.path().c_str(), &status) != 0) {
         return errorOf(errno);
     }
@@ -23,12 +24,22 @@ std::error_code checkFolder(const FileURL& folder) {
 
 } // namespace
 
+bool fileExists(const FileURL& url) noexcept {
+    struct stat status = {};
+
+    return ::stat(url.path().c_str(), &status) == 0;
+}
+
+bool isFolder(const FileURL& url) noexcept {
+    return !checkFolder(url);
+}
+
 std::error_code createFolders(const FileURL& folder) {
     const std::error_code found = checkFolder(folder);
     if (found != std::errc::no_such_file_or_directory) {
         return found;
     }
-    // The root is always there, so this ends.
+    // The root is always there, so the recursion ends.
     if (const std::error_code error = createFolders(folder.deletingLastPathComponent())) {
         return error;
     }

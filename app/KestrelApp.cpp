@@ -20,7 +20,7 @@ namespace kestrel {
 KestrelApp::KestrelApp() : KestrelApp(std::make_shared<ConverterViewModel>()) {}
 
 KestrelApp::KestrelApp(std::shared_ptr<ConverterViewModel> model,
-                       SettingsSidebar::BinaryLocator locateBinary)
+                       FFmpegService::BinaryLocator locateBinary)
     : model_(std::move(model)), window_(model_, std::move(locateBinary)) {
     window_.setWindowTitle(tr("Kestrel"));
     fillMenuBar(window_.menuBar());

@@ -3,7 +3,6 @@
 #include "ConverterViewModel.h"
 #include "FFmpegService.h"
 #include "MainWindow.h"
-#include "SettingsSidebar.h"
 
 #include <QCoreApplication>
 #include <QWidget>
@@ -23,7 +22,7 @@ class KestrelApp {
     /// With a model that somebody else keeps too. `locateBinary` finds `ffmpeg` whenever the window
     /// shows whether it is there.
     explicit KestrelApp(std::shared_ptr<ConverterViewModel> model,
-                        SettingsSidebar::BinaryLocator locateBinary = FFmpegService::locateBinary);
+                        FFmpegService::BinaryLocator locateBinary = FFmpegService::locateBinary);
 
     /// Sets who the program is to the desktop, and what of the toolkit it does without. Call it
     /// once, before the application object is made.

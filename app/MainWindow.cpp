@@ -58,7 +58,7 @@ QAccessibleInterface* accessibleWindow(const QString& type, QObject* object) {
 } // namespace
 
 MainWindow::MainWindow(std::shared_ptr<ConverterViewModel> model,
-                       SettingsSidebar::BinaryLocator locateBinary)
+                       FFmpegService::BinaryLocator locateBinary)
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::WindowSystemMenuHint |
                            Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint),
       contents_(new ContentView(std::move(model), std::move(locateBinary), this)),

@@ -2,7 +2,6 @@
 
 #include "ConverterViewModel.h"
 #include "FFmpegService.h"
-#include "SettingsSidebar.h"
 
 #include <QWidget>
 
@@ -26,7 +25,7 @@ class MainWindow : public QWidget {
   public:
     /// `locateBinary` finds `ffmpeg` whenever the sidebar shows whether it is there.
     explicit MainWindow(std::shared_ptr<ConverterViewModel> model,
-                        SettingsSidebar::BinaryLocator locateBinary = FFmpegService::locateBinary);
+                        FFmpegService::BinaryLocator locateBinary = FFmpegService::locateBinary);
 
     /// The menu bar in the strip; empty until it is filled.
     MenuBar& menuBar();

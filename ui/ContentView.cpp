@@ -7,6 +7,7 @@
 #include "DisplayText.h"
 #include "Divider.h"
 #include "QueueView.h"
+#include "SettingsSidebar.h"
 
 #include <QHBoxLayout>
 #include <QMessageBox>
@@ -19,7 +20,7 @@
 namespace kestrel {
 
 ContentView::ContentView(std::shared_ptr<ConverterViewModel> model,
-                         SettingsSidebar::BinaryLocator locateBinary, QWidget* parent)
+                         std::function<std::optional<FileURL>()> locateBinary, QWidget* parent)
     : QWidget(parent), model_(std::move(model)) {
     // Before there is a view that it is asked about.
     installAccessibleViews();

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "ConverterViewModel.h"
-#include "FFmpegService.h"
-#include "SettingsSidebar.h"
+#include "FileURL.h"
 
 #include <QPointer>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
+#include <optional>
 
 class QHBoxLayout;
 class QMessageBox;
@@ -16,6 +17,7 @@ namespace kestrel {
 
 class BatchAnnouncer;
 class QueueView;
+class SettingsSidebar;
 
 /// Everything in the main window: the sidebar beside the queue panel, and the one alert. Redraws
 /// from the model once per turn of the event loop in which the model announces changes.
@@ -23,9 +25,10 @@ class ContentView : public QWidget {
     Q_OBJECT
 
   public:
-    explicit ContentView(std::shared_ptr<ConverterViewModel> model,
-                         SettingsSidebar::BinaryLocator locateBinary = FFmpegService::locateBinary,
-                         QWidget* parent = nullptr);
+    /// `locateBinary` returns ffmpeg's location, or none where it is not installed; called at every
+    /// refresh.
+    ContentView(std::shared_ptr<ConverterViewModel> model,
+                std::function<std::optional<FileURL>()> locateBinary, QWidget* parent = nullptr);
 
     /// Shows the model as it is now.
     void refresh();

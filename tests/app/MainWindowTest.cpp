@@ -1,4 +1,5 @@
 #include "MainWindow.h"
+#include "SettingsSidebar.h"
 
 #include "ContentView.h"
 #include "Ink.h"

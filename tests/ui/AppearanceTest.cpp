@@ -9,6 +9,7 @@
 #include "QualitySlider.h"
 #include "RunUntil.h"
 #include "Scenario.h"
+#include "SettingsSidebar.h"
 #include "StatusDot.h"
 
 #include <QImage>

@@ -1,4 +1,5 @@
 #include "ContentView.h"
+#include "SettingsSidebar.h"
 
 #include "Patience.h"
 #include "QueueView.h"

@@ -14,6 +14,7 @@
 #include "QueueView.h"
 #include "Scenario.h"
 #include "SectionLabel.h"
+#include "SettingsSidebar.h"
 #include "StatusDot.h"
 #include "SymbolView.h"
 

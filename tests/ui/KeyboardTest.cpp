@@ -1,5 +1,6 @@
 #include "Button.h"
 #include "ContentView.h"
+#include "FFmpegService.h"
 #include "FormatButton.h"
 #include "KeyboardFocus.h"
 #include "PopUpButton.h"
@@ -25,7 +26,7 @@ using ::testing::ElementsAre;
 /// Uses the window with the keyboard alone.
 class KeyboardTest : public ::testing::Test {
   protected:
-    KeyboardTest() : view_(scenario_.model) {
+    KeyboardTest() : view_(scenario_.model, FFmpegService::locateBinary) {
         view_.resize(960, 640);
         EXPECT_TRUE(showActive(view_));
     }

@@ -1,5 +1,6 @@
 #include "AccessibleViews.h"
 
+#include "AccessibleJobs.h"
 #include "BatchAnnouncer.h"
 #include "DropZone.h"
 #include "PercentLabel.h"
@@ -69,6 +70,7 @@ QAccessibleInterface* makeViewInterface(const QString&, QObject* object) {
 
 void installAccessibleViews() {
     QAccessible::installFactory(makeViewInterface);
+    installAccessibleJobs();
 }
 
 } // namespace kestrel

@@ -1,6 +1,5 @@
 #include "JobScrollArea.h"
 
-#include "AccessibleJobs.h"
 #include "Button.h"
 #include "ControlStyle.h"
 #include "ConversionJob.h"
@@ -27,7 +26,6 @@ constexpr double separatorStrength = 0.5;
 
 JobScrollArea::JobScrollArea(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
     : QAbstractScrollArea(parent), model_(std::move(model)) {
-    installAccessibleJobs();
     setAccessibleName(tr("Conversion Queue"));
     viewport()->setAccessibleName(accessibleName());
     setFrameShape(QFrame::NoFrame);

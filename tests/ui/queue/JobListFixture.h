@@ -1,5 +1,6 @@
 #pragma once
 
+#include "AccessibleViews.h"
 #include "FractionBar.h"
 #include "JobList.h"
 #include "JobRow.h"
@@ -22,6 +23,9 @@ namespace kestrel {
 /// A job list in a window of its own, between two buttons, that follows its model.
 class JobListFixture : public ::testing::Test {
   protected:
+    /// As ContentView does before there is a view.
+    static void SetUpTestSuite() { installAccessibleViews(); }
+
     JobListFixture() {
         before_.setFocusPolicy(Qt::TabFocus);
         after_.setFocusPolicy(Qt::TabFocus);

@@ -7,6 +7,7 @@
 
 #include <QAccessible>
 #include <QAccessibleWidget>
+#include <QCoreApplication>
 #include <QKeySequence>
 #include <QScrollBar>
 
@@ -93,7 +94,7 @@ class AccessibleJobRow : public QAccessibleWidget {
   private:
     static QString removal() {
         //: Takes a file out of the queue.
-        return JobRow::tr("Remove");
+        return QCoreApplication::translate("kestrel::JobRow", "Remove");
     }
 
     JobRow& row_;

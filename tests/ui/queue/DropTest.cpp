@@ -1,5 +1,6 @@
 #include "ContentView.h"
 #include "DropZone.h"
+#include "FFmpegService.h"
 #include "JobList.h"
 #include "JobRow.h"
 #include "Patience.h"
@@ -21,7 +22,7 @@ namespace {
 
 class DropTest : public ::testing::Test {
   protected:
-    DropTest() : view_(scenario_.model) {
+    DropTest() : view_(scenario_.model, FFmpegService::locateBinary) {
         view_.resize(960, 640);
         view_.show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&view_, test::patience));

@@ -1,5 +1,6 @@
 #include "ContentView.h"
 #include "DropZone.h"
+#include "FFmpegService.h"
 #include "FormatButton.h"
 #include "FractionBar.h"
 #include "QualitySlider.h"
@@ -48,7 +49,7 @@ class AccessibilityTest : public ::testing::Test {
     AccessibilityTest& operator=(const AccessibilityTest&) = delete;
 
   protected:
-    AccessibilityTest() : view_(scenario_.model) {
+    AccessibilityTest() : view_(scenario_.model, FFmpegService::locateBinary) {
         view_.resize(960, 640);
         EXPECT_TRUE(showActive(view_));
         notifications.clear();

@@ -1,8 +1,8 @@
 #include "CaptionButton.h"
 
 #include "ContinuousRectangle.h"
-#include "Ink.h"
 #include "KeyboardFocus.h"
+#include "ThemeColor.h"
 
 #include <QPainter>
 
@@ -48,7 +48,7 @@ void drawClose(QPainter& painter, const QRectF& box) {
 } // namespace
 
 CaptionButton::CaptionButton(Action action, QWidget* parent)
-    : Button(Look::plain, {}, parent), action_(action) {
+    : Button(Variant::plain, {}, parent), action_(action) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     refreshTitle();
 }
@@ -94,10 +94,12 @@ bool CaptionButton::isAlarming() const {
 void CaptionButton::drawBackground(QPainter& painter) {
     QColor fill = Qt::transparent;
     if (isAlarming()) {
-        const QColor red = Ink(Ink::Name::red).color(palette());
+        const QColor red = ThemeColor(ThemeColor::Name::red).color(palette());
         fill = isDown() ? red.darker(120) : red;
     } else if (isDown() || underMouse()) {
-        fill = Ink(Ink::Name::primary).withOpacity(isDown() ? 0.14 : 0.07).color(palette());
+        fill = ThemeColor(ThemeColor::Name::primary)
+                   .withOpacity(isDown() ? 0.14 : 0.07)
+                   .color(palette());
     }
     const QRectF area =
         rect().adjusted(backgroundInset, backgroundInset, -backgroundInset, -backgroundInset);
@@ -105,12 +107,13 @@ void CaptionButton::drawBackground(QPainter& painter) {
     painter.setBrush(fill);
     painter.drawPath(continuousRectangle(area, backgroundRadius));
     if (KeyboardFocus::isShownOn(*this)) {
-        drawFocusRing(painter, area, backgroundRadius, Ink(Ink::Name::purple).color(palette()));
+        drawFocusRing(painter, area, backgroundRadius,
+                      ThemeColor(ThemeColor::Name::purple).color(palette()));
     }
 }
 
 void CaptionButton::drawLabel(QPainter& painter) {
-    const Ink ink = isAlarming() ? Ink::Name::white : Ink::Name::primary;
+    const ThemeColor ink = isAlarming() ? ThemeColor::Name::white : ThemeColor::Name::primary;
     painter.setPen(
         QPen(ink.color(palette()), lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.setBrush(Qt::NoBrush);

@@ -59,7 +59,7 @@ void KestrelApp::fillMenuBar(QMenuBar& menuBar) {
 
 int KestrelApp::run() {
     new FirstFrame(window_, [] {
-        claimBusName(QDBusConnection::sessionBus(), QGuiApplication::desktopFileName());
+        requestBusName(QDBusConnection::sessionBus(), QGuiApplication::desktopFileName());
     });
     window_.show();
     const int status = QApplication::exec();

@@ -24,7 +24,7 @@ class KestrelApp {
     explicit KestrelApp(std::shared_ptr<ConverterViewModel> model,
                         FFmpegService::BinaryLocator locateBinary = FFmpegService::locateBinary);
 
-    /// Sets who the program is to the desktop, and what of the toolkit it does without. Call it
+    /// Sets who the program is to the desktop, and what of Qt it does without. Call it
     /// once, before the application object is made.
     static void prepare();
 

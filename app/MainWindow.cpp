@@ -1,14 +1,14 @@
 #include "MainWindow.h"
 
-#include "AccessibleParts.h"
+#include "AccessibleContainer.h"
 #include "CaptionButton.h"
 #include "ContentView.h"
-#include "Drawing.h"
 #include "FirstFrame.h"
 #include "MenuBar.h"
+#include "ResizeHandle.h"
+#include "TitleBar.h"
+#include "VectorImage.h"
 #include "WindowBorder.h"
-#include "WindowEdge.h"
-#include "WindowStrip.h"
 
 #include <QAccessible>
 #include <QEvent>
@@ -28,17 +28,17 @@ constexpr QSize smallest(960, 640);
 
 /// Has a window's role, for which assistive technology looks and which Qt 6.4 to 6.11 give no plain
 /// widget, and as children what there is to be used: neither the border nor the edges.
-class AccessibleMainWindow : public AccessibleParts {
+class AccessibleMainWindow : public AccessibleContainer {
   public:
     explicit AccessibleMainWindow(MainWindow* window)
-        : AccessibleParts(window, QAccessible::Window) {}
+        : AccessibleContainer(window, QAccessible::Window) {}
 
   protected:
     QObjectList parts() const override {
         QObjectList parts;
         for (QObject* child : widget()->children()) {
             const auto* part = qobject_cast<const QWidget*>(child);
-            const bool isFrame = qobject_cast<const WindowEdge*>(child) != nullptr ||
+            const bool isFrame = qobject_cast<const ResizeHandle*>(child) != nullptr ||
                                  qobject_cast<const WindowBorder*>(child) != nullptr;
             if (part != nullptr && !part->isWindow() && !isFrame) {
                 parts += child;
@@ -62,20 +62,20 @@ MainWindow::MainWindow(std::shared_ptr<ConverterViewModel> model,
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::WindowSystemMenuHint |
                            Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint),
       contents_(new ContentView(std::move(model), std::move(locateBinary), this)),
-      strip_(new WindowStrip(this)),
+      titleBar_(new TitleBar(this)),
       border_(new WindowBorder(this)) {
     QAccessible::installFactory(accessibleWindow);
-    contents_->setTopInset(WindowStrip::stripHeight);
-    connect(strip_, &WindowStrip::moveRequested, this, [this] { startMove(); });
-    connect(strip_, &WindowStrip::minimiseRequested, this, &QWidget::showMinimized);
-    connect(strip_, &WindowStrip::maximiseRequested, this, &MainWindow::toggleMaximised);
-    connect(strip_, &WindowStrip::closeRequested, this, &QWidget::close);
+    contents_->setTopInset(TitleBar::barHeight);
+    connect(titleBar_, &TitleBar::moveRequested, this, [this] { startMove(); });
+    connect(titleBar_, &TitleBar::minimiseRequested, this, &QWidget::showMinimized);
+    connect(titleBar_, &TitleBar::maximiseRequested, this, &MainWindow::toggleMaximised);
+    connect(titleBar_, &TitleBar::closeRequested, this, &QWidget::close);
     for (const Qt::Edges edges :
          {Qt::Edges(Qt::LeftEdge), Qt::Edges(Qt::TopEdge), Qt::Edges(Qt::RightEdge),
           Qt::Edges(Qt::BottomEdge), Qt::TopEdge | Qt::LeftEdge, Qt::TopEdge | Qt::RightEdge,
           Qt::BottomEdge | Qt::LeftEdge, Qt::BottomEdge | Qt::RightEdge}) {
-        edges_.push_back(new WindowEdge(edges, this));
-        connect(edges_.back(), &WindowEdge::resizeRequested, this,
+        edges_.push_back(new ResizeHandle(edges, this));
+        connect(edges_.back(), &ResizeHandle::resizeRequested, this,
                 [this](Qt::Edges taken) { startResize(taken); });
     }
     refreshMinimum();
@@ -83,7 +83,7 @@ MainWindow::MainWindow(std::shared_ptr<ConverterViewModel> model,
 }
 
 MenuBar& MainWindow::menuBar() {
-    return strip_->menuBar();
+    return titleBar_->menuBar();
 }
 
 QSize MainWindow::sizeHint() const {
@@ -109,13 +109,13 @@ void MainWindow::changeEvent(QEvent* event) {
 void MainWindow::resizeEvent(QResizeEvent*) {
     place();
     // The mouse has not moved: nothing else says that the buttons have.
-    strip_->refreshHover();
-    resist();
+    titleBar_->refreshHover();
+    enforceMinimumSize();
 }
 
 bool MainWindow::focusNextPrevChild(bool isNext) {
     // Whatever the contents have made meanwhile stands behind the buttons.
-    const auto& buttons = strip_->buttons();
+    const auto& buttons = titleBar_->buttons();
     QWidget* last = previousInFocusChain();
     while (std::find(buttons.begin(), buttons.end(), last) != buttons.end()) {
         last = last->previousInFocusChain();
@@ -147,9 +147,9 @@ void MainWindow::place() {
         area.moveRight(rect().right());
     }
     contents_->setGeometry(area);
-    strip_->setGeometry(0, 0, width(), WindowStrip::stripHeight);
+    titleBar_->setGeometry(0, 0, width(), TitleBar::barHeight);
     border_->setGeometry(rect());
-    for (WindowEdge* edge : edges_) {
+    for (ResizeHandle* edge : edges_) {
         edge->place(size());
     }
 }
@@ -167,14 +167,14 @@ bool MainWindow::isFloating() const {
 }
 
 void MainWindow::refreshState() {
-    strip_->setWindowMaximised(!isFloating());
+    titleBar_->setWindowMaximised(!isFloating());
     border_->setVisible(isFloating());
-    for (WindowEdge* edge : edges_) {
+    for (ResizeHandle* edge : edges_) {
         edge->setVisible(isFloating());
     }
 }
 
-void MainWindow::resist() {
+void MainWindow::enforceMinimumSize() {
     if (size().expandedTo(minimumSize()) == size()) {
         refused_.reset();
         return;
@@ -202,7 +202,7 @@ void MainWindow::renderIcon() {
         QPixmap pixmap(side, side);
         pixmap.fill(Qt::transparent);
         QPainter painter(&pixmap);
-        paintDrawing(painter, QStringLiteral("org.kestrel.Converter"), side);
+        paintVectorImage(painter, QStringLiteral("org.kestrel.Converter"), side);
         painter.end();
         icon.addPixmap(pixmap);
     }

@@ -14,8 +14,8 @@ namespace kestrel {
 class ContentView;
 class MenuBar;
 class WindowBorder;
-class WindowEdge;
-class WindowStrip;
+class ResizeHandle;
+class TitleBar;
 
 /// The window: its contents over the whole of it, the strip over their top, and the rim. The window
 /// system draws nothing around it.
@@ -53,16 +53,16 @@ class MainWindow : public QWidget {
     /// Has border, edges and buttons follow whether the window is floating.
     void refreshState();
     /// Asks for the minimum, once for each size below it that the window is given.
-    void resist();
+    void enforceMinimumSize();
     /// Whether the window is neither maximised nor full-screen.
     bool isFloating() const;
     void toggleMaximised();
     void renderIcon();
 
     ContentView* contents_;
-    WindowStrip* strip_;
+    TitleBar* titleBar_;
     WindowBorder* border_;
-    std::vector<WindowEdge*> edges_;
+    std::vector<ResizeHandle*> edges_;
     /// A size below the minimum that the window has had since it last asked for more.
     std::optional<QSize> refused_;
 };

@@ -1,9 +1,9 @@
 #include "MenuBar.h"
 
+#include "ApplicationFont.h"
 #include "ContinuousRectangle.h"
 #include "MenuBarStyle.h"
 #include "TextFont.h"
-#include "UserFont.h"
 
 #include <QAction>
 #include <QFontInfo>
@@ -32,7 +32,7 @@ MenuBar::MenuBar(int height, QWidget* parent) : QMenuBar(parent), height_(height
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setAttribute(Qt::WA_Hover);
     refreshFont();
-    connect(UserFont::shared(), &UserFont::changed, this, &MenuBar::refreshFont);
+    connect(ApplicationFont::shared(), &ApplicationFont::changed, this, &MenuBar::refreshFont);
     // Qt 6.4 to 6.11 open no menu by this key.
     connect(new QShortcut(Qt::Key_F10, this), &QShortcut::activated, this, &MenuBar::openFirstMenu);
 }

@@ -28,27 +28,27 @@ Translation::Translation() {
     }
 }
 
-Translation::Translation(const QStringList& languages, const QString& toolkitFolder) {
-    install(languages, toolkitFolder);
+Translation::Translation(const QStringList& languages, const QString& qtFolder) {
+    install(languages, qtFolder);
 }
 
-void Translation::install(const QStringList& languages, const QString& toolkitFolder) {
+void Translation::install(const QStringList& languages, const QString& qtFolder) {
     for (const QString& language : languages) {
-        if (install(language, toolkitFolder) || isEnglish(language)) {
+        if (install(language, qtFolder) || isEnglish(language)) {
             return;
         }
     }
 }
 
-bool Translation::install(const QString& language, const QString& toolkitFolder) {
+bool Translation::install(const QString& language, const QString& qtFolder) {
     const QLocale locale(language);
     const QString separator = QStringLiteral("_");
     if (!texts_.load(locale, QStringLiteral("kestrel"), separator, folder())) {
         return false;
     }
     QCoreApplication::installTranslator(&texts_);
-    if (toolkitTexts_.load(locale, QStringLiteral("qtbase"), separator, toolkitFolder)) {
-        QCoreApplication::installTranslator(&toolkitTexts_);
+    if (qtTexts_.load(locale, QStringLiteral("qtbase"), separator, qtFolder)) {
+        QCoreApplication::installTranslator(&qtTexts_);
     }
     // Not from left to right otherwise: the user may have asked for the opposite.
     if (locale.textDirection() == Qt::RightToLeft) {

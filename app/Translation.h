@@ -14,15 +14,15 @@ class Translation {
     Translation();
 
     /// For the first of these languages, such as "pt-BR", that there is a translation for. Ends at
-    /// English. The toolkit's own texts are looked for in the folder, in that language too.
-    Translation(const QStringList& languages, const QString& toolkitFolder);
+    /// English. Qt's own texts are looked for in the folder, in that language too.
+    Translation(const QStringList& languages, const QString& qtFolder);
 
   private:
-    void install(const QStringList& languages, const QString& toolkitFolder);
-    bool install(const QString& language, const QString& toolkitFolder);
+    void install(const QStringList& languages, const QString& qtFolder);
+    bool install(const QString& language, const QString& qtFolder);
 
     QTranslator texts_;
-    QTranslator toolkitTexts_;
+    QTranslator qtTexts_;
 };
 
 } // namespace kestrel

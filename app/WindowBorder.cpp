@@ -1,7 +1,7 @@
 #include "WindowBorder.h"
 
 #include "BandFill.h"
-#include "Ink.h"
+#include "ThemeColor.h"
 
 #include <QPainter>
 #include <QRegion>

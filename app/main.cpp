@@ -8,7 +8,7 @@
 #include <optional>
 
 int main(int argc, char** argv) {
-    kestrel::settleStandardStreams();
+    kestrel::redirectMissingStandardStreams();
     kestrel::KestrelApp::prepare();
     std::optional<kestrel::DisplayErrorHandler> displayErrors(std::in_place);
     const QApplication application(argc, argv);

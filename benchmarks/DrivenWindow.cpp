@@ -4,9 +4,9 @@
 #include "FFmpegService.h"
 #include "FrameWatch.h"
 #include "KestrelApp.h"
+#include "LatencyProbe.h"
 #include "ResidentMemory.h"
 #include "ScriptedDesktop.h"
-#include "StallWatch.h"
 #include "StandardStreams.h"
 
 #include <QApplication>
@@ -89,7 +89,7 @@ std::shared_ptr<ConverterViewModel> makeModel(const Options& options) {
     if (options.destination) {
         panel->answer = {*options.destination};
     }
-    auto model = std::make_shared<ConverterViewModel>(ConverterViewModel::Surroundings{
+    auto model = std::make_shared<ConverterViewModel>(ConverterViewModel::Dependencies{
         std::make_shared<FFmpegService>(), FFmpegService::locateBinary, std::move(panel),
         std::make_unique<test::ScriptedFileViewer>()});
     model->setSettings(options.settings);
@@ -120,7 +120,7 @@ QJsonObject addInputs(ConverterViewModel& model, const std::vector<FileURL>& inp
 QJsonObject convert(ConverterViewModel& model, const Options& options, FrameWatch& frames) {
     model.chooseDestination();
     FrameWatch::settle();
-    std::optional<StallWatch> stalls;
+    std::optional<LatencyProbe> stalls;
     if (options.isWatchingStalls) {
         stalls.emplace();
     }
@@ -173,7 +173,7 @@ void play(const Options& options, KestrelApp& app, ConverterViewModel& model) {
 
 int main(int argc, char** argv) {
     using namespace kestrel;
-    settleStandardStreams();
+    redirectMissingStandardStreams();
     KestrelApp::prepare();
     const QApplication application(argc, argv);
     const bench::Options options = bench::parseArguments(QCoreApplication::arguments());

@@ -60,7 +60,7 @@ int main(int argc, char** argv) {
     const long long start = std::strtoll(argv[1], nullptr, 10);
 #ifdef HAS_KESTREL
     // As the program's own main() does.
-    kestrel::settleStandardStreams();
+    kestrel::redirectMissingStandardStreams();
     kestrel::KestrelApp::prepare();
     const QApplication application(argc, argv);
     const kestrel::Translation translation;

@@ -13,8 +13,8 @@ namespace kestrel::bench {
 
 FrameWatch::FrameWatch(QObject& window) : window_(window) {
     using namespace std::chrono_literals;
-    patience_.setInterval(10s);
-    connect(&patience_, &QTimer::timeout, this, [] { fatalError("no frame was painted"); });
+    deadline_.setInterval(10s);
+    connect(&deadline_, &QTimer::timeout, this, [] { fatalError("no frame was painted"); });
     qApp->installEventFilter(this);
 }
 
@@ -28,12 +28,12 @@ bool FrameWatch::eventFilter(QObject* watched, QEvent* event) {
 
 void FrameWatch::waitForFrame() {
     isPainted_ = false;
-    patience_.start();
+    deadline_.start();
     while (!isPainted_) {
         // What is painted is handed to the window system in the same turn.
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
-    patience_.stop();
+    deadline_.stop();
 }
 
 void FrameWatch::settle() {

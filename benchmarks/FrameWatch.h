@@ -22,7 +22,7 @@ class FrameWatch : public QObject {
 
   private:
     QObject& window_;
-    QTimer patience_;
+    QTimer deadline_;
     bool isPainted_ = false;
 };
 

@@ -28,7 +28,7 @@ namespace kestrel::bench {
 namespace {
 
 std::shared_ptr<ConverterViewModel> makeModel() {
-    return std::make_shared<ConverterViewModel>(ConverterViewModel::Surroundings{
+    return std::make_shared<ConverterViewModel>(ConverterViewModel::Dependencies{
         std::make_shared<test::ScriptedRunner>(), [] { return std::nullopt; },
         std::make_unique<test::ScriptedOpenPanel>(), std::make_unique<test::ScriptedFileViewer>()});
 }

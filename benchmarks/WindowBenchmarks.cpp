@@ -129,7 +129,7 @@ class Window {
     makeModel(const std::shared_ptr<ConversionRunner>& runner) {
         auto panel = std::make_unique<test::ScriptedOpenPanel>();
         panel->answer = {FileURL("/no-such-folder/Converted")};
-        return std::make_shared<ConverterViewModel>(ConverterViewModel::Surroundings{
+        return std::make_shared<ConverterViewModel>(ConverterViewModel::Dependencies{
             runner, [] { return FileURL("/usr/bin/ffmpeg"); }, std::move(panel),
             std::make_unique<test::ScriptedFileViewer>()});
     }

@@ -60,10 +60,10 @@ if(KESTREL_SANITIZE)
         -fsanitize=${KESTREL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(kestrel_flags INTERFACE -fsanitize=${KESTREL_SANITIZE})
 endif()
-# For programs in which the toolkit runs threads of its own.
-add_library(kestrel_toolkit_threads INTERFACE)
+# For programs in which Qt runs threads of its own.
+add_library(kestrel_qt_threads INTERFACE)
 if(KESTREL_SANITIZE STREQUAL "thread")
-    target_sources(kestrel_toolkit_threads INTERFACE ${CMAKE_CURRENT_LIST_DIR}/ToolkitThreads.cpp)
+    target_sources(kestrel_qt_threads INTERFACE ${CMAKE_CURRENT_LIST_DIR}/QtThreads.cpp)
 endif()
 if(KESTREL_FUZZ)
     # Without the fuzzer's main(), which the harnesses alone link.

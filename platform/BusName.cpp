@@ -8,7 +8,7 @@ namespace kestrel {
 
 using namespace Qt::StringLiterals;
 
-void claimBusName(const QDBusConnection& bus, const QString& name) {
+void requestBusName(const QDBusConnection& bus, const QString& name) {
     const QString service = u"org.freedesktop.DBus"_s;
     QDBusMessage request = QDBusMessage::createMethodCall(service, u"/org/freedesktop/DBus"_s,
                                                           service, u"RequestName"_s);

@@ -2,7 +2,7 @@
 
 #include "FileSystem.h"
 #include "PortalOpenPanel.h"
-#include "ToolkitOpenPanel.h"
+#include "QtOpenPanel.h"
 
 #include <QDir>
 #include <QScopedValueRollback>
@@ -31,7 +31,7 @@ std::optional<std::vector<FileURL>> DesktopOpenPanel::runModal(const Options& op
 std::optional<std::vector<FileURL>> DesktopOpenPanel::ask(const Options& options) const {
     const FileURL folder = startFolder();
     PortalOpenPanel::Answer answer = PortalOpenPanel(bus_(), options, folder).run();
-    return answer.isFromPortal ? std::move(answer.chosen) : runToolkitOpenPanel(options, folder);
+    return answer.isFromPortal ? std::move(answer.chosen) : runQtOpenPanel(options, folder);
 }
 
 FileURL DesktopOpenPanel::startFolder() const {

@@ -11,7 +11,7 @@
 
 namespace kestrel {
 
-/// The panel of the user's desktop through its portal, the toolkit's dialog where no portal shows
+/// The panel of the user's desktop through its portal, Qt's dialog where no portal shows
 /// one. Starts in the folder that the last choice was made in, at first in the user's music folder.
 class DesktopOpenPanel final : public OpenPanel {
   public:

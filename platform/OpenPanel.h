@@ -37,7 +37,7 @@ class OpenPanel {
     virtual std::optional<std::vector<FileURL>> runModal(const Options& options) = 0;
 };
 
-/// The panel of the user's desktop, through its portal, or the toolkit's own where there is no
+/// The panel of the user's desktop, through its portal, or Qt's own where there is no
 /// portal.
 std::unique_ptr<OpenPanel> makeDesktopOpenPanel();
 

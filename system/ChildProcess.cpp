@@ -34,7 +34,7 @@ int waitForExit(pid_t child, int options, siginfo_t& info) noexcept {
 
 /// Children of a program that ignores this signal vanish without a word. It may have been ignored
 /// since before this program was started.
-void letChildrenBeWaitedFor() noexcept {
+void restoreDefaultSigchld() noexcept {
     struct sigaction action = {};
 
     const bool isKnown = ::sigaction(SIGCHLD, nullptr, &action) == 0;
@@ -72,7 +72,7 @@ ChildProcess::~ChildProcess() {
 }
 
 void ChildProcess::launch() {
-    letChildrenBeWaitedFor();
+    restoreDefaultSigchld();
     setStage(Stage::launching);
     try {
         SpawnAttributes attributes;

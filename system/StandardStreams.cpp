@@ -7,7 +7,7 @@
 
 namespace kestrel {
 
-void settleStandardStreams() noexcept {
+void redirectMissingStandardStreams() noexcept {
     if (::isatty(STDIN_FILENO) != 0) {
         ::close(STDIN_FILENO);
     }

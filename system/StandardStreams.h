@@ -7,6 +7,6 @@ namespace kestrel {
 /// program reads nothing from it, but ffmpeg would: keys typed there would end a conversion, and
 /// one of a program in the background of its terminal would be stopped for good. Main thread,
 /// before anything else is opened.
-void settleStandardStreams() noexcept;
+void redirectMissingStandardStreams() noexcept;
 
 } // namespace kestrel

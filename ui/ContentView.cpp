@@ -89,7 +89,7 @@ void ContentView::showAlert(const QString& message) {
     alert_->setTextFormat(Qt::PlainText);
     alert_->setText(message);
     alert_->setIconPixmap(AppBadge::pixmap(palette(), devicePixelRatioF()));
-    auto* button = new Button(Button::Look::prominent, tr("OK"), alert_);
+    auto* button = new Button(Button::Variant::prominent, tr("OK"), alert_);
     alert_->addButton(button, QMessageBox::AcceptRole);
     alert_->setDefaultButton(button);
     alert_->setEscapeButton(button);

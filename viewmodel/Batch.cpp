@@ -60,7 +60,7 @@ ConverterViewModel::Batch::convertJob(std::size_t position) {
         });
     };
     const QFuture<std::exception_ptr> outcome =
-        convertOnWorker(model_->surroundings_.service, source,
+        convertOnWorker(model_->dependencies_.service, source,
                         outputFile(source, folder_, settings_), settings_, onProgress);
     const std::exception_ptr failure = co_await outcome;
     co_return record(id, failure);

@@ -12,12 +12,12 @@
 namespace kestrel {
 
 ConverterViewModel::ConverterViewModel()
-    : ConverterViewModel(Surroundings{std::make_shared<FFmpegService>(),
+    : ConverterViewModel(Dependencies{std::make_shared<FFmpegService>(),
                                       FFmpegService::locateBinary, makeDesktopOpenPanel(),
                                       makeDesktopFileViewer()}) {}
 
-ConverterViewModel::ConverterViewModel(Surroundings surroundings)
-    : surroundings_(std::move(surroundings)) {}
+ConverterViewModel::ConverterViewModel(Dependencies surroundings)
+    : dependencies_(std::move(surroundings)) {}
 
 void ConverterViewModel::setSettings(const ConversionSettings& settings) {
     publish([&] { settings_ = settings; });
@@ -96,7 +96,7 @@ void ConverterViewModel::chooseFiles() {
     options.allowsMultipleSelection = true;
     options.allowedExtensions.assign(FFmpegService::supportedExtensions.begin(),
                                      FFmpegService::supportedExtensions.end());
-    if (const auto chosen = surroundings_.openPanel->runModal(options)) {
+    if (const auto chosen = dependencies_.openPanel->runModal(options)) {
         add(*chosen);
     }
 }
@@ -110,7 +110,7 @@ void ConverterViewModel::chooseFolder() {
     options.canChooseFiles = false;
     options.canChooseDirectories = true;
     options.allowsMultipleSelection = true;
-    if (const auto chosen = surroundings_.openPanel->runModal(options)) {
+    if (const auto chosen = dependencies_.openPanel->runModal(options)) {
         add(*chosen);
     }
 }
@@ -124,7 +124,7 @@ void ConverterViewModel::chooseDestination() {
     options.canChooseFiles = false;
     options.canChooseDirectories = true;
     options.canCreateDirectories = true;
-    if (const auto chosen = surroundings_.openPanel->runModal(options)) {
+    if (const auto chosen = dependencies_.openPanel->runModal(options)) {
         publish([&] {
             destination_ = chosen->empty() ? std::nullopt : std::optional(chosen->front());
         });
@@ -133,7 +133,7 @@ void ConverterViewModel::chooseDestination() {
 
 void ConverterViewModel::revealDestination() {
     if (destination_) {
-        surroundings_.fileViewer->reveal(*destination_);
+        dependencies_.fileViewer->reveal(*destination_);
     }
 }
 
@@ -149,7 +149,7 @@ void ConverterViewModel::start() {
         setAlertMessage(tr("Choose an output folder first.").toStdString());
         return;
     }
-    if (!surroundings_.locateBinary()) {
+    if (!dependencies_.locateBinary()) {
         setAlertMessage(FFmpegError::notFound().errorDescription());
         return;
     }
@@ -163,7 +163,7 @@ void ConverterViewModel::cancel() {
     if (conversionTask_) {
         conversionTask_->request_stop();
     }
-    surroundings_.service->interruptActiveProcess();
+    dependencies_.service->interruptActiveProcess();
 }
 
 void ConverterViewModel::setState(const UUID& id, JobState state) {

@@ -33,7 +33,7 @@ class ConverterViewModel : public QObject, public std::enable_shared_from_this<C
 
   public:
     /// What the view model reaches the rest of the world through.
-    struct Surroundings {
+    struct Dependencies {
         /// Outlives the view model where a conversion runs on.
         std::shared_ptr<ConversionRunner> service;
         /// Tells whether there is an ffmpeg to start with.
@@ -44,7 +44,7 @@ class ConverterViewModel : public QObject, public std::enable_shared_from_this<C
 
     /// An empty queue on the real desktop, with the real ffmpeg. Looks nothing up, reads no file.
     ConverterViewModel();
-    explicit ConverterViewModel(Surroundings surroundings);
+    explicit ConverterViewModel(Dependencies surroundings);
 
     // The published properties. A reference leads to the value as it is now: a write may move it.
 
@@ -149,7 +149,7 @@ class ConverterViewModel : public QObject, public std::enable_shared_from_this<C
     std::optional<std::string> alertMessage_;
     /// Where `find` found a job last.
     std::size_t lastFound_ = 0;
-    Surroundings surroundings_;
+    Dependencies dependencies_;
     /// What the latest batch is asked to stop through; none before the first.
     std::optional<std::stop_source> conversionTask_;
 };

@@ -22,7 +22,7 @@ namespace kestrel {
 
 namespace {
 
-/// The tasks that wait. Other threads touch nothing of the toolkit here, only a mutex and a
+/// The tasks that wait. Other threads touch nothing of Qt here, only a mutex and a
 /// descriptor: they may hand over a task while the application object goes away, and race detectors
 /// can follow what passes from thread to thread.
 class TaskQueue {

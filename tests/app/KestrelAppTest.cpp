@@ -1,9 +1,9 @@
 #include "KestrelApp.h"
 
 #include "ContentView.h"
-#include "Patience.h"
 #include "RunUntil.h"
 #include "Scenario.h"
+#include "Timeout.h"
 
 #include <QApplication>
 #include <QMenu>
@@ -70,7 +70,7 @@ TEST_F(KestrelAppTest, addsNothingFromTheKeyboardWhileTheAlertIsOpen) {
     EXPECT_THAT(scenario_.panelTitles(), ElementsAre());
     scenario_.model->setAlertMessage(std::nullopt);
     ASSERT_TRUE(test::runUntil([] { return QApplication::activeModalWidget() == nullptr; }));
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&app_.window(), test::patience));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&app_.window(), test::timeout));
     expectBothShortcutsToWork();
 }
 
@@ -134,7 +134,7 @@ TEST_F(KestrelAppTest, isTitledKestrel) {
         }
     }
     QTimer::singleShot(0, &app->window(), [app, &quit] {
-        if (QTest::qWaitForWindowActive(&app->window(), test::patience)) {
+        if (QTest::qWaitForWindowActive(&app->window(), test::timeout)) {
             quit(*app);
         }
     });

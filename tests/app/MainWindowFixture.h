@@ -5,7 +5,7 @@
 #include "RecordingWindow.h"
 #include "RunUntil.h"
 #include "Scenario.h"
-#include "WindowStrip.h"
+#include "TitleBar.h"
 
 #include <QApplication>
 #include <QMenu>
@@ -28,7 +28,7 @@ class MainWindowFixture : public ::testing::Test {
 
     ~MainWindowFixture() override { QApplication::setLayoutDirection(Qt::LeftToRight); }
 
-    WindowStrip& strip() { return *window_.findChild<WindowStrip*>(); }
+    TitleBar& strip() { return *window_.findChild<TitleBar*>(); }
 
     CaptionButton& minimiseButton() { return *strip().buttons()[0]; }
 

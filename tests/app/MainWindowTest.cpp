@@ -2,11 +2,11 @@
 #include "SettingsSidebar.h"
 
 #include "ContentView.h"
-#include "Ink.h"
 #include "MainWindowFixture.h"
 #include "PaintedFromFile.h"
 #include "QueueView.h"
 #include "RunUntil.h"
+#include "ThemeColor.h"
 #include "WindowBorder.h"
 
 #include <QAccessible>

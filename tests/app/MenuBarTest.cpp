@@ -1,8 +1,8 @@
 #include "MenuBar.h"
 
 #include "MenuBarStyle.h"
-#include "Patience.h"
 #include "Scenario.h"
+#include "Timeout.h"
 
 #include <QApplication>
 #include <QImage>
@@ -61,7 +61,7 @@ class MenuBarTest : public ::testing::Test {
 
     void expectToOpenBy(Qt::Key key, Qt::KeyboardModifiers modifiers) {
         QTest::keyClick(&window_, key, modifiers);
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(menu_, test::patience));
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(menu_, test::timeout));
         EXPECT_EQ(utf8(menu_->activeAction()->text()), "One");
         QTest::keyClick(menu_, Qt::Key_Down);
         QTest::keyClick(menu_, Qt::Key_Return);

@@ -1,14 +1,14 @@
 #include "ContentView.h"
 #include "FFmpegError.h"
 #include "KestrelApp.h"
-#include "Patience.h"
 #include "PlatformError.h"
 #include "PseudoTranslator.h"
+#include "QtOpenPanel.h"
 #include "RoomForTexts.h"
 #include "Scenario.h"
 #include "ShownTexts.h"
-#include "ToolkitOpenPanel.h"
-#include "WindowStrip.h"
+#include "Timeout.h"
+#include "TitleBar.h"
 
 #include <QApplication>
 #include <QFileDialog>
@@ -128,7 +128,7 @@ class PseudoTranslationTest
         });
         window().resize(960, 640);
         window().show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window(), test::patience));
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window(), test::timeout));
         ASSERT_NO_FATAL_FAILURE(state.prepare(scenario_));
         settle();
         settle();
@@ -163,7 +163,7 @@ TEST_P(PseudoTranslationTest, keepsTheWindowAtItsSmallestSize) {
 TEST_P(PseudoTranslationTest, cutsNoTextOff) {
     expectRoomForTexts(window());
     expectNoOverlap(window().findChild<ContentView*>());
-    expectNoOverlap(window().findChild<WindowStrip*>());
+    expectNoOverlap(window().findChild<TitleBar*>());
     for (const auto* label : window().findChildren<ElidedLabel*>()) {
         // File names and paths are shortened, translations are not.
         if (label->isVisible() && label->text().startsWith(u'[')) {
@@ -257,8 +257,7 @@ TEST_F(PseudoTranslatorTest, translatesWhatThePanelCallsTheFilesItOffers) {
         }
     });
     timer.start(1);
-    EXPECT_EQ(runToolkitOpenPanel({.allowedExtensions = {"opus", "oga"}}, FileURL("/")),
-              std::nullopt);
+    EXPECT_EQ(runQtOpenPanel({.allowedExtensions = {"opus", "oga"}}, FileURL("/")), std::nullopt);
     EXPECT_TRUE(filter.endsWith(QStringLiteral(" (*.opus *.oga)"))) << utf8(filter);
     expectTranslated(utf8(filter.remove(QStringLiteral("(*.opus *.oga)"))));
 }

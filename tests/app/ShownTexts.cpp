@@ -49,7 +49,7 @@ class TextCollection {
             add(name, interface.text(kind));
         }
         auto* actions = interface.actionInterface();
-        // The other actions are the toolkit's.
+        // The other actions are Qt's.
         const QString press = QAccessibleActionInterface::pressAction();
         if (interface.role() == QAccessible::ListItem && actions != nullptr &&
             actions->actionNames().contains(press)) {

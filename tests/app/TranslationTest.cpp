@@ -12,7 +12,7 @@
 namespace kestrel {
 namespace {
 
-/// The program's translations are into Esperanto and Yiddish here, the toolkit's into Esperanto.
+/// The program's translations are into Esperanto and Yiddish here, Qt's into Esperanto.
 class TranslationTest : public ::testing::Test {
   public:
     TranslationTest(const TranslationTest&) = delete;
@@ -26,7 +26,7 @@ class TranslationTest : public ::testing::Test {
         QApplication::setLayoutDirection(Qt::LeftToRight);
     }
 
-    /// The program's word for "Cancel" and the toolkit's.
+    /// The program's word for "Cancel" and Qt's.
     static std::string words() {
         return utf8(QueueView::tr("Cancel")) + " " +
                utf8(QCoreApplication::translate("QPlatformTheme", "Cancel"));
@@ -46,16 +46,16 @@ TEST_F(TranslationTest, speaksEnglishWithoutATranslation) {
     EXPECT_EQ(wordsIn({QStringLiteral("zu-ZA"), QStringLiteral("zu")}), "Cancel Cancel");
 }
 
-TEST_F(TranslationTest, takesTheToolkitsTextsAlong) {
+TEST_F(TranslationTest, takesQtsTextsAlong) {
     EXPECT_EQ(wordsIn({QStringLiteral("eo")}), "Nuligi Rezigni");
 }
 
-TEST_F(TranslationTest, leavesTheToolkitInEnglishWithoutATextOfItsOwn) {
-    // There is a translation of the toolkit, but none of the program.
+TEST_F(TranslationTest, leavesQtInEnglishWithoutATextOfItsOwn) {
+    // There is a translation of Qt, but none of the program.
     EXPECT_EQ(wordsIn({QStringLiteral("tpi")}), "Cancel Cancel");
 }
 
-TEST_F(TranslationTest, takesTheToolkitsTextsInNoOtherLanguage) {
+TEST_F(TranslationTest, takesQtsTextsInNoOtherLanguage) {
     EXPECT_EQ(wordsIn({QStringLiteral("yi"), QStringLiteral("eo")}), "אָפּזאָגן Cancel");
 }
 

@@ -98,7 +98,7 @@ COMMANDS = {
     "scripts/fuzz [--seconds N] [TARGET...]": Run(FUZZ, is_nightly=True),
     "scripts/format": Run(),
     "scripts/lint": Stage("scripts/lint"),
-    "scripts/with-display build/dev/tests/ui/kestrel_ui_test --gtest_filter='InkTest.*'": Run(),
+    "scripts/with-display build/dev/tests/ui/kestrel_ui_test --gtest_filter='ThemeColorTest.*'": Run(),
     "scripts/with-display COMMAND": Run("scripts/with-display true"),
     "scripts/gallery [--pseudo] [FOLDER]": Run("scripts/gallery build/documents/gallery"),
     "scripts/mutate": ByHand(MUTANTS),

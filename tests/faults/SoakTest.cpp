@@ -87,8 +87,8 @@ class SoakTest : public FaultTest {
     void runABatch(std::mt19937& random) {
         model->start();
         while (model->isConverting()) {
-            std::uniform_int_distribution<int> patience(1, 60);
-            if (!runUntil([this] { return !model->isConverting(); }, patience(random))) {
+            std::uniform_int_distribution<int> timeout(1, 60);
+            if (!runUntil([this] { return !model->isConverting(); }, timeout(random))) {
                 model->cancel();
                 ++cancels;
             }

@@ -12,7 +12,7 @@
 namespace kestrel {
 namespace {
 
-/// Translates every text of the program into the same sentence, and none of the toolkit.
+/// Translates every text of the program into the same sentence, and none of Qt.
 class OneSentence final : public QTranslator {
   public:
     explicit OneSentence(const char* sentence) : sentence_(QString::fromUtf8(sentence)) {

@@ -1,8 +1,8 @@
 #include "FFmpegError.h"
 #include "KestrelApp.h"
-#include "Patience.h"
 #include "PseudoTranslator.h"
 #include "Scenario.h"
+#include "Timeout.h"
 
 #include <QApplication>
 #include <QDir>
@@ -134,7 +134,7 @@ std::vector<Picture> pictures() {
 QPixmap grab(QWidget& window) {
     QPixmap picture = window.grab();
     QWidget* alert = window.findChild<QMessageBox*>();
-    if (alert != nullptr && QTest::qWaitForWindowExposed(alert, test::patience)) {
+    if (alert != nullptr && QTest::qWaitForWindowExposed(alert, test::timeout)) {
         QRect place = alert->rect();
         place.moveCenter(window.rect().center());
         QPainter painter(&picture);
@@ -165,7 +165,7 @@ bool take(const Picture& picture, const QString& path, bool isPseudo) {
         window.show();
         picture.prepare(scenario);
         settle();
-        isSaved = QTest::qWaitForWindowExposed(&window, test::patience);
+        isSaved = QTest::qWaitForWindowExposed(&window, test::timeout);
         settle();
         isSaved = isSaved && grab(window).save(path);
     }

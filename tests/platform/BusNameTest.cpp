@@ -28,7 +28,7 @@ class BusNameTest : public testing::Test {
 
 TEST_F(BusNameTest, isOwnedByTheProgramThatClaimsIt) {
     const QDBusConnection program = bus_.connect();
-    claimBusName(program, name_);
+    requestBusName(program, name_);
     EXPECT_TRUE(waitForOwner(program));
 }
 
@@ -36,9 +36,9 @@ TEST_F(BusNameTest, goesToTheNextInLineWhenItsOwnerEnds) {
     const QDBusConnection second = bus_.connect();
     {
         const QDBusConnection first = bus_.connect();
-        claimBusName(first, name_);
+        requestBusName(first, name_);
         ASSERT_TRUE(waitForOwner(first));
-        claimBusName(second, name_);
+        requestBusName(second, name_);
         // Answered after the claim, which came first.
         ASSERT_TRUE(second.interface()->isServiceRegistered(name_).value());
         EXPECT_TRUE(waitForOwner(first));
@@ -48,7 +48,7 @@ TEST_F(BusNameTest, goesToTheNextInLineWhenItsOwnerEnds) {
 }
 
 TEST_F(BusNameTest, isNotMissedWhereThereIsNoBus) {
-    claimBusName(disconnectedBus(), name_);
+    requestBusName(disconnectedBus(), name_);
 }
 
 } // namespace

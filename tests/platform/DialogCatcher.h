@@ -7,7 +7,7 @@
 
 namespace kestrel::test {
 
-/// Watches for the toolkit's file dialog while another event loop runs, and hands it over as soon
+/// Watches for Qt's file dialog while another event loop runs, and hands it over as soon
 /// as it is open; it must be closed then, at once or later. A dialog that is still open when the
 /// time is up fails the test and is dismissed.
 class DialogCatcher {

@@ -1,6 +1,6 @@
 #include "FileDialogDriver.h"
-#include "Patience.h"
 #include "RunUntil.h"
+#include "Timeout.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -45,7 +45,7 @@ void FileDialogDriver::pressKey(Qt::Key key, Qt::KeyboardModifiers modifiers) co
 
 void FileDialogDriver::tabTo(const QWidget* widget) const {
     dialog_.activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog_, patience));
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog_, timeout));
     constexpr int maximumStops = 50;
     for (int stop = 0; stop < maximumStops && QApplication::focusWidget() != widget; ++stop) {
         QTest::keyClick(&dialog_, Qt::Key_Tab);

@@ -11,7 +11,7 @@ class QToolButton;
 
 namespace kestrel::test {
 
-/// Uses an open file dialog of the toolkit the way a user does.
+/// Uses an open file dialog of Qt the way a user does.
 class FileDialogDriver {
   public:
     explicit FileDialogDriver(QFileDialog& dialog) : dialog_(dialog) {}

@@ -69,7 +69,7 @@ class PortalOpenPanelTest : public testing::Test {
     PrivateBus bus_;
     FakePortal portal_{bus_.connect()};
     DesktopOpenPanel panel_{[client = bus_.connect()] { return client; }};
-    DialogCatcher toolkitDialogs_;
+    DialogCatcher qtDialogs_;
 };
 
 TEST_F(PortalOpenPanelTest, asksForFiles) {
@@ -132,7 +132,7 @@ TEST_F(PortalOpenPanelTest, keepsUnderscoresOfTheConfirmButton) {
 TEST_F(PortalOpenPanelTest, returnsTheBytesOfTheChosenUrisInOrder) {
     EXPECT_EQ(runAndRespond(success, {u"file:///z%20%23.opus"_s, u"file:///caf%E9.opus"_s}),
               Chosen({FileURL("/z #.opus"), FileURL("/caf\xE9.opus")}));
-    EXPECT_EQ(toolkitDialogs_.count(), 0);
+    EXPECT_EQ(qtDialogs_.count(), 0);
 }
 
 TEST_F(PortalOpenPanelTest, leavesOutUrisThatNameNoLocalFile) {
@@ -145,7 +145,7 @@ TEST_F(PortalOpenPanelTest, returnsNoneWhenDismissed) {
     EXPECT_EQ(runAndRespond(cancelled), std::nullopt);
     EXPECT_EQ(runAndRespond(ended), std::nullopt);
     EXPECT_EQ(portal_.requests().size(), 2U);
-    EXPECT_EQ(toolkitDialogs_.count(), 0);
+    EXPECT_EQ(qtDialogs_.count(), 0);
 }
 
 TEST_F(PortalOpenPanelTest, takesAResponseThatComesBeforeTheReply) {
@@ -189,66 +189,66 @@ TEST_F(PortalOpenPanelTest, passesOverResponsesAtAPathThatThePortalDoesNotUse) {
 TEST_F(PortalOpenPanelTest, asksAnOldPortalForFiles) {
     portal_.version = 1;
     EXPECT_EQ(runAndRespond(success, {u"file:///a"_s}), Chosen({FileURL("/a")}));
-    EXPECT_EQ(toolkitDialogs_.count(), 0);
+    EXPECT_EQ(qtDialogs_.count(), 0);
 }
 
-TEST_F(PortalOpenPanelTest, givesWayToTheToolkitForFoldersOfAnOldPortal) {
+TEST_F(PortalOpenPanelTest, givesWayToQtForFoldersOfAnOldPortal) {
     portal_.version = 2;
     EXPECT_EQ(panel_.runModal(folderOptions()), std::nullopt);
-    EXPECT_EQ(toolkitDialogs_.count(), 1);
+    EXPECT_EQ(qtDialogs_.count(), 1);
     EXPECT_TRUE(portal_.requests().empty());
     portal_.version = 3;
     portal_.onOpened = [this](const auto& request) { portal_.respond(request, cancelled); };
     EXPECT_EQ(panel_.runModal(folderOptions()), std::nullopt);
-    EXPECT_EQ(toolkitDialogs_.count(), 1);
+    EXPECT_EQ(qtDialogs_.count(), 1);
 }
 
-TEST_F(PortalOpenPanelTest, givesWayToTheToolkitWithoutAFileChooser) {
+TEST_F(PortalOpenPanelTest, givesWayToQtWithoutAFileChooser) {
     portal_.version = std::nullopt;
     EXPECT_EQ(panel_.runModal(fileOptions()), std::nullopt);
-    EXPECT_EQ(toolkitDialogs_.count(), 1);
+    EXPECT_EQ(qtDialogs_.count(), 1);
     EXPECT_TRUE(portal_.requests().empty());
 }
 
-TEST_F(PortalOpenPanelTest, givesWayToTheToolkitOnAnError) {
+TEST_F(PortalOpenPanelTest, givesWayToQtOnAnError) {
     portal_.canOpen = false;
     EXPECT_EQ(panel_.runModal(fileOptions()), std::nullopt);
     EXPECT_EQ(portal_.requests().size(), 1U);
-    EXPECT_EQ(toolkitDialogs_.count(), 1);
+    EXPECT_EQ(qtDialogs_.count(), 1);
     // A portal that was only slow is told that nobody waits any more.
     EXPECT_TRUE(runUntil([&] { return !portal_.closedPaths().empty(); }));
     EXPECT_THAT(portal_.closedPaths(), ElementsAre(portal_.requests().front().path));
 }
 
-TEST_F(PortalOpenPanelTest, givesWayToTheToolkitWithoutAPortal) {
+TEST_F(PortalOpenPanelTest, givesWayToQtWithoutAPortal) {
     portal_.vanish();
     EXPECT_EQ(panel_.runModal(fileOptions()), std::nullopt);
-    EXPECT_EQ(toolkitDialogs_.count(), 1);
+    EXPECT_EQ(qtDialogs_.count(), 1);
 }
 
-TEST_F(PortalOpenPanelTest, givesWayToTheToolkitWithoutABus) {
+TEST_F(PortalOpenPanelTest, givesWayToQtWithoutABus) {
     DesktopOpenPanel panel(&disconnectedBus);
     EXPECT_EQ(panel.runModal(fileOptions()), std::nullopt);
-    EXPECT_EQ(toolkitDialogs_.count(), 1);
+    EXPECT_EQ(qtDialogs_.count(), 1);
 }
 
 TEST_F(PortalOpenPanelTest, isMadeForTheSessionBus) {
     // Which is out of reach here.
     EXPECT_EQ(makeDesktopOpenPanel()->runModal(fileOptions()), std::nullopt);
-    EXPECT_EQ(toolkitDialogs_.count(), 1);
+    EXPECT_EQ(qtDialogs_.count(), 1);
 }
 
-TEST_F(PortalOpenPanelTest, givesWayToTheToolkitWhenThePortalVanishes) {
+TEST_F(PortalOpenPanelTest, givesWayToQtWhenThePortalVanishes) {
     portal_.onOpened = [this](const auto&) { portal_.vanish(); };
     EXPECT_EQ(panel_.runModal(fileOptions()), std::nullopt);
     EXPECT_EQ(portal_.requests().size(), 1U);
-    EXPECT_EQ(toolkitDialogs_.count(), 1);
+    EXPECT_EQ(qtDialogs_.count(), 1);
 }
 
-TEST_F(PortalOpenPanelTest, givesWayToTheToolkitWhenTheBusGoesDown) {
+TEST_F(PortalOpenPanelTest, givesWayToQtWhenTheBusGoesDown) {
     portal_.onOpened = [this](const auto&) { bus_.stop(); };
     EXPECT_EQ(panel_.runModal(fileOptions()), std::nullopt);
-    EXPECT_EQ(toolkitDialogs_.count(), 1);
+    EXPECT_EQ(qtDialogs_.count(), 1);
 }
 
 TEST_F(PortalOpenPanelTest, returnsNoneForAPanelOverAnother) {
@@ -260,7 +260,7 @@ TEST_F(PortalOpenPanelTest, returnsNoneForAPanelOverAnother) {
     EXPECT_EQ(panel_.runModal(fileOptions()), Chosen({FileURL("/a")}));
     EXPECT_EQ(inner, std::nullopt);
     EXPECT_EQ(portal_.requests().size(), 1U);
-    EXPECT_EQ(toolkitDialogs_.count(), 0);
+    EXPECT_EQ(qtDialogs_.count(), 0);
 }
 
 TEST_F(PortalOpenPanelTest, closesThePanelWhenTheProgramQuits) {
@@ -273,7 +273,7 @@ TEST_F(PortalOpenPanelTest, closesThePanelWhenTheProgramQuits) {
     EXPECT_EQ(result, std::optional<Chosen>(Chosen()));
     EXPECT_TRUE(runUntil([&] { return !portal_.closedPaths().empty(); }));
     EXPECT_THAT(portal_.closedPaths(), ElementsAre(portal_.requests().front().path));
-    EXPECT_EQ(toolkitDialogs_.count(), 0);
+    EXPECT_EQ(qtDialogs_.count(), 0);
 }
 
 TEST_F(PortalOpenPanelTest, startsInTheMusicFolderThenWhereTheLastChoiceWasMade) {

@@ -1,7 +1,7 @@
 #include "DesktopOpenPanel.h"
 #include "FakePortal.h"
-#include "Patience.h"
 #include "PrivateBus.h"
+#include "Timeout.h"
 
 #include <QGuiApplication>
 #include <QMainWindow>
@@ -22,7 +22,7 @@ TEST(PortalParentWindow, isTheActiveWindowOfTheX11Display) {
     QMainWindow window;
     window.show();
     window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window, patience));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window, timeout));
     DesktopOpenPanel panel([client = bus.connect()] { return client; });
     EXPECT_EQ(panel.runModal({.title = "Choose"}), std::nullopt);
     ASSERT_EQ(portal.requests().size(), 1U);

@@ -1,6 +1,6 @@
 #include "UserInputFilter.h"
-#include "Patience.h"
 #include "RunUntil.h"
+#include "Timeout.h"
 
 #include <QAction>
 #include <QApplication>
@@ -36,7 +36,7 @@ class RecordingWindow final : public QWidget {
         resize(200, 100);
         show();
         activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(this, patience));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(this, timeout));
         types_.clear();
     }
 
@@ -60,7 +60,7 @@ class RecordingWindow final : public QWidget {
     int triggered_ = 0;
 };
 
-/// Everything that a user can do to a window, through the window system where the toolkit's test
+/// Everything that a user can do to a window, through the window system where Qt's test
 /// helpers can do that.
 void useInEveryWay(RecordingWindow& window) {
     static QPointingDevice* const touchScreen = QTest::createTouchDevice();

@@ -103,7 +103,7 @@ extern "C" void answerInterrupt(int) {
     }
 }
 
-/// A grandchild that keeps the descriptor open until the file exists, or its patience of ten
+/// A grandchild that keeps the descriptor open until the file exists, or its timeout of ten
 /// seconds ends.
 void holdInGrandchild(int descriptor, const std::string& untilFile) {
     if (::fork() != 0) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Patience.h"
+#include "Timeout.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -14,7 +14,7 @@ namespace kestrel::test {
 
 /// Runs the event loop until the condition holds, at most that many milliseconds; tells whether it
 /// came to hold. Where no event loop is needed, `waitUntil` does.
-inline bool runUntil(const std::function<bool()>& condition, int milliseconds = patience) {
+inline bool runUntil(const std::function<bool()>& condition, int milliseconds = timeout) {
     const QDeadlineTimer deadline(milliseconds);
     // Events end every turn but the idle ones, which this does.
     QTimer heartbeat;

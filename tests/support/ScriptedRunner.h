@@ -2,7 +2,7 @@
 
 #include "ConversionRunner.h"
 #include "FFmpegError.h"
-#include "Patience.h"
+#include "Timeout.h"
 
 #include <chrono>
 #include <condition_variable>
@@ -89,7 +89,7 @@ class ScriptedRunner final : public ConversionRunner {
   private:
     template <typename Condition> void wait(Condition condition) {
         std::unique_lock lock(mutex_);
-        if (!changed_.wait_for(lock, std::chrono::milliseconds(patience), condition)) {
+        if (!changed_.wait_for(lock, std::chrono::milliseconds(timeout), condition)) {
             throw std::runtime_error("the script waited in vain");
         }
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Patience.h"
+#include "Timeout.h"
 
 #include <chrono>
 #include <thread>
@@ -10,7 +10,7 @@ namespace kestrel::test {
 /// Waits until the condition holds, for as long as tests wait; tells whether it came to hold. Where
 /// it takes the event loop to make it hold, `runUntil` does.
 template <typename Condition> bool waitUntil(Condition condition) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(patience);
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeout);
     while (!condition()) {
         if (std::chrono::steady_clock::now() > deadline) {
             return false;

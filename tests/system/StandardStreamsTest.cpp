@@ -46,7 +46,7 @@ TEST(StandardStreams, areTheNullDeviceWhereTheyWereClosed) {
                     ::close(stream);
                 }
             }
-            settleStandardStreams();
+            redirectMissingStandardStreams();
             for (int stream = 0; stream < 3; ++stream) {
                 const bool isRight = (closed >> stream & 1) != 0
                                          ? isNullDevice(stream)
@@ -71,7 +71,7 @@ TEST(StandardStreams, leaveNoTerminalToBeReadFrom) {
                   for (int stream = 0; stream < 3; ++stream) {
                       ::dup2(terminal, stream);
                   }
-                  settleStandardStreams();
+                  redirectMissingStandardStreams();
                   return isNullDevice(0) && ::isatty(1) != 0 && ::isatty(2) != 0 ? 0 : 1;
               }),
               0);
@@ -86,7 +86,7 @@ TEST(StandardStreams, stayAsTheyAreOtherwise) {
                   ::dup2(ends[0], 0);
                   const ino_t before = inodeOf(0);
                   const std::size_t count = ProcessCounts::now().descriptors;
-                  settleStandardStreams();
+                  redirectMissingStandardStreams();
                   return inodeOf(0) == before && ProcessCounts::now().descriptors == count ? 0 : 1;
               }),
               0);

@@ -2,15 +2,15 @@
 #include "ContentView.h"
 #include "DropZone.h"
 #include "FormatButton.h"
-#include "FractionBar.h"
 #include "JobRow.h"
 #include "Label.h"
-#include "Patience.h"
+#include "ProgressBar.h"
 #include "QualitySlider.h"
 #include "RunUntil.h"
 #include "Scenario.h"
 #include "SettingsSidebar.h"
 #include "StatusDot.h"
+#include "Timeout.h"
 
 #include <QImage>
 
@@ -55,7 +55,7 @@ class AppearanceTest : public ::testing::Test {
         view_.setPalette(light);
         view_.resize(960, 640);
         view_.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&view_, test::patience));
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&view_, test::timeout));
         settle();
     }
 
@@ -279,7 +279,7 @@ TEST_F(AppearanceTest, fillsProgressInPurple) {
     scenario_.holdBack("a.opus", 0.5);
     scenario_.add({"a.opus", "b.opus"});
     scenario_.start();
-    auto* bar = find<FractionBar>(view_, "overallProgress");
+    auto* bar = find<ProgressBar>(view_, "overallProgress");
     ASSERT_TRUE(test::runUntil([bar] { return bar->value() == 250; }));
     settle();
     const QImage picture = image(bar);

@@ -1,7 +1,7 @@
 #include "ContentView.h"
-#include "Patience.h"
 #include "RoomForTexts.h"
 #include "Scenario.h"
+#include "Timeout.h"
 
 #include <QApplication>
 
@@ -33,7 +33,7 @@ class ClippingTest : public ::testing::TestWithParam<Situation> {
         fill(contents);
         view_->resize(960, 640 - 28);
         view_->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(view_.get(), test::patience));
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(view_.get(), test::timeout));
         settle();
         settle();
     }

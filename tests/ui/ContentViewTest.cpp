@@ -1,9 +1,9 @@
 #include "ContentView.h"
 #include "SettingsSidebar.h"
 
-#include "Patience.h"
 #include "QueueView.h"
 #include "Scenario.h"
+#include "Timeout.h"
 
 #include <QMessageBox>
 #include <QPushButton>

@@ -7,7 +7,6 @@
 #include "JobBadge.h"
 #include "JobRow.h"
 #include "JobScrollArea.h"
-#include "Patience.h"
 #include "PercentLabel.h"
 #include "PopUpButton.h"
 #include "QualitySlider.h"
@@ -17,6 +16,7 @@
 #include "SettingsSidebar.h"
 #include "StatusDot.h"
 #include "SymbolView.h"
+#include "Timeout.h"
 
 #include <QApplication>
 #include <QFontInfo>
@@ -43,7 +43,7 @@ class GeometryTest : public ::testing::Test {
     GeometryTest() : view_(scenario_.model, [] { return FileURL("/usr/bin/ffmpeg"); }) {
         view_.resize(960, 640);
         view_.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&view_, test::patience));
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&view_, test::timeout));
         settle();
     }
 
@@ -373,7 +373,7 @@ TEST_F(GeometryTest, keepsTheSectionLabelsAtTheirOwnSize) {
     for (const SectionLabel* label : view_.findChildren<SectionLabel*>()) {
         EXPECT_EQ(label->font().pixelSize(), 10);
         EXPECT_EQ(label->font().weight(), QFont::Bold);
-        // The toolkit keeps it in sixty-fourths.
+        // Qt keeps it in sixty-fourths.
         EXPECT_NEAR(label->font().letterSpacing(), 1.1, 1.0 / 64);
         EXPECT_EQ(label->font().letterSpacingType(), QFont::AbsoluteSpacing);
     }

@@ -14,7 +14,7 @@ inline QImage blankImage(int size) {
     return image;
 }
 
-/// The SVG file as the toolkit's own reader paints it; blank where it cannot be read.
+/// The SVG file as Qt's own reader paints it; blank where it cannot be read.
 inline QImage paintedFromFile(const QString& file, int size) {
     QImage image = blankImage(size);
     QSvgRenderer renderer(file);

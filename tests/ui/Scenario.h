@@ -3,10 +3,10 @@
 #include "ConverterViewModel.h"
 #include "FFmpegError.h"
 #include "Gate.h"
-#include "Patience.h"
 #include "RunUntil.h"
 #include "ScriptedDesktop.h"
 #include "ScriptedRunner.h"
+#include "Timeout.h"
 
 #include <QCoreApplication>
 #include <QTest>
@@ -32,8 +32,8 @@ inline void settle() {
 /// Before a window is exposed, the X server may still send the size that it was created with, and
 /// Qt lays it out in that size for a moment.
 inline bool waitUntilShown(QWidget& window) {
-    return QTest::qWaitForWindowExposed(&window, test::patience) &&
-           QTest::qWaitForWindowActive(&window, test::patience);
+    return QTest::qWaitForWindowExposed(&window, test::timeout) &&
+           QTest::qWaitForWindowActive(&window, test::timeout);
 }
 
 /// Shows the widget in a window that has the keyboard, once everything that is due has happened;
@@ -52,7 +52,7 @@ class Scenario {
   public:
     Scenario() {
         auto surroundings =
-            ConverterViewModel::Surroundings{runner, [] { return FileURL("/usr/bin/ffmpeg"); },
+            ConverterViewModel::Dependencies{runner, [] { return FileURL("/usr/bin/ffmpeg"); },
                                              std::make_unique<test::ScriptedOpenPanel>(),
                                              std::make_unique<test::ScriptedFileViewer>()};
         panel = static_cast<test::ScriptedOpenPanel*>(surroundings.openPanel.get());

@@ -31,7 +31,7 @@ class ViewModelTest : public ::testing::Test {
         panel = ownPanel.get();
         viewer = ownViewer.get();
         model = std::make_shared<ConverterViewModel>(
-            ConverterViewModel::Surroundings{std::move(service), [this] { return binary; },
+            ConverterViewModel::Dependencies{std::move(service), [this] { return binary; },
                                              std::move(ownPanel), std::move(ownViewer)});
     }
 

@@ -1,6 +1,6 @@
 #include "AccessibleViews.h"
 
-#include "AccessibleJobs.h"
+#include "AccessibleJobList.h"
 #include "BatchAnnouncer.h"
 #include "DropZone.h"
 #include "PercentLabel.h"
@@ -70,7 +70,7 @@ QAccessibleInterface* makeViewInterface(const QString&, QObject* object) {
 
 void installAccessibleViews() {
     QAccessible::installFactory(makeViewInterface);
-    installAccessibleJobs();
+    installAccessibleJobList();
 }
 
 } // namespace kestrel

@@ -1,9 +1,9 @@
 #include "Button.h"
 
+#include "ApplicationFont.h"
 #include "ContinuousRectangle.h"
 #include "KeyboardFocus.h"
 #include "TextDrawing.h"
-#include "UserFont.h"
 
 #include <QCoreApplication>
 #include <QCursor>
@@ -26,8 +26,8 @@ struct Measures {
     double radius;
 };
 
-Measures measures(Button::Look look, Button::ControlSize size) {
-    if (look == Button::Look::plain) {
+Measures measures(Button::Variant variant, Button::ControlSize size) {
+    if (variant == Button::Variant::plain) {
         return {24, 2, 4, 6};
     }
     if (size == Button::ControlSize::large) {
@@ -46,20 +46,21 @@ QColor blended(const QColor& below, const QColor& above, double share) {
 
 } // namespace
 
-Button::Button(Look look, const QString& text, QWidget* parent)
-    : QPushButton(text, parent), look_(look) {
+Button::Button(Variant variant, const QString& text, QWidget* parent)
+    : QPushButton(text, parent), variant_(variant) {
     setFocusPolicy(Qt::TabFocus);
     setAttribute(Qt::WA_Hover);
     // Enter presses it, as Space does; in Qt 6.4 to 6.11, not without this.
     setAutoDefault(true);
     setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
-    if (look == Look::prominent) {
-        setInk(Ink::Name::white);
+    if (variant == Variant::prominent) {
+        setThemeColor(ThemeColor::Name::white);
         textFont_.weight = QFont::DemiBold;
     }
     setFont(textFont_.font());
     KeyboardFocus::watch();
-    connect(UserFont::shared(), &UserFont::changed, this, [this] { setTextFont(textFont_); });
+    connect(ApplicationFont::shared(), &ApplicationFont::changed, this,
+            [this] { setTextFont(textFont_); });
 }
 
 void Button::setSymbol(Symbol symbol) {
@@ -74,8 +75,8 @@ void Button::setTextFont(const TextFont& font) {
     updateGeometry();
 }
 
-void Button::setInk(Ink ink) {
-    ink_ = ink;
+void Button::setThemeColor(ThemeColor ink) {
+    themeColor_ = ink;
     update();
 }
 
@@ -90,11 +91,11 @@ void Button::setMinimumLabelWidth(int width) {
 }
 
 void Button::markDestructive() {
-    setInk(Ink::Name::red);
+    setThemeColor(ThemeColor::Name::red);
 }
 
 int Button::padding() const {
-    return measures(look_, controlSize_).horizontalPadding;
+    return measures(variant_, controlSize_).horizontalPadding;
 }
 
 void Button::refreshHover() {
@@ -107,7 +108,7 @@ void Button::refreshHover() {
 }
 
 double Button::cornerRadius() const {
-    return measures(look_, controlSize_).radius;
+    return measures(variant_, controlSize_).radius;
 }
 
 int Button::labelWidth() const {
@@ -119,7 +120,7 @@ int Button::labelWidth() const {
 }
 
 QSize Button::sizeHint() const {
-    const Measures all = measures(look_, controlSize_);
+    const Measures all = measures(variant_, controlSize_);
     const int contents = std::max(lineHeight(font()), symbol_ ? symbolSize(font()) : 0);
     const int height = std::max(all.minHeight, contents + 2 * all.verticalPadding);
     return {std::max(labelWidth(), minimumLabelWidth_) + 2 * all.horizontalPadding, height};
@@ -133,16 +134,16 @@ QColor Button::fillColor() const {
     const bool isHovered = isEnabled() && underMouse();
     const bool isPressed = isDown();
     const bool isDark = colorScheme(palette()) == ColorScheme::dark;
-    const Ink primary = Ink::Name::primary;
-    if (look_ == Look::plain || !isEnabled()) {
+    const ThemeColor primary = ThemeColor::Name::primary;
+    if (variant_ == Variant::plain || !isEnabled()) {
         double opacity = isPressed ? 0.14 : isHovered ? 0.07 : 0.0;
-        if (look_ != Look::plain) {
+        if (variant_ != Variant::plain) {
             opacity = 0.08;
         }
         return primary.withOpacity(opacity).color(palette());
     }
-    QColor fill = Ink(Ink::Name::purple).color(palette());
-    if (look_ == Look::bordered) {
+    QColor fill = ThemeColor(ThemeColor::Name::purple).color(palette());
+    if (variant_ == Variant::bordered) {
         fill = isDark ? primary.withOpacity(0.12).color(palette())
                       : blended(palette().color(QPalette::Window), Qt::white, 0.8);
         if (isPressed || isHovered) {
@@ -159,9 +160,9 @@ QColor Button::fillColor() const {
 
 QColor Button::labelColor() const {
     if (isEnabled()) {
-        return ink_.color(palette());
+        return themeColor_.color(palette());
     }
-    return Ink(Ink::Name::primary).withOpacity(disabledTextOpacity).color(palette());
+    return ThemeColor(ThemeColor::Name::primary).withOpacity(disabledTextOpacity).color(palette());
 }
 
 void Button::paintEvent(QPaintEvent*) {
@@ -178,7 +179,7 @@ void Button::drawBackground(QPainter& painter) {
         painter.setBrush(fill);
         painter.drawPath(continuousRectangle(area, cornerRadius()));
     }
-    if (look_ == Look::bordered) {
+    if (variant_ == Variant::bordered) {
         painter.setPen(separatorColor(palette()));
         painter.setBrush(Qt::NoBrush);
         painter.drawPath(continuousRectangle(area.adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius()));
@@ -186,12 +187,13 @@ void Button::drawBackground(QPainter& painter) {
     if (!KeyboardFocus::isShownOn(*this)) {
         return;
     }
-    if (look_ == Look::prominent) {
+    if (variant_ == Variant::prominent) {
         constexpr double gap = 2;
         drawFocusRing(painter, area.adjusted(gap, gap, -gap, -gap), cornerRadius() - gap,
                       Qt::white);
     } else {
-        drawFocusRing(painter, area, cornerRadius(), Ink(Ink::Name::purple).color(palette()));
+        drawFocusRing(painter, area, cornerRadius(),
+                      ThemeColor(ThemeColor::Name::purple).color(palette()));
     }
 }
 

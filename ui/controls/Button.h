@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Ink.h"
 #include "Symbol.h"
 #include "TextFont.h"
+#include "ThemeColor.h"
 
 #include <QPushButton>
 
@@ -16,7 +16,7 @@ class Button : public QPushButton {
     Q_OBJECT
 
   public:
-    enum class Look {
+    enum class Variant {
         /// Nothing but the label.
         plain,
         bordered,
@@ -25,13 +25,13 @@ class Button : public QPushButton {
     };
     enum class ControlSize { regular, large };
 
-    explicit Button(Look look, const QString& text = {}, QWidget* parent = nullptr);
+    explicit Button(Variant variant, const QString& text = {}, QWidget* parent = nullptr);
 
     /// Shows the symbol before the text, or alone if there is none.
     void setSymbol(Symbol symbol);
     void setTextFont(const TextFont& font);
     /// The ink of the label.
-    void setInk(Ink ink);
+    void setThemeColor(ThemeColor ink);
     void setControlSize(ControlSize size);
     /// The room for the label, without the button's own edges, in pixels.
     void setMinimumLabelWidth(int width);
@@ -58,11 +58,11 @@ class Button : public QPushButton {
     int labelWidth() const;
     int padding() const;
 
-    Look look_;
+    Variant variant_;
     ControlSize controlSize_ = ControlSize::regular;
     std::optional<Symbol> symbol_;
     TextFont textFont_;
-    Ink ink_ = Ink::Name::primary;
+    ThemeColor themeColor_ = ThemeColor::Name::primary;
     int minimumLabelWidth_ = 0;
 };
 

@@ -1,7 +1,7 @@
 #include "Divider.h"
 
 #include "BandFill.h"
-#include "Ink.h"
+#include "ThemeColor.h"
 
 #include <QPainter>
 

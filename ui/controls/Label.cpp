@@ -1,7 +1,7 @@
 #include "Label.h"
 
+#include "ApplicationFont.h"
 #include "TextDrawing.h"
-#include "UserFont.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -26,16 +26,18 @@ Label::Label(const QString& text, const TextFont& font, QWidget* parent)
     setSizePolicy(policy);
     setFont(textFont_.font());
     setText(text);
-    connect(UserFont::shared(), &UserFont::changed, this, [this] { setFont(currentFont()); });
+    connect(ApplicationFont::shared(), &ApplicationFont::changed, this,
+            [this] { setFont(currentFont()); });
 }
 
-void Label::setInk(Ink ink) {
-    ink_ = ink;
+void Label::setThemeColor(ThemeColor ink) {
+    themeColor_ = ink;
     update();
 }
 
 QColor Label::color() const {
-    return (isEnabled() ? ink_ : ink_.withOpacity(disabledLabelOpacity)).color(palette());
+    return (isEnabled() ? themeColor_ : themeColor_.withOpacity(disabledLabelOpacity))
+        .color(palette());
 }
 
 QFont Label::currentFont() const {

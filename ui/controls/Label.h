@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Ink.h"
 #include "TextFont.h"
+#include "ThemeColor.h"
 
 #include <QLabel>
 
@@ -15,7 +15,7 @@ class Label : public QLabel {
   public:
     explicit Label(const QString& text = {}, const TextFont& font = {}, QWidget* parent = nullptr);
 
-    void setInk(Ink ink);
+    void setThemeColor(ThemeColor ink);
 
     /// What the text is drawn in, as things are.
     QColor color() const;
@@ -34,7 +34,7 @@ class Label : public QLabel {
     int heightOf(const QRect& text) const;
 
     TextFont textFont_;
-    Ink ink_ = Ink::Name::primary;
+    ThemeColor themeColor_ = ThemeColor::Name::primary;
 };
 
 } // namespace kestrel

@@ -1,15 +1,16 @@
 #include "SymbolView.h"
 
-#include "UserFont.h"
+#include "ApplicationFont.h"
 
 #include <QPainter>
 
 namespace kestrel {
 
-SymbolView::SymbolView(Symbol symbol, const TextFont& font, Ink ink, QWidget* parent)
-    : QWidget(parent), symbol_(symbol), font_(font), ink_(ink) {
+SymbolView::SymbolView(Symbol symbol, const TextFont& font, ThemeColor ink, QWidget* parent)
+    : QWidget(parent), symbol_(symbol), font_(font), themeColor_(ink) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
-    connect(UserFont::shared(), &UserFont::changed, this, &SymbolView::updateGeometry);
+    connect(ApplicationFont::shared(), &ApplicationFont::changed, this,
+            &SymbolView::updateGeometry);
 }
 
 QSize SymbolView::sizeHint() const {
@@ -23,7 +24,7 @@ QSize SymbolView::minimumSizeHint() const {
 
 void SymbolView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    drawSymbol(painter, rect(), symbol_, symbolSize(font_.font()), ink_.color(palette()));
+    drawSymbol(painter, rect(), symbol_, symbolSize(font_.font()), themeColor_.color(palette()));
 }
 
 } // namespace kestrel

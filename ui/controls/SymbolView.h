@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Ink.h"
 #include "Symbol.h"
 #include "TextFont.h"
+#include "ThemeColor.h"
 
 #include <QWidget>
 
@@ -13,7 +13,7 @@ class SymbolView : public QWidget {
     Q_OBJECT
 
   public:
-    SymbolView(Symbol symbol, const TextFont& font, Ink ink, QWidget* parent = nullptr);
+    SymbolView(Symbol symbol, const TextFont& font, ThemeColor ink, QWidget* parent = nullptr);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -24,7 +24,7 @@ class SymbolView : public QWidget {
   private:
     Symbol symbol_;
     TextFont font_;
-    Ink ink_;
+    ThemeColor themeColor_;
 };
 
 } // namespace kestrel

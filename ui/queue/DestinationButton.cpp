@@ -2,10 +2,10 @@
 
 #include "DisplayText.h"
 #include "ElidedLabel.h"
-#include "Ink.h"
 #include "Label.h"
 #include "Symbol.h"
 #include "SymbolView.h"
+#include "ThemeColor.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -14,16 +14,16 @@
 
 namespace kestrel {
 
-DestinationButton::DestinationButton(QWidget* parent) : Button(Look::plain, {}, parent) {
+DestinationButton::DestinationButton(QWidget* parent) : Button(Variant::plain, {}, parent) {
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     //: Stands above the path of the output folder.
     auto* caption = new Label(tr("Save to"), {TextStyle::caption}, this);
     caption->setObjectName(QStringLiteral("destinationCaption"));
-    caption->setInk(Ink::Name::secondary);
+    caption->setThemeColor(ThemeColor::Name::secondary);
     path_ = new ElidedLabel(Qt::ElideMiddle, {}, this);
     path_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     path_->setObjectName(QStringLiteral("destinationPath"));
-    auto* symbol = new SymbolView(Symbol::folderFill, {}, Ink::Name::purple, this);
+    auto* symbol = new SymbolView(Symbol::folderFill, {}, ThemeColor::Name::purple, this);
 
     auto* texts = new QVBoxLayout;
     texts->setSpacing(2);

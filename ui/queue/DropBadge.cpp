@@ -1,8 +1,8 @@
 #include "DropBadge.h"
 
-#include "Ink.h"
 #include "Symbol.h"
 #include "TextFont.h"
+#include "ThemeColor.h"
 
 #include <QPainter>
 
@@ -20,7 +20,7 @@ DropBadge::DropBadge(QWidget* parent) : QWidget(parent) {
 }
 
 void DropBadge::paintEvent(QPaintEvent*) {
-    const Ink purple = Ink::Name::purple;
+    const ThemeColor purple = ThemeColor::Name::purple;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);

@@ -4,9 +4,9 @@
 #include "ContinuousRectangle.h"
 #include "DropBadge.h"
 #include "FileDropTarget.h"
-#include "Ink.h"
 #include "Label.h"
 #include "TextFont.h"
+#include "ThemeColor.h"
 
 #include <QHBoxLayout>
 #include <QPainter>
@@ -46,7 +46,7 @@ DropZone::DropZone(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
     auto* explanation = makeText(tr("Queue a single track or an entire folder tree."),
                                  {TextStyle::subheadline}, this);
     explanation->setObjectName(QStringLiteral("dropExplanation"));
-    explanation->setInk(Ink::Name::secondary);
+    explanation->setThemeColor(ThemeColor::Name::secondary);
 
     const int side = zonePadding + outlineInset + textMargin;
     auto* column = new QVBoxLayout(this);
@@ -64,8 +64,8 @@ DropZone::DropZone(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
 }
 
 QBoxLayout* DropZone::makeButtons() {
-    auto* chooseAudio = new Button(Button::Look::bordered, tr("Choose Audio"), this);
-    auto* chooseFolder = new Button(Button::Look::bordered, tr("Choose Folder"), this);
+    auto* chooseAudio = new Button(Button::Variant::bordered, tr("Choose Audio"), this);
+    auto* chooseFolder = new Button(Button::Variant::bordered, tr("Choose Folder"), this);
     connect(chooseAudio, &QPushButton::clicked, this, [this] { model_->chooseFiles(); });
     connect(chooseFolder, &QPushButton::clicked, this, [this] { model_->chooseFolder(); });
     setFocusProxy(chooseAudio);
@@ -85,8 +85,8 @@ void DropZone::refresh() {
 void DropZone::paintEvent(QPaintEvent*) {
     const bool isTargeted = model_->isDropTargeted();
     const int width = isTargeted ? 2 : 1;
-    const Ink ink =
-        isTargeted ? Ink(Ink::Name::purple) : Ink(Ink::Name::secondary).withOpacity(0.2);
+    const ThemeColor ink = isTargeted ? ThemeColor(ThemeColor::Name::purple)
+                                      : ThemeColor(ThemeColor::Name::secondary).withOpacity(0.2);
     QPen pen(ink.color(palette()), width, Qt::CustomDashLine, Qt::FlatCap, Qt::MiterJoin);
     pen.setMiterLimit(10);
     // A pen counts its dashes in its own widths.

@@ -1,9 +1,9 @@
 #include "JobBadge.h"
 
 #include "ContinuousRectangle.h"
-#include "Ink.h"
 #include "Symbol.h"
 #include "TextFont.h"
+#include "ThemeColor.h"
 
 #include <QPainter>
 
@@ -23,7 +23,7 @@ JobBadge::JobBadge(QWidget* parent) : QWidget(parent) {
 }
 
 void JobBadge::paintEvent(QPaintEvent*) {
-    const Ink purple = Ink::Name::purple;
+    const ThemeColor purple = ThemeColor::Name::purple;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);

@@ -1,8 +1,8 @@
 #include "JobList.h"
 
 #include "FileDropTarget.h"
-#include "FractionBar.h"
 #include "JobScrollArea.h"
+#include "ProgressBar.h"
 
 #include <QVBoxLayout>
 
@@ -13,7 +13,7 @@ namespace kestrel {
 JobList::JobList(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
     : QWidget(parent),
       model_(std::move(model)),
-      overallProgress_(new FractionBar(this)),
+      overallProgress_(new ProgressBar(this)),
       rows_(new JobScrollArea(model_, this)) {
     new FileDropTarget(this, model_);
     overallProgress_->setObjectName(QStringLiteral("overallProgress"));

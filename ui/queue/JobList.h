@@ -8,7 +8,7 @@
 
 namespace kestrel {
 
-class FractionBar;
+class ProgressBar;
 class JobScrollArea;
 
 /// The queue with at least one job: the rows, and above them the progress of the whole while a
@@ -24,7 +24,7 @@ class JobList : public QWidget {
 
   private:
     std::shared_ptr<ConverterViewModel> model_;
-    FractionBar* overallProgress_;
+    ProgressBar* overallProgress_;
     JobScrollArea* rows_;
 };
 

@@ -1,17 +1,17 @@
 #include "JobRow.h"
 
+#include "ApplicationFont.h"
 #include "Button.h"
 #include "DisplayText.h"
 #include "ElidedLabel.h"
 #include "FileURL.h"
-#include "FractionBar.h"
 #include "JobBadge.h"
 #include "JobState.h"
 #include "KeyboardFocus.h"
 #include "Label.h"
+#include "ProgressBar.h"
 #include "Symbol.h"
 #include "SymbolView.h"
-#include "UserFont.h"
 
 #include <QHBoxLayout>
 #include <QPainter>
@@ -46,23 +46,23 @@ JobRow::JobRow(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
     row->addWidget(new JobBadge(this), 0, Qt::AlignVCenter);
     row->addLayout(makeTexts(), 1);
 
-    checkMark_ =
-        new SymbolView(Symbol::checkmarkCircleFill, {TextStyle::title3}, Ink::Name::green, this);
+    checkMark_ = new SymbolView(Symbol::checkmarkCircleFill, {TextStyle::title3},
+                                ThemeColor::Name::green, this);
     checkMark_->setObjectName(QStringLiteral("checkMark"));
     //: A file's state: it has been converted.
     checkMark_->setAccessibleName(tr("Complete"));
     row->addWidget(checkMark_, 0, Qt::AlignVCenter);
 
-    removeButton_ = new Button(Button::Look::plain, {}, this);
+    removeButton_ = new Button(Button::Variant::plain, {}, this);
     removeButton_->setObjectName(QStringLiteral("removeButton"));
     // The keyboard comes to it through the row.
     removeButton_->setFocusPolicy(Qt::ClickFocus);
     removeButton_->setSymbol(Symbol::xmarkCircleFill);
-    removeButton_->setInk(Ink(Ink::Name::secondary).withOpacity(0.7));
+    removeButton_->setThemeColor(ThemeColor(ThemeColor::Name::secondary).withOpacity(0.7));
     connect(removeButton_, &QPushButton::clicked, this, [this] { model_->remove(job()); });
     row->addWidget(removeButton_, 0, Qt::AlignVCenter);
     alignTrailing();
-    connect(UserFont::shared(), &UserFont::changed, this, &JobRow::alignTrailing);
+    connect(ApplicationFont::shared(), &ApplicationFont::changed, this, &JobRow::alignTrailing);
 }
 
 void JobRow::alignTrailing() {
@@ -75,19 +75,19 @@ QBoxLayout* JobRow::makeTexts() {
     name_->setObjectName(QStringLiteral("name"));
     folder_ = new ElidedLabel(Qt::ElideRight, {TextStyle::caption}, this);
     folder_->setObjectName(QStringLiteral("folder"));
-    folder_->setInk(Ink::Name::secondary);
+    folder_->setThemeColor(ThemeColor::Name::secondary);
     //: Stands between a folder's name and a file's state.
     auto* bullet = new Label(tr("•"), {TextStyle::caption}, this);
     bullet->setObjectName(QStringLiteral("bullet"));
-    bullet->setInk(Ink::Name::secondary);
+    bullet->setThemeColor(ThemeColor::Name::secondary);
     state_ = new Label({}, {TextStyle::caption}, this);
     state_->setObjectName(QStringLiteral("state"));
     state_->setWordWrap(false);
-    progress_ = new FractionBar(this);
+    progress_ = new ProgressBar(this);
     progress_->setObjectName(QStringLiteral("progress"));
     progress_->setAccessibleName(tr("Progress"));
     message_ = new ElidedLabel(maxMessageLines, {TextStyle::caption2}, this);
-    message_->setInk(Ink::Name::red);
+    message_->setThemeColor(ThemeColor::Name::red);
     message_->setObjectName(QStringLiteral("message"));
 
     auto* status = new QHBoxLayout;
@@ -141,7 +141,7 @@ void JobRow::showSource() {
 void JobRow::showState() {
     const JobState& state = job().state;
     state_->setText(stateText());
-    state_->setInk(stateInk());
+    state_->setThemeColor(stateColor());
     progress_->setVisible(state.is(JobState::Case::converting));
     message_->setText(displayMessage(state.message()));
     message_->setVisible(state.is(JobState::Case::failed));
@@ -184,16 +184,16 @@ QString JobRow::stateText() const {
     return tr("Failed");
 }
 
-Ink JobRow::stateInk() const {
+ThemeColor JobRow::stateColor() const {
     switch (job().state.which()) {
     case JobState::Case::converting:
-        return Ink::Name::purple;
+        return ThemeColor::Name::purple;
     case JobState::Case::completed:
-        return Ink::Name::green;
+        return ThemeColor::Name::green;
     case JobState::Case::failed:
-        return Ink::Name::red;
+        return ThemeColor::Name::red;
     default:
-        return Ink::Name::secondary;
+        return ThemeColor::Name::secondary;
     }
 }
 
@@ -223,7 +223,8 @@ void JobRow::paintEvent(QPaintEvent*) {
     if (KeyboardFocus::isShownOn(*this)) {
         constexpr double cornerRadius = 9;
         QPainter painter(this);
-        drawFocusRing(painter, rect(), cornerRadius, Ink(Ink::Name::purple).color(palette()));
+        drawFocusRing(painter, rect(), cornerRadius,
+                      ThemeColor(ThemeColor::Name::purple).color(palette()));
     }
 }
 

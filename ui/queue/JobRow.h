@@ -2,8 +2,8 @@
 
 #include "ConversionJob.h"
 #include "ConverterViewModel.h"
-#include "Ink.h"
 #include "JobRowMetrics.h"
+#include "ThemeColor.h"
 
 #include <QWidget>
 
@@ -17,7 +17,7 @@ namespace kestrel {
 
 class Button;
 class ElidedLabel;
-class FractionBar;
+class ProgressBar;
 class Label;
 class SymbolView;
 
@@ -67,14 +67,14 @@ class JobRow : public QWidget {
     void showState();
     void updateAccessibleNames();
     QString stateText() const;
-    Ink stateInk() const;
+    ThemeColor stateColor() const;
 
     std::shared_ptr<ConverterViewModel> model_;
     std::optional<ConversionJob> job_;
     ElidedLabel* name_ = nullptr;
     ElidedLabel* folder_ = nullptr;
     Label* state_ = nullptr;
-    FractionBar* progress_ = nullptr;
+    ProgressBar* progress_ = nullptr;
     ElidedLabel* message_ = nullptr;
     SymbolView* checkMark_ = nullptr;
     Button* removeButton_ = nullptr;

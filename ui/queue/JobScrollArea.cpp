@@ -1,11 +1,11 @@
 #include "JobScrollArea.h"
 
+#include "ApplicationFont.h"
 #include "Button.h"
 #include "ControlStyle.h"
 #include "ConversionJob.h"
-#include "Ink.h"
 #include "JobRow.h"
-#include "UserFont.h"
+#include "ThemeColor.h"
 
 #include <QApplication>
 #include <QPaintEvent>
@@ -38,7 +38,7 @@ JobScrollArea::JobScrollArea(std::shared_ptr<ConverterViewModel> model, QWidget*
     verticalScrollBar()->setAttribute(Qt::WA_OpaquePaintEvent, false);
     setFocusPolicy(Qt::StrongFocus);
     connect(
-        UserFont::shared(), &UserFont::changed, this,
+        ApplicationFont::shared(), &ApplicationFont::changed, this,
         [this] {
             isFontStale_ = true;
             refresh();

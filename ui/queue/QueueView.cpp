@@ -4,12 +4,12 @@
 #include "DestinationButton.h"
 #include "Divider.h"
 #include "DropZone.h"
-#include "Ink.h"
 #include "JobList.h"
 #include "JobScrollArea.h"
 #include "Label.h"
 #include "Symbol.h"
 #include "TextFont.h"
+#include "ThemeColor.h"
 
 #include <QHBoxLayout>
 #include <QStackedWidget>
@@ -38,18 +38,18 @@ QBoxLayout* QueueView::makeHeader() {
     title->setObjectName(QStringLiteral("queueTitle"));
     summary_ = new Label({}, {TextStyle::subheadline}, this);
     summary_->setObjectName(QStringLiteral("summary"));
-    summary_->setInk(Ink::Name::secondary);
+    summary_->setThemeColor(ThemeColor::Name::secondary);
     auto* texts = new QVBoxLayout;
     texts->setSpacing(3);
     texts->addWidget(title);
     texts->addWidget(summary_);
 
     //: A button that lets the user add a folder.
-    auto* folderButton = new Button(Button::Look::bordered, tr("Folder"), this);
+    auto* folderButton = new Button(Button::Variant::bordered, tr("Folder"), this);
     folderButton->setObjectName(QStringLiteral("folderButton"));
     folderButton->setSymbol(Symbol::folderBadgePlus);
     connect(folderButton, &QPushButton::clicked, this, [this] { model_->chooseFolder(); });
-    auto* addButton = new Button(Button::Look::prominent, tr("Add Audio"), this);
+    auto* addButton = new Button(Button::Variant::prominent, tr("Add Audio"), this);
     addButton->setObjectName(QStringLiteral("addButton"));
     addButton->setSymbol(Symbol::plus);
     connect(addButton, &QPushButton::clicked, this, [this] { model_->chooseFiles(); });
@@ -77,19 +77,19 @@ QBoxLayout* QueueView::makeFooter() {
     destinationButton_->setObjectName(QStringLiteral("destinationButton"));
     connect(destinationButton_, &QPushButton::clicked, this,
             [this] { model_->chooseDestination(); });
-    revealButton_ = new Button(Button::Look::plain, {}, this);
+    revealButton_ = new Button(Button::Variant::plain, {}, this);
     revealButton_->setObjectName(QStringLiteral("revealButton"));
     revealButton_->setSymbol(Symbol::arrowRightCircle);
     revealButton_->setAccessibleName(tr("Show output folder"));
     revealButton_->setToolTip(tr("Show output folder"));
     connect(revealButton_, &QPushButton::clicked, this, [this] { model_->revealDestination(); });
-    startButton_ = new Button(Button::Look::prominent, {}, this);
+    startButton_ = new Button(Button::Variant::prominent, {}, this);
     startButton_->setObjectName(QStringLiteral("startButton"));
     startButton_->setSymbol(Symbol::boltFill);
     startButton_->setControlSize(Button::ControlSize::large);
     startButton_->setMinimumLabelWidth(138);
     connect(startButton_, &QPushButton::clicked, this, [this] { model_->start(); });
-    cancelButton_ = new Button(Button::Look::bordered, tr("Cancel"), this);
+    cancelButton_ = new Button(Button::Variant::bordered, tr("Cancel"), this);
     cancelButton_->setObjectName(QStringLiteral("cancelButton"));
     cancelButton_->markDestructive();
     connect(cancelButton_, &QPushButton::clicked, this, [this] { model_->cancel(); });

@@ -1,9 +1,9 @@
 #include "AppBadge.h"
 
 #include "ContinuousRectangle.h"
-#include "Ink.h"
 #include "Symbol.h"
 #include "TextFont.h"
+#include "ThemeColor.h"
 
 #include <QImage>
 #include <QLinearGradient>
@@ -60,8 +60,8 @@ void drawBadge(QPainter& painter, const QPalette& palette) {
     const QRect badge(0, 0, appBadgeSide, appBadgeSide);
     painter.setRenderHint(QPainter::Antialiasing);
     QLinearGradient gradient(0, 0, appBadgeSide, appBadgeSide);
-    gradient.setColorAt(0, Ink(Ink::Name::purple).color(palette));
-    gradient.setColorAt(1, Ink(Ink::Name::blue).color(palette));
+    gradient.setColorAt(0, ThemeColor(ThemeColor::Name::purple).color(palette));
+    gradient.setColorAt(1, ThemeColor(ThemeColor::Name::blue).color(palette));
     painter.setPen(Qt::NoPen);
     painter.setBrush(gradient);
     painter.drawPath(continuousRectangle(badge, appBadgeRadius));
@@ -78,7 +78,7 @@ AppBadge::AppBadge(QWidget* parent) : QWidget(parent) {
 
 void AppBadge::drawGlow(QPainter& painter, const QRect& badge, const QPalette& palette) {
     const double ratio = painter.device()->devicePixelRatioF();
-    const QColor color = Ink(Ink::Name::purple).color(palette);
+    const QColor color = ThemeColor(ThemeColor::Name::purple).color(palette);
     const QString key = QStringLiteral("kestrel/glow/%1/%2")
                             .arg(QString::number(ratio), QString::number(color.rgba(), 16));
     QPixmap glow;

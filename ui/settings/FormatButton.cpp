@@ -1,10 +1,10 @@
 #include "FormatButton.h"
 
 #include "ContinuousRectangle.h"
-#include "Ink.h"
 #include "KeyboardFocus.h"
 #include "TextDrawing.h"
 #include "TextFont.h"
+#include "ThemeColor.h"
 
 #include <QPainter>
 #include <QSignalBlocker>
@@ -28,7 +28,7 @@ TextFont nameFont(bool isSelected) {
 } // namespace
 
 FormatButton::FormatButton(OutputFormat format, std::function<void()> action, QWidget* parent)
-    : Button(Look::plain, {}, parent), format_(format) {
+    : Button(Variant::plain, {}, parent), format_(format) {
     setText(QString::fromUtf8(format.rawValue()));
     setAccessibleName(text());
     setCheckable(true);
@@ -68,11 +68,12 @@ void FormatButton::drawBackground(QPainter& painter) {
     }
     if (opacity > 0) {
         painter.setPen(Qt::NoPen);
-        painter.setBrush(Ink(Ink::Name::white).withOpacity(opacity).color(palette()));
+        painter.setBrush(ThemeColor(ThemeColor::Name::white).withOpacity(opacity).color(palette()));
         painter.drawPath(continuousRectangle(rect(), buttonRadius));
     }
     if (KeyboardFocus::isShownOn(*this)) {
-        drawFocusRing(painter, rect(), buttonRadius, Ink(Ink::Name::purple).color(palette()));
+        drawFocusRing(painter, rect(), buttonRadius,
+                      ThemeColor(ThemeColor::Name::purple).color(palette()));
     }
 }
 
@@ -81,7 +82,7 @@ void FormatButton::drawLabel(QPainter& painter) {
     const auto mirrored = [this](const QRect& box) {
         return QStyle::visualRect(layoutDirection(), rect(), box);
     };
-    const QColor color = Ink(Ink::Name::primary).color(palette());
+    const QColor color = ThemeColor(ThemeColor::Name::primary).color(palette());
     QRect symbolBox = content;
     symbolBox.setWidth(symbolWidth);
     drawSymbol(painter, mirrored(symbolBox), symbol(), symbolWidth, color);
@@ -94,7 +95,7 @@ void FormatButton::drawLabel(QPainter& painter) {
         QRect checkBox = content;
         checkBox.setLeft(content.right() + 1 - symbolWidth);
         drawSymbol(painter, mirrored(checkBox), Symbol::checkmarkCircleFill, symbolWidth - 2,
-                   Ink(Ink::Name::purple).color(palette()));
+                   ThemeColor(ThemeColor::Name::purple).color(palette()));
     }
 }
 

@@ -1,12 +1,12 @@
 #include "SectionLabel.h"
 
-#include "Ink.h"
 #include "TextFont.h"
+#include "ThemeColor.h"
 
 namespace kestrel {
 
 SectionLabel::SectionLabel(const QString& text, QWidget* parent) : Label(text, {}, parent) {
-    setInk(Ink::Name::secondary);
+    setThemeColor(ThemeColor::Name::secondary);
     setFont(SectionLabel::currentFont());
 }
 

@@ -4,7 +4,6 @@
 #include "BandFill.h"
 #include "ConversionSettings.h"
 #include "FormatButton.h"
-#include "Ink.h"
 #include "Label.h"
 #include "OutputFormat.h"
 #include "PCMBitDepth.h"
@@ -13,6 +12,7 @@
 #include "QualitySlider.h"
 #include "SectionLabel.h"
 #include "StatusDot.h"
+#include "ThemeColor.h"
 
 #include <QHBoxLayout>
 #include <QLinearGradient>
@@ -37,7 +37,7 @@ QPalette darkPalette() {
     const QColor raised(0x2A, 0x2A, 0x3C);
     QPalette palette(text, raised, raised.lighter(), raised.darker(), raised.lighter(), text, text,
                      raised, window);
-    palette.setColor(QPalette::Highlight, Ink(Ink::Name::purple).color(palette));
+    palette.setColor(QPalette::Highlight, ThemeColor(ThemeColor::Name::purple).color(palette));
     palette.setColor(QPalette::HighlightedText, text);
     return palette;
 }
@@ -51,7 +51,7 @@ QVBoxLayout* addColumn(QWidget* parent, int spacing) {
 
 Label* makeCaption(const QString& text, QWidget* parent) {
     auto* label = new Label(text, {TextStyle::caption}, parent);
-    label->setInk(Ink::Name::secondary);
+    label->setThemeColor(ThemeColor::Name::secondary);
     return label;
 }
 
@@ -211,7 +211,7 @@ void SettingsSidebar::refresh() {
 }
 
 void SettingsSidebar::refreshStatus() {
-    statusDot_->setInk(locateBinary_() ? Ink::Name::green : Ink::Name::orange);
+    statusDot_->setThemeColor(locateBinary_() ? ThemeColor::Name::green : ThemeColor::Name::orange);
     status_->setText(locateBinary_() ? tr("FFmpeg ready") : tr("FFmpeg required"));
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Ink.h"
+#include "ThemeColor.h"
 
 #include <QWidget>
 
@@ -13,16 +13,16 @@ class StatusDot : public QWidget {
   public:
     explicit StatusDot(QWidget* parent = nullptr);
 
-    void setInk(Ink ink);
+    void setThemeColor(ThemeColor ink);
 
     /// What the dot is drawn in, as things are.
-    QColor color() const { return ink_.color(palette()); }
+    QColor color() const { return themeColor_.color(palette()); }
 
   protected:
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    Ink ink_ = Ink::Name::orange;
+    ThemeColor themeColor_ = ThemeColor::Name::orange;
 };
 
 } // namespace kestrel

@@ -1,7 +1,7 @@
 #include "Symbol.h"
 
-#include "Drawing.h"
 #include "TextFont.h"
+#include "VectorImage.h"
 
 #include <QImage>
 #include <QPainter>
@@ -21,7 +21,7 @@ QImage mask(Symbol symbol, int size) {
     QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
-    paintDrawing(painter, symbolName(symbol), size);
+    paintVectorImage(painter, symbolName(symbol), size);
     painter.end();
     for (int y = 0; y < size; ++y) {
         auto* line = reinterpret_cast<QRgb*>(image.scanLine(y)); // NOLINT: the format's pixels

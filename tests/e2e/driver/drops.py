@@ -4,7 +4,7 @@ import itertools
 import os
 import subprocess
 
-from driver import hands, tree
+from driver import input, tree
 from driver.waiting import SECONDS, Unmet, expect_equal, wait_for
 
 # In the source's window.
@@ -53,14 +53,14 @@ class DragSource:
     def drag_to(self, *points):
         """Takes hold, and goes to the last of the points by way of the others."""
         self._read().clear()
-        hands.drag(GRIP, points[-1], points[:-1])
+        input.drag(GRIP, points[-1], points[:-1])
         self._place = points[-1]
 
     def move_to(self, *points):
         """Goes on with what it has hold of."""
         self._read().clear()
         for point in points:
-            hands.move_to(*point)
+            input.move_to(*point)
         self._place = points[-1]
 
     def await_answer(self, expected):
@@ -74,8 +74,8 @@ class DragSource:
 
     def _nudge(self):
         x, y = self._place
-        hands.move_to(x + 1, y)
-        hands.move_to(x, y)
+        input.move_to(x + 1, y)
+        input.move_to(x, y)
 
     def _await_word(self, expected):
         tries = itertools.count(1)
@@ -92,7 +92,7 @@ class DragSource:
 
     def drop(self, seconds=SECONDS):
         """Lets go; how the other program took it."""
-        hands.release()
+        input.release()
         while True:
             word = self._next_word(seconds)
             if word not in ANSWERS:
@@ -109,7 +109,7 @@ class DragSource:
         self.process.wait(20)
         # The display learns of it later than this process does.
         wait_for("end of the drag source's window",
-                 lambda: (hands.keyboard_window() or [None])[0] not in (None, self.process.pid))
+                 lambda: (input.keyboard_window() or [None])[0] not in (None, self.process.pid))
 
     def kill(self):
         if self.process.poll() is None:

@@ -7,7 +7,7 @@ import subprocess
 
 from gi.repository import GLib
 
-from driver import hands, processes, tree
+from driver import input, processes, tree
 from driver.tree import Atspi, Role, State
 from driver.waiting import SECONDS, Unmet, wait_equal, wait_for
 
@@ -72,7 +72,7 @@ class Program:
         """Waits until there is no such window, for the window system too."""
 
         def has_gone():
-            window = hands.keyboard_window()
+            window = input.keyboard_window()
             return self.find_window(title) is None and (window is None or window[1] != title)
 
         wait_for(f'end of window "{title}"', has_gone)
@@ -197,16 +197,16 @@ class Program:
         tree.act(self.button(name), "Press", "Toggle")
 
     def click(self, name):
-        hands.click(self.button(name))
+        input.click(self.button(name))
 
     def key(self, *combinations):
         """Presses keys one after the other, once a window of the program has the keyboard."""
-        hands.await_keyboard(self.pid)
-        hands.key(*combinations)
+        input.await_keyboard(self.pid)
+        input.key(*combinations)
 
     def type_text(self, text):
-        hands.await_keyboard(self.pid)
-        hands.type_text(text)
+        input.await_keyboard(self.pid)
+        input.type_text(text)
 
     def command(self, name):
         """Gives a command of the menu, as assistive technology does."""
@@ -248,7 +248,7 @@ class Program:
 
         def open_list():
             # A click that takes long is one that opens the list and picks what was picked already.
-            hands.click(picker)
+            input.click(picker)
             try:
                 return wait_for(f'item "{depth}"', lambda: self.listed_bit_depth(depth), seconds=2)
             except Unmet:
@@ -260,7 +260,7 @@ class Program:
         """From the list that the mouse opens."""
         picker = wait_for("bit depth", lambda: self.find(Role.COMBO_BOX))
         if tree.name_of(picker) != depth:
-            hands.click(self.open_bit_depths(depth))
+            input.click(self.open_bit_depths(depth))
             wait_for(f"bit depth {depth}", lambda: self.find(Role.COMBO_BOX, depth))
 
     def convert(self, destination, *files):

@@ -6,7 +6,7 @@ import shutil
 import subprocess
 import tempfile
 
-from driver import eyes, processes, tree
+from driver import screen, processes, tree
 from driver.program import Program, environment_with
 from driver.waiting import Unmet, expect_equal, wait_for
 
@@ -156,7 +156,7 @@ class Session:
         """Leaves a picture of the display and tells what the program said."""
         pictures = pathlib.Path(self.options.pictures)
         pictures.mkdir(parents=True, exist_ok=True)
-        eyes.take_picture(str(pictures / f"{name}.png"))
+        screen.take_picture(str(pictures / f"{name}.png"))
         print(f"picture: {pictures / name}.png")
         if self.log_path().exists():
             print("the program's words:", self.log_path().read_text(errors="replace"), sep="\n")

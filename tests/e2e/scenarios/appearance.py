@@ -3,7 +3,7 @@
 import pathlib
 import subprocess
 
-from driver import eyes, hands, media, tree
+from driver import screen, input, media, tree
 from driver.registry import scenario
 from driver.session import QT_LOCALE_NOTICE
 from driver.tree import Role
@@ -104,8 +104,8 @@ def click_format(program, name):
     told_left, told_top, told_width, _ = tree.rectangle(program.window())
     ratio = width / told_width
     x, y = tree.middle(program.button(name))
-    hands.move_to(left + round((x - told_left) * ratio), top + round((y - told_top) * ratio))
-    hands.xdotool("click", 1)
+    input.move_to(left + round((x - told_left) * ratio), top + round((y - told_top) * ratio))
+    input.xdotool("click", 1)
     program.await_choice(name)
 
 
@@ -113,7 +113,7 @@ def expect_sidebar(factor):
     """The sidebar is dark down to its last pixel, and behind a thin line is the window's ground."""
     x, y, _, height = screen_rectangle()
     edge = x + factor * SIDEBAR_WIDTH
-    for row in eyes.pixels((edge - 4, y + height // 2, 4 + factor + 4, 100))[::10]:
+    for row in screen.pixels((edge - 4, y + height // 2, 4 + factor + 4, 100))[::10]:
         expect(f"the sidebar is dark, not {row[:4]}", all(max(pixel) < 60 for pixel in row[:4]))
         expect_equal("colours beside the line", len(set(row[4 + factor:])), 1)
         expect("the line is not the ground", row[3 + factor] != row[-1])
@@ -122,12 +122,12 @@ def expect_sidebar(factor):
 def ground():
     """The colour of the window between sidebar and drop zone."""
     x, y, _, height = screen_rectangle()
-    return eyes.pixels((x + SIDEBAR_WIDTH + 8, y + height // 2, 1, 1))[0][0]
+    return screen.pixels((x + SIDEBAR_WIDTH + 8, y + height // 2, 1, 1))[0][0]
 
 
 def inks(node):
     """The brightness of the darkest and the lightest pixel of a text."""
-    pixels = [sum(pixel) // 3 for row in eyes.pixels(tree.rectangle(node)) for pixel in row]
+    pixels = [sum(pixel) // 3 for row in screen.pixels(tree.rectangle(node)) for pixel in row]
     return min(pixels), max(pixels)
 
 

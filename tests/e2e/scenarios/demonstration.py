@@ -3,7 +3,7 @@
 import pathlib
 import shutil
 
-from driver import eyes, media, tree
+from driver import screen, media, tree
 from driver.registry import scenario
 from driver.waiting import expect, expect_equal
 
@@ -35,7 +35,7 @@ def convert(session, audio_format, tracks):
     program.press(f"Convert {len(tracks)} Files")
     program.await_states(["Complete"] * len(tracks), seconds=120)
     session.say(f"{audio_format}: every row reads Complete")
-    eyes.take_picture(str(session.folder / "window.png"), tree.rectangle(program.window()))
+    screen.take_picture(str(session.folder / "window.png"), tree.rectangle(program.window()))
     session.say(f"{audio_format}: quitting")
     program.quit()
 

@@ -2,7 +2,7 @@
 
 import shutil
 
-from driver import eyes, hands, media, tree
+from driver import screen, input, media, tree
 from driver.desktop import FileManager
 from driver.program import DESTINATION_PANEL
 from driver.registry import scenario
@@ -39,11 +39,11 @@ def keeps_the_folder_that_was_picked_last(session):
     expect("nothing to reveal", not program.has_button(REVEAL))
     program.choose_destination(session.output)
     await_destination(program, session.output)
-    hands.click(program.destination_button())
+    input.click(program.destination_button())
     program.fill_panel(DESTINATION_PANEL, other)
     await_destination(program, other)
     program.button(REVEAL)
-    hands.click(program.destination_button())
+    input.click(program.destination_button())
     window = program.window(DESTINATION_PANEL[0])
     wait_for("a field to type in", lambda: program.focus() is not None)
     program.key("Escape")
@@ -190,11 +190,11 @@ def picture_of(program, path):
     """The destination button once it shows the path, without the mouse over it."""
     program.choose_destination(path)
     await_destination(program, path)
-    hands.move_to(0, 0)
+    input.move_to(0, 0)
     area = tree.rectangle(program.destination_button())
 
     def still():
-        first, second = eyes.pixels(area), eyes.pixels(area)
+        first, second = screen.pixels(area), screen.pixels(area)
         return first if first == second else None
 
     return wait_for("a still picture", still)
@@ -211,7 +211,7 @@ def shows_the_start_and_the_end_of_a_long_path(session):
              for middle, end in (("first", "end"), ("second", "end"), ("first", "other"))]
     program = session.start()
     # The window manager has found a place for it then.
-    hands.await_keyboard(program.pid)
+    input.await_keyboard(program.pid)
     before = tree.rectangle(program.window())
     short = picture_of(program, session.output)
     for path in paths:

@@ -4,7 +4,7 @@ import dataclasses
 import functools
 import os
 
-from driver import eyes, media, tree
+from driver import screen, media, tree
 from driver.drops import DragSource, drop_files
 from driver.registry import scenario
 from driver.tree import Role
@@ -59,9 +59,9 @@ def lines_inward(side, rows):
 
 
 def outline_at(side, strip):
-    lines = lines_inward(side, eyes.pixels(strip))
+    lines = lines_inward(side, screen.pixels(strip))
     ground = lines[0][0]
-    purple = [sum(map(eyes.is_purple, line)) / len(line) for line in lines]
+    purple = [sum(map(screen.is_purple, line)) / len(line) for line in lines]
     return {
         "drawn": [index for index, line in enumerate(lines) if set(line) != {ground}],
         # Dashes and gaps are of one length.
@@ -83,7 +83,7 @@ def await_outline(program, look):
 def is_purple_anywhere(program):
     """Whether any part of the left column of the outline is."""
     x, y, _, height = tree.rectangle(drop_zone(program))
-    return any(eyes.is_purple(pixel) for row in eyes.pixels((x, y, 40, height)) for pixel in row)
+    return any(screen.is_purple(pixel) for row in screen.pixels((x, y, 40, height)) for pixel in row)
 
 
 @dataclasses.dataclass
@@ -246,10 +246,10 @@ def drops_onto_the_list_without_a_highlight(session):
     source = DragSource(session, "files", first, second, third)
     x, y, width, height = tree.rectangle(program.find(Role.LIST))
     source.drag_to(beside(program))
-    before = eyes.pixels((x, y, width, height // 2))
+    before = screen.pixels((x, y, width, height // 2))
     source.move_to((x + width // 2, y + height - 10))
     source.await_answer("takes")
-    expect("the list looks as before", eyes.pixels((x, y, width, height // 2)) == before)
+    expect("the list looks as before", screen.pixels((x, y, width, height // 2)) == before)
     expect_equal("answer to the drop", source.drop(), "copied")
     program.await_names(["b.opus", "c.opus", "a.opus"])
     source.close()

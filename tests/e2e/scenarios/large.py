@@ -2,7 +2,7 @@
 
 import os
 
-from driver import hands, tree
+from driver import input, tree
 from driver.drops import drop_files
 from driver.registry import scenario
 from driver.tree import Role
@@ -71,7 +71,7 @@ def goes_on_with_a_batch_while_thousands_of_files_come(session):
     expect_equal("first states", [row.state for row in rows[:3]], ["Complete", "Complete", "Ready"])
     expect_equal("first names", [row.name for row in rows[:4]],
                  ["1.opus", "2.opus", "1.opus", "2.opus"])
-    hands.click(rows[0].node)
+    input.click(rows[0].node)
     wait_equal("focus", lambda: program.focus().get_description(), "1 of 5002")
     program.key("End")
     wait_equal("last row", lambda: last_row(program).position, "5002 of 5002")
@@ -96,7 +96,7 @@ def holds_a_hundred_thousand_files(session):
     nodes = sum(1 for _ in tree.descendants(program.window(), hidden=True))
     expect(f"few objects, not {nodes}", nodes < MOST_NODES)
 
-    hands.click(program.rows()[0].node)
+    input.click(program.rows()[0].node)
     wait_equal("focus", lambda: program.focus().get_description(), f"1 of {count}")
     program.key("End")
     await_last(program, count)

@@ -2,7 +2,7 @@
 
 import shutil
 
-from driver import eyes, hands, tree
+from driver import screen, input, tree
 from driver.registry import scenario
 from driver.tree import Role
 from driver.waiting import expect, expect_equal, wait_for
@@ -19,7 +19,7 @@ def await_status(program, text, colour):
 
     def is_dot_of_colour():
         x, y, _, height = tree.rectangle(program.find(Role.LABEL, text))
-        before = eyes.pixels((x - 20, y, 20, height))
+        before = screen.pixels((x - 20, y, 20, height))
         return any(pixel == colour for row in before for pixel in row)
 
     wait_for(f"dot of the colour {colour}", is_dot_of_colour)
@@ -38,7 +38,7 @@ def start_without_ffmpeg(session):
 def says_that_ffmpeg_is_missing(session):
     program = start_without_ffmpeg(session)
     dismissals = [lambda: program.key("Return"), lambda: program.key("Escape"), lambda: program.key("space"),
-                  lambda: hands.click(tree.find(program.alert(), tree.BUTTONS, "OK"))]
+                  lambda: input.click(tree.find(program.alert(), tree.BUTTONS, "OK"))]
     for dismiss in dismissals:
         program.click("Convert 1 File")
         alert = program.await_alert(NOT_FOUND)

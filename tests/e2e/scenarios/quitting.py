@@ -1,6 +1,6 @@
 """How the program ends."""
 
-from driver import hands, media, processes, tree
+from driver import input, media, processes, tree
 from driver.program import FILES_PANEL, FOLDERS_PANEL
 from driver.registry import scenario
 from driver.tree import State
@@ -20,7 +20,7 @@ def await_success(program, what):
 
 
 def focus_window(program):
-    hands.click(program.button("MP3"))
+    input.click(program.button("MP3"))
 
 
 @scenario()
@@ -130,7 +130,7 @@ def does_not_quit_under_an_open_panel(session):
     program = session.start()
     panel = open_panel(program, "Add Audio", FILES_PANEL)
     program.key("ctrl+q")
-    hands.click(program.button("Close"))
+    input.click(program.button("Close"))
     await_keyboard_in(panel)
     program.type_text(str(track))
     program.key("Return")
@@ -151,7 +151,7 @@ def does_not_quit_under_a_message(session):
     program.add_files(session.script("song.opus"))
     program.click("Convert 1 File")
     program.await_alert("Choose an output folder first.")
-    hands.click(program.button("Close"))
+    input.click(program.button("Close"))
     program.key("ctrl+q")
 
     def is_dismissed():

@@ -3,7 +3,7 @@
 import resource
 import signal
 
-from driver import hands, tree
+from driver import input, tree
 from driver.registry import scenario
 from driver.tree import Role, State
 from driver.waiting import expect, expect_equal, wait_equal, wait_for
@@ -20,12 +20,12 @@ def queue(session, *names):
 
 
 def click_cross(program, name):
-    hands.click(program.button(f"Remove {name}"))
+    input.click(program.button(f"Remove {name}"))
 
 
 def click_row(program, name):
     """Clicks beside the cross, and waits for what the click does."""
-    hands.click(program.row(name).node)
+    input.click(program.row(name).node)
     wait_for(f"focus on {name}", lambda: tree.has_state(program.row(name).node, State.FOCUSED))
 
 

@@ -2,7 +2,7 @@
 #include "DropZone.h"
 #include "FFmpegService.h"
 #include "FormatButton.h"
-#include "FractionBar.h"
+#include "ProgressBar.h"
 #include "QualitySlider.h"
 #include "RunUntil.h"
 #include "Scenario.h"
@@ -139,7 +139,7 @@ TEST_F(AccessibilityTest, givesTheProgressAsAValue) {
     scenario_.holdBack("a.opus", 0.5);
     scenario_.add({"a.opus"});
     scenario_.start();
-    auto* bar = find<FractionBar>(view_, "overallProgress");
+    auto* bar = find<ProgressBar>(view_, "overallProgress");
     ASSERT_TRUE(test::runUntil([bar] { return bar->value() == 500; }));
     EXPECT_EQ(of(bar)->role(), QAccessible::ProgressBar);
     EXPECT_EQ(text(bar), "Overall progress");

@@ -153,7 +153,7 @@ TEST_F(JobListAccessibilityTest, hasTheProgressOfARowAsAValue) {
     scenario_.holdBack("a.opus", 0.25);
     scenario_.add({"a.opus"});
     scenario_.start();
-    auto* progress = rowOf("a.opus")->findChild<FractionBar*>();
+    auto* progress = rowOf("a.opus")->findChild<ProgressBar*>();
     ASSERT_TRUE(test::runUntil([&] { return progress->value() == 250; }));
     QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(progress);
     EXPECT_EQ(accessible->role(), QAccessible::ProgressBar);

@@ -1,7 +1,7 @@
 #include "Button.h"
 
-#include "Patience.h"
 #include "Scenario.h"
+#include "Timeout.h"
 
 #include <QEnterEvent>
 #include <QImage>
@@ -11,18 +11,18 @@
 namespace kestrel {
 namespace {
 
-class ButtonTest : public ::testing::TestWithParam<Button::Look> {
+class ButtonTest : public ::testing::TestWithParam<Button::Variant> {
   protected:
     ButtonTest() : button_(GetParam(), QStringLiteral("Press")) {
         button_.setSymbol(Symbol::plus);
         button_.setPalette(QPalette(QColor(Qt::black), QColor(0xEE, 0xEE, 0xEE)));
         button_.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&button_, test::patience));
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&button_, test::timeout));
         QTest::mouseMove(&button_, QPoint(-50, -50));
         settle();
     }
 
-    QImage look() { return button_.grab().toImage(); }
+    QImage picture() { return button_.grab().toImage(); }
 
     /// Moves the pointer onto the button.
     void hover() {
@@ -35,25 +35,25 @@ class ButtonTest : public ::testing::TestWithParam<Button::Look> {
 };
 
 TEST_P(ButtonTest, looksDifferentInEachState) {
-    const QImage idle = look();
+    const QImage idle = picture();
     hover();
-    const QImage hovered = look();
+    const QImage hovered = picture();
     EXPECT_NE(hovered, idle);
     button_.setDown(true);
-    EXPECT_NE(look(), hovered);
-    EXPECT_NE(look(), idle);
+    EXPECT_NE(picture(), hovered);
+    EXPECT_NE(picture(), idle);
     button_.setDown(false);
     button_.setAttribute(Qt::WA_UnderMouse, false);
-    EXPECT_EQ(look(), idle);
+    EXPECT_EQ(picture(), idle);
     button_.setEnabled(false);
-    EXPECT_NE(look(), idle);
+    EXPECT_NE(picture(), idle);
 }
 
 TEST_P(ButtonTest, doesNotAnswerToThePointerWhileDisabled) {
     button_.setEnabled(false);
-    const QImage disabled = look();
+    const QImage disabled = picture();
     hover();
-    EXPECT_EQ(look(), disabled);
+    EXPECT_EQ(picture(), disabled);
 }
 
 TEST_P(ButtonTest, isPressedByTheMouseAndTheKeyboard) {
@@ -79,32 +79,32 @@ TEST_P(ButtonTest, hasRoomForItsLabelAtLeast) {
 TEST_P(ButtonTest, isHigherWhenLarge) {
     const int usual = button_.sizeHint().height();
     button_.setControlSize(Button::ControlSize::large);
-    if (GetParam() == Button::Look::plain) {
+    if (GetParam() == Button::Variant::plain) {
         EXPECT_EQ(button_.sizeHint().height(), usual);
     } else {
         EXPECT_GT(button_.sizeHint().height(), usual);
     }
 }
 
-std::string nameOf(const ::testing::TestParamInfo<Button::Look>& look) {
+std::string nameOf(const ::testing::TestParamInfo<Button::Variant>& variant) {
     const char* const names[] = {"Plain", "Bordered", "Prominent"};
-    return names[static_cast<int>(look.param)];
+    return names[static_cast<int>(variant.param)];
 }
 
 INSTANTIATE_TEST_SUITE_P(Looks, ButtonTest,
-                         ::testing::Values(Button::Look::plain, Button::Look::bordered,
-                                           Button::Look::prominent),
+                         ::testing::Values(Button::Variant::plain, Button::Variant::bordered,
+                                           Button::Variant::prominent),
                          nameOf);
 
 TEST(ProminentButtonTest, isFilledWithPurple) {
-    Button button(Button::Look::prominent);
+    Button button(Button::Variant::prominent);
     button.setPalette(QPalette(QColor(Qt::black), QColor(0xEE, 0xEE, 0xEE)));
     button.resize(60, 30);
     EXPECT_EQ(button.grab().toImage().pixelColor(8, 15), QColor(0xAF, 0x52, 0xDE));
 }
 
 TEST(DestructiveButtonTest, isLabelledInRed) {
-    Button button(Button::Look::bordered);
+    Button button(Button::Variant::bordered);
     button.setSymbol(Symbol::xmarkCircleFill);
     button.markDestructive();
     button.setPalette(QPalette(QColor(Qt::black), QColor(0xEE, 0xEE, 0xEE)));

@@ -3,9 +3,9 @@
 #include "FFmpegService.h"
 #include "JobList.h"
 #include "JobRow.h"
-#include "Patience.h"
 #include "RunUntil.h"
 #include "Scenario.h"
+#include "Timeout.h"
 
 #include <QDragEnterEvent>
 #include <QDragLeaveEvent>
@@ -25,7 +25,7 @@ class DropTest : public ::testing::Test {
     DropTest() : view_(scenario_.model, FFmpegService::locateBinary) {
         view_.resize(960, 640);
         view_.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&view_, test::patience));
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&view_, test::timeout));
         setUris("file:///no-such-folder/a.opus\r\n");
     }
 

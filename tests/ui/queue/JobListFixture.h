@@ -1,10 +1,10 @@
 #pragma once
 
 #include "AccessibleViews.h"
-#include "FractionBar.h"
 #include "JobList.h"
 #include "JobRow.h"
 #include "JobScrollArea.h"
+#include "ProgressBar.h"
 #include "Scenario.h"
 #include "TextFont.h"
 
@@ -46,7 +46,7 @@ class JobListFixture : public ::testing::Test {
 
     QScrollBar* bar() const { return area()->verticalScrollBar(); }
 
-    FractionBar* overall() const { return find<FractionBar>(list_, "overallProgress"); }
+    ProgressBar* overall() const { return find<ProgressBar>(list_, "overallProgress"); }
 
     /// The rows in sight, from top to bottom.
     std::vector<JobRow*> rows() const {

@@ -61,7 +61,7 @@ TEST_F(JobListTest, showsTheOverallProgressWhileABatchRunsOnly) {
     ASSERT_TRUE(test::runUntil([this] { return overall()->value() == 250; }));
     EXPECT_TRUE(overall()->isVisible());
     EXPECT_EQ(overall()->maximum(), 1000);
-    EXPECT_EQ(rowOf("a.opus")->findChild<FractionBar*>()->value(), 500);
+    EXPECT_EQ(rowOf("a.opus")->findChild<ProgressBar*>()->value(), 500);
     scenario_.gate.open();
     ASSERT_TRUE(scenario_.finish());
     EXPECT_FALSE(overall()->isVisible());
@@ -195,7 +195,7 @@ TEST_F(JobListTest, repaintsNothingButTheBarWhenProgressIsMade) {
     });
     scenario_.add({"a.opus", "b.opus", "c.opus"});
     scenario_.start();
-    auto* progress = rowOf("a.opus")->findChild<FractionBar*>();
+    auto* progress = rowOf("a.opus")->findChild<ProgressBar*>();
     ASSERT_TRUE(test::runUntil([&] { return progress->value() == 250; }));
     settle();
     PaintSpy spy;

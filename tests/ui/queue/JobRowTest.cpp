@@ -1,10 +1,10 @@
 #include "JobRow.h"
 
 #include "DisplayText.h"
-#include "FractionBar.h"
-#include "Patience.h"
+#include "ProgressBar.h"
 #include "Scenario.h"
 #include "TextFont.h"
+#include "Timeout.h"
 
 #include <QLabel>
 #include <QLayout>
@@ -23,7 +23,7 @@ class JobRowTest : public ::testing::Test {
         row_.resize(600, 100);
         row_.setJob(job_);
         row_.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&row_, test::patience));
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&row_, test::timeout));
     }
 
     void show(const JobState& state, double progress = 0) {
@@ -37,7 +37,7 @@ class JobRowTest : public ::testing::Test {
 
     bool isShown(const char* name) const { return find<QWidget>(row_, name)->isVisible(); }
 
-    const FractionBar* bar() const { return row_.findChild<FractionBar*>(); }
+    const ProgressBar* bar() const { return row_.findChild<ProgressBar*>(); }
 
     /// Which of the parts that depend on the state are in sight.
     std::string parts() const {

@@ -1,8 +1,8 @@
 #include "SettingsSidebar.h"
 
 #include "FormatButton.h"
-#include "Patience.h"
 #include "Scenario.h"
+#include "Timeout.h"
 
 #include <QAccessible>
 #include <QComboBox>
@@ -32,7 +32,7 @@ class SettingsSidebarTest : public ::testing::Test {
                          &SettingsSidebar::refresh, Qt::QueuedConnection);
         sidebar_.resize(310, 640);
         sidebar_.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&sidebar_, test::patience));
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&sidebar_, test::timeout));
     }
 
     std::vector<std::string> selectedFormats() const {

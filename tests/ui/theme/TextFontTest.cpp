@@ -53,7 +53,7 @@ TEST_F(TextFontTest, isNeverSmallerThanNinePixels) {
     EXPECT_EQ(QFontInfo(TextFont{TextStyle::caption}.font()).pixelSize(), 9);
 }
 
-TEST_F(TextFontTest, tellsTheSizeInPixelsAsTheToolkitDoes) {
+TEST_F(TextFontTest, tellsTheSizeInPixelsAsQtDoes) {
     for (const double points : {5.0, 7.5, 9.0, 10.2, 13.0, 21.3}) {
         QFont font = QApplication::font();
         font.setPointSizeF(points);

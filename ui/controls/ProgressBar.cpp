@@ -1,4 +1,4 @@
-#include "FractionBar.h"
+#include "ProgressBar.h"
 
 #include "ControlStyle.h"
 
@@ -13,7 +13,7 @@ constexpr int thickness = 6;
 
 } // namespace
 
-FractionBar::FractionBar(QWidget* parent) : QProgressBar(parent) {
+ProgressBar::ProgressBar(QWidget* parent) : QProgressBar(parent) {
     setRange(0, steps);
     setValue(0);
     setTextVisible(false);
@@ -21,16 +21,16 @@ FractionBar::FractionBar(QWidget* parent) : QProgressBar(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
-void FractionBar::setFraction(double fraction) {
+void ProgressBar::setFraction(double fraction) {
     const double shown = std::isnan(fraction) ? 0.0 : std::clamp(fraction, 0.0, 1.0);
     setValue(static_cast<int>(std::lround(shown * steps)));
 }
 
-QSize FractionBar::sizeHint() const {
+QSize ProgressBar::sizeHint() const {
     return {160, thickness};
 }
 
-QSize FractionBar::minimumSizeHint() const {
+QSize ProgressBar::minimumSizeHint() const {
     return {40, thickness};
 }
 

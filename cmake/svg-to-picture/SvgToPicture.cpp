@@ -1,4 +1,4 @@
-// Usage: record-drawing SVG PICTURE
+// Usage: svg-to-picture SVG PICTURE
 // Writes down what painting the drawing takes, in the drawing's own units; its size is the
 // picture's.
 #include <QCoreApplication>
@@ -13,7 +13,7 @@ int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() != 3) {
-        static_cast<void>(std::fputs("usage: record-drawing SVG PICTURE\n", stderr));
+        static_cast<void>(std::fputs("usage: svg-to-picture SVG PICTURE\n", stderr));
         return 2;
     }
     QSvgRenderer renderer(arguments.at(1));

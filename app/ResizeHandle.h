@@ -6,12 +6,12 @@ namespace kestrel {
 
 /// A part of the window's rim that resizes the window: nothing to see but the pointer. Lies over
 /// one side, or over the corner where two sides meet.
-class WindowEdge : public QWidget {
+class ResizeHandle : public QWidget {
     Q_OBJECT
 
   public:
     /// One or two adjacent sides.
-    WindowEdge(Qt::Edges edges, QWidget* parent);
+    ResizeHandle(Qt::Edges edges, QWidget* parent);
 
     Qt::Edges edges() const noexcept { return edges_; }
 

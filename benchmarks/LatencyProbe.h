@@ -11,12 +11,12 @@ namespace kestrel::bench {
 
 /// Knocks at the main thread every millisecond and notes how long it took to answer, as a click or
 /// a key would have to wait. Main thread.
-class StallWatch : public QObject {
+class LatencyProbe : public QObject {
   public:
-    StallWatch();
-    StallWatch(const StallWatch&) = delete;
-    StallWatch& operator=(const StallWatch&) = delete;
-    ~StallWatch() override;
+    LatencyProbe();
+    LatencyProbe(const LatencyProbe&) = delete;
+    LatencyProbe& operator=(const LatencyProbe&) = delete;
+    ~LatencyProbe() override;
 
     /// The longest wait since the watch began. An answer that is still due counts too.
     std::chrono::duration<double, std::milli> longest() const;

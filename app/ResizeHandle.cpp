@@ -1,4 +1,4 @@
-#include "WindowEdge.h"
+#include "ResizeHandle.h"
 
 #include <QMouseEvent>
 #include <QRegion>
@@ -40,17 +40,17 @@ Span span(bool atStart, bool atEnd, bool isCorner, int length) {
 
 } // namespace
 
-WindowEdge::WindowEdge(Qt::Edges edges, QWidget* parent) : QWidget(parent), edges_(edges) {
+ResizeHandle::ResizeHandle(Qt::Edges edges, QWidget* parent) : QWidget(parent), edges_(edges) {
     setFocusPolicy(Qt::NoFocus);
     setCursor(cursorFor(edges));
 }
 
-bool WindowEdge::isCorner() const {
+bool ResizeHandle::isCorner() const {
     return edges_.testAnyFlags(Qt::LeftEdge | Qt::RightEdge) &&
            edges_.testAnyFlags(Qt::TopEdge | Qt::BottomEdge);
 }
 
-void WindowEdge::place(QSize window) {
+void ResizeHandle::place(QSize window) {
     const Span across = span(edges_.testFlag(Qt::LeftEdge), edges_.testFlag(Qt::RightEdge),
                              isCorner(), window.width());
     const Span down = span(edges_.testFlag(Qt::TopEdge), edges_.testFlag(Qt::BottomEdge),
@@ -65,7 +65,7 @@ void WindowEdge::place(QSize window) {
     }
 }
 
-void WindowEdge::mousePressEvent(QMouseEvent* event) {
+void ResizeHandle::mousePressEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) {
         Q_EMIT resizeRequested(edges_);
     }

@@ -1,8 +1,8 @@
-#include "WindowStrip.h"
+#include "TitleBar.h"
 
-#include "Ink.h"
 #include "MainWindowFixture.h"
 #include "RunUntil.h"
+#include "ThemeColor.h"
 
 #include <QCursor>
 #include <QImage>
@@ -15,7 +15,7 @@
 namespace kestrel {
 namespace {
 
-class WindowStripTest : public MainWindowFixture {
+class TitleBarTest : public MainWindowFixture {
   protected:
     /// Moves the mouse over the strip, from the free place, with these buttons down.
     void moveBy(QPoint way, Qt::MouseButtons buttons) {
@@ -36,7 +36,7 @@ class WindowStripTest : public MainWindowFixture {
     void release(Qt::MouseButton button) { QTest::mouseRelease(&strip(), button, {}, freePlace()); }
 };
 
-TEST_F(WindowStripTest, carriesTheMenuBarAndTheButtonsAtItsEnds) {
+TEST_F(TitleBarTest, carriesTheMenuBarAndTheButtonsAtItsEnds) {
     EXPECT_EQ(closeButton().geometry(), QRect(window_.width() - 36, 0, 36, 28));
     EXPECT_EQ(minimiseButton().geometry(), QRect(window_.width() - 108, 0, 36, 28));
     EXPECT_EQ(strip().menuBar().height(), 28);
@@ -55,7 +55,7 @@ struct Way {
     friend std::ostream& operator<<(std::ostream& out, const Way& row) { return out << row.name; }
 };
 
-class WindowButtonTest : public WindowStripTest, public ::testing::WithParamInterface<Way> {
+class WindowButtonTest : public TitleBarTest, public ::testing::WithParamInterface<Way> {
   protected:
     /// In the way of this row.
     void pressButton(QWidget& button) {
@@ -95,7 +95,7 @@ INSTANTIATE_TEST_SUITE_P(Ways, WindowButtonTest,
                                            Way{"enterOfTheKeypad", Qt::Key_Enter}),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(WindowStripTest, restoresAWindowThatFillsTheScreen) {
+TEST_F(TitleBarTest, restoresAWindowThatFillsTheScreen) {
     window_.showFullScreen();
     ASSERT_TRUE(test::runUntil([this] { return window_.width() > 1200; }));
     EXPECT_EQ(utf8(maximiseButton().accessibleName()), "Restore");
@@ -104,7 +104,7 @@ TEST_F(WindowStripTest, restoresAWindowThatFillsTheScreen) {
     EXPECT_FALSE(window_.isFullScreen());
 }
 
-TEST_F(WindowStripTest, maximisesAndRestoresByADoubleClickOnItsFreeArea) {
+TEST_F(TitleBarTest, maximisesAndRestoresByADoubleClickOnItsFreeArea) {
     doubleClick(freePlace());
     EXPECT_TRUE(waitForMaximised(true));
     // Over the sidebar as well.
@@ -113,16 +113,16 @@ TEST_F(WindowStripTest, maximisesAndRestoresByADoubleClickOnItsFreeArea) {
     EXPECT_EQ(window_.moves, 0);
 }
 
-TEST_F(WindowStripTest, maximisesNothingByADoubleClickOnTheMenuBarOrAButton) {
+TEST_F(TitleBarTest, maximisesNothingByADoubleClickOnTheMenuBarOrAButton) {
     int openings = 0;
     QObject::connect(menu_, &QMenu::aboutToShow, [&openings] { ++openings; });
     int requests = 0;
-    QObject::connect(&strip(), &WindowStrip::maximiseRequested, [&requests] { ++requests; });
+    QObject::connect(&strip(), &TitleBar::maximiseRequested, [&requests] { ++requests; });
     doubleClick(middleOf(strip().menuBar()));
     EXPECT_EQ(openings, 1);
     menu_->close();
     settle();
-    QObject::disconnect(&strip(), &WindowStrip::minimiseRequested, nullptr, nullptr);
+    QObject::disconnect(&strip(), &TitleBar::minimiseRequested, nullptr, nullptr);
     doubleClick(middleOf(minimiseButton()));
     EXPECT_EQ(requests, 0);
     // The double click of any other button means nothing.
@@ -132,7 +132,7 @@ TEST_F(WindowStripTest, maximisesNothingByADoubleClickOnTheMenuBarOrAButton) {
     release(Qt::RightButton);
 }
 
-TEST_F(WindowStripTest, movesTheWindowOnceTheMouseHasGoneTheDragDistance) {
+TEST_F(TitleBarTest, movesTheWindowOnceTheMouseHasGoneTheDragDistance) {
     const int distance = QApplication::startDragDistance();
     press(Qt::LeftButton);
     moveBy({distance - 1, 0}, Qt::LeftButton);
@@ -144,7 +144,7 @@ TEST_F(WindowStripTest, movesTheWindowOnceTheMouseHasGoneTheDragDistance) {
     EXPECT_EQ(window_.moves, 1);
 }
 
-TEST_F(WindowStripTest, movesNothingWithoutTheLeftButton) {
+TEST_F(TitleBarTest, movesNothingWithoutTheLeftButton) {
     moveBy({50, 0}, Qt::NoButton);
     press(Qt::RightButton);
     moveBy({50, 0}, Qt::RightButton);
@@ -156,7 +156,7 @@ TEST_F(WindowStripTest, movesNothingWithoutTheLeftButton) {
     EXPECT_EQ(window_.moves, 0);
 }
 
-TEST_F(WindowStripTest, leavesNoHighlightOnAButtonThatTheWindowTookFromUnderTheMouse) {
+TEST_F(TitleBarTest, leavesNoHighlightOnAButtonThatTheWindowTookFromUnderTheMouse) {
     const QPoint before = QCursor::pos();
     pointAt(maximiseButton());
     EXPECT_TRUE(test::runUntil([this] { return maximiseButton().underMouse(); }));
@@ -168,7 +168,7 @@ TEST_F(WindowStripTest, leavesNoHighlightOnAButtonThatTheWindowTookFromUnderTheM
     QCursor::setPos(before);
 }
 
-TEST_F(WindowStripTest, keepsTheHighlightOfAButtonThatStaysUnderTheMouse) {
+TEST_F(TitleBarTest, keepsTheHighlightOfAButtonThatStaysUnderTheMouse) {
     const QPoint before = QCursor::pos();
     pointAt(minimiseButton());
     EXPECT_TRUE(test::runUntil([this] { return minimiseButton().underMouse(); }));
@@ -179,11 +179,11 @@ TEST_F(WindowStripTest, keepsTheHighlightOfAButtonThatStaysUnderTheMouse) {
     QCursor::setPos(before);
 }
 
-TEST_F(WindowStripTest, showsTheCloseButtonInRedUnderTheMouse) {
+TEST_F(TitleBarTest, showsTheCloseButtonInRedUnderTheMouse) {
     const auto ground = [this] { return closeButton().grab().toImage().pixelColor(7, 14); };
     EXPECT_EQ(ground(), window_.palette().color(QPalette::Window));
     closeButton().setAttribute(Qt::WA_UnderMouse);
-    EXPECT_EQ(ground(), Ink(Ink::Name::red).color(window_.palette()));
+    EXPECT_EQ(ground(), ThemeColor(ThemeColor::Name::red).color(window_.palette()));
     EXPECT_GT(closeButton().grab().toImage().pixelColor(18, 14).green(), 230);
 }
 

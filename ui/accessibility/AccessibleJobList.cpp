@@ -1,6 +1,6 @@
-#include "AccessibleJobs.h"
+#include "AccessibleJobList.h"
 
-#include "AccessibleParts.h"
+#include "AccessibleContainer.h"
 #include "Button.h"
 #include "JobRow.h"
 #include "JobScrollArea.h"
@@ -16,10 +16,10 @@ namespace {
 
 /// The list with its scroll bar. Qt 6.4 to 6.11 have one of their own for this, which crashes where
 /// somebody who has counted both parts asks for the second when it has been hidden.
-class AccessibleJobScrollArea : public AccessibleParts {
+class AccessibleJobScrollArea : public AccessibleContainer {
   public:
     explicit AccessibleJobScrollArea(JobScrollArea* area)
-        : AccessibleParts(area, QAccessible::Client) {}
+        : AccessibleContainer(area, QAccessible::Client) {}
 
   protected:
     QObjectList parts() const override {
@@ -38,9 +38,10 @@ class AccessibleJobScrollArea : public AccessibleParts {
 };
 
 /// The rows, in the order of the queue.
-class AccessibleJobList : public AccessibleParts {
+class AccessibleJobList : public AccessibleContainer {
   public:
-    explicit AccessibleJobList(QWidget* viewport) : AccessibleParts(viewport, QAccessible::List) {}
+    explicit AccessibleJobList(QWidget* viewport)
+        : AccessibleContainer(viewport, QAccessible::List) {}
 
   protected:
     QObjectList parts() const override {
@@ -115,7 +116,7 @@ QAccessibleInterface* makeJobInterface(const QString&, QObject* object) {
 
 } // namespace
 
-void installAccessibleJobs() {
+void installAccessibleJobList() {
     QAccessible::installFactory(makeJobInterface);
 }
 

@@ -6,12 +6,12 @@ namespace kestrel {
 
 /// Tells of changes of the user's own font, of which Qt 6.4 to 6.11 tell windows only. One for the
 /// program.
-class UserFont : public QObject {
+class ApplicationFont : public QObject {
     Q_OBJECT
 
   public:
     /// Made at the first call; belongs to the application.
-    static UserFont* shared();
+    static ApplicationFont* shared();
 
   Q_SIGNALS:
     /// Fonts are to be made anew.

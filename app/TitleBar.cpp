@@ -1,4 +1,4 @@
-#include "WindowStrip.h"
+#include "TitleBar.h"
 
 #include "CaptionButton.h"
 #include "MenuBar.h"
@@ -15,13 +15,13 @@ constexpr int leadingMargin = 14;
 
 } // namespace
 
-WindowStrip::WindowStrip(QWidget* parent)
+TitleBar::TitleBar(QWidget* parent)
     : QWidget(parent),
-      menuBar_(new MenuBar(stripHeight, this)),
+      menuBar_(new MenuBar(barHeight, this)),
       buttons_{new CaptionButton(CaptionButton::Action::minimise, this),
                new CaptionButton(CaptionButton::Action::maximise, this),
                new CaptionButton(CaptionButton::Action::close, this)} {
-    setFixedHeight(stripHeight);
+    setFixedHeight(barHeight);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
@@ -31,29 +31,29 @@ WindowStrip::WindowStrip(QWidget* parent)
     for (CaptionButton* button : buttons_) {
         row->addWidget(button);
     }
-    connect(buttons_[0], &QPushButton::clicked, this, &WindowStrip::minimiseRequested);
-    connect(buttons_[1], &QPushButton::clicked, this, &WindowStrip::maximiseRequested);
-    connect(buttons_[2], &QPushButton::clicked, this, &WindowStrip::closeRequested);
+    connect(buttons_[0], &QPushButton::clicked, this, &TitleBar::minimiseRequested);
+    connect(buttons_[1], &QPushButton::clicked, this, &TitleBar::maximiseRequested);
+    connect(buttons_[2], &QPushButton::clicked, this, &TitleBar::closeRequested);
 }
 
-void WindowStrip::setWindowMaximised(bool isMaximised) {
+void TitleBar::setWindowMaximised(bool isMaximised) {
     buttons_[1]->setWindowMaximised(isMaximised);
 }
 
-void WindowStrip::refreshHover() {
+void TitleBar::refreshHover() {
     for (CaptionButton* button : buttons_) {
         button->refreshHover();
     }
 }
 
-void WindowStrip::mousePressEvent(QMouseEvent* event) {
+void TitleBar::mousePressEvent(QMouseEvent* event) {
     pressed_.reset();
     if (event->button() == Qt::LeftButton) {
         pressed_ = event->position().toPoint();
     }
 }
 
-void WindowStrip::mouseMoveEvent(QMouseEvent* event) {
+void TitleBar::mouseMoveEvent(QMouseEvent* event) {
     // Not before the drag distance: the window system would take the second click of a double
     // click.
     if (pressed_ && event->buttons().testFlag(Qt::LeftButton) &&
@@ -64,11 +64,11 @@ void WindowStrip::mouseMoveEvent(QMouseEvent* event) {
     }
 }
 
-void WindowStrip::mouseReleaseEvent(QMouseEvent*) {
+void TitleBar::mouseReleaseEvent(QMouseEvent*) {
     pressed_.reset();
 }
 
-void WindowStrip::mouseDoubleClickEvent(QMouseEvent* event) {
+void TitleBar::mouseDoubleClickEvent(QMouseEvent* event) {
     pressed_.reset();
     if (event->button() == Qt::LeftButton) {
         Q_EMIT maximiseRequested();

@@ -8,6 +8,6 @@ namespace kestrel {
 
 /// Paints the drawing of this name, such as "plus" for plus.svg, in a square of `size` by `size`
 /// whose top left corner is the origin. The painter is left as it was.
-void paintDrawing(QPainter& painter, const QString& name, double size);
+void paintVectorImage(QPainter& painter, const QString& name, double size);
 
 } // namespace kestrel

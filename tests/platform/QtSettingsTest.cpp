@@ -1,4 +1,4 @@
-#include "ToolkitOpenPanel.h"
+#include "QtOpenPanel.h"
 
 #include "DialogCatcher.h"
 #include "FileDialogDriver.h"
@@ -33,7 +33,7 @@ stateOf(const std::string& folder) {
     return state;
 }
 
-TEST(ToolkitSettings, leaveTheHomeFolderAsItWas) {
+TEST(QtSettings, leaveTheHomeFolderAsItWas) {
     const TemporaryFolder music;
     music.write("Two/2.opus");
     const TemporaryFolder home;
@@ -47,7 +47,7 @@ TEST(ToolkitSettings, leaveTheHomeFolderAsItWas) {
         FileDialogDriver(dialog).click(u"2.opus"_s);
         FileDialogDriver(dialog).confirm();
     });
-    EXPECT_TRUE(runToolkitOpenPanel({.allowsMultipleSelection = true}, music.url()));
+    EXPECT_TRUE(runQtOpenPanel({.allowsMultipleSelection = true}, music.url()));
     QCoreApplication::processEvents();
     EXPECT_EQ(stateOf(home.url().path()), before);
     // Nor another one: the first settings of a process decide where all of them are.

@@ -1,4 +1,4 @@
-#include "WindowEdge.h"
+#include "ResizeHandle.h"
 
 #include "MainWindowFixture.h"
 #include "RunUntil.h"
@@ -12,12 +12,12 @@ namespace {
 
 using ::testing::ElementsAre;
 
-class WindowEdgeTest : public MainWindowFixture {
+class ResizeHandleTest : public MainWindowFixture {
   protected:
-    QList<WindowEdge*> edges() { return window_.findChildren<WindowEdge*>(); }
+    QList<ResizeHandle*> edges() { return window_.findChildren<ResizeHandle*>(); }
 
     void expectToResize(QPoint place, Qt::Edges edges, Qt::CursorShape cursor) {
-        const auto* edge = dynamic_cast<WindowEdge*>(window_.childAt(place));
+        const auto* edge = dynamic_cast<ResizeHandle*>(window_.childAt(place));
         ASSERT_NE(edge, nullptr);
         EXPECT_EQ(edge->cursor().shape(), cursor);
         window_.resizes.clear();
@@ -28,11 +28,11 @@ class WindowEdgeTest : public MainWindowFixture {
     int visibleEdges() {
         const auto all = edges();
         return static_cast<int>(std::count_if(
-            all.begin(), all.end(), [](const WindowEdge* edge) { return edge->isVisible(); }));
+            all.begin(), all.end(), [](const ResizeHandle* edge) { return edge->isVisible(); }));
     }
 };
 
-TEST_F(WindowEdgeTest, resizesOnEachSide) {
+TEST_F(ResizeHandleTest, resizesOnEachSide) {
     const QPoint middle = window_.rect().center();
     const int right = window_.width() - 1;
     const int bottom = window_.height() - 1;
@@ -42,7 +42,7 @@ TEST_F(WindowEdgeTest, resizesOnEachSide) {
     expectToResize({middle.x(), bottom}, Qt::BottomEdge, Qt::SizeVerCursor);
 }
 
-TEST_F(WindowEdgeTest, resizesAtEachCorner) {
+TEST_F(ResizeHandleTest, resizesAtEachCorner) {
     const int right = window_.width() - 1;
     const int bottom = window_.height() - 1;
     // Close to the very corner, and along either side.
@@ -57,11 +57,11 @@ TEST_F(WindowEdgeTest, resizesAtEachCorner) {
     }
 }
 
-TEST_F(WindowEdgeTest, leavesWhatIsInsideTheCornersToTheButtons) {
+TEST_F(ResizeHandleTest, leavesWhatIsInsideTheCornersToTheButtons) {
     EXPECT_EQ(window_.childAt(window_.width() - 6, 6), &closeButton());
 }
 
-TEST_F(WindowEdgeTest, takesItsPlaceInAWindowOfAnySize) {
+TEST_F(ResizeHandleTest, takesItsPlaceInAWindowOfAnySize) {
     window_.resize(1100, 700);
     ASSERT_TRUE(test::runUntil([this] { return window_.width() == 1100; }));
     settle();
@@ -69,12 +69,12 @@ TEST_F(WindowEdgeTest, takesItsPlaceInAWindowOfAnySize) {
     expectToResize({600, 699}, Qt::BottomEdge, Qt::SizeVerCursor);
 }
 
-TEST_F(WindowEdgeTest, resizesByTheLeftButtonAlone) {
+TEST_F(ResizeHandleTest, resizesByTheLeftButtonAlone) {
     QTest::mouseClick(window_.windowHandle(), Qt::RightButton, {}, {0, 300});
     EXPECT_TRUE(window_.resizes.empty());
 }
 
-TEST_F(WindowEdgeTest, isThereOnlyWhileTheWindowFloats) {
+TEST_F(ResizeHandleTest, isThereOnlyWhileTheWindowFloats) {
     EXPECT_EQ(visibleEdges(), 8);
     maximise();
     EXPECT_EQ(visibleEdges(), 0);
@@ -86,9 +86,9 @@ TEST_F(WindowEdgeTest, isThereOnlyWhileTheWindowFloats) {
     EXPECT_EQ(visibleEdges(), 0);
 }
 
-TEST_F(WindowEdgeTest, liesOverEverythingAndTakesNoFocus) {
+TEST_F(ResizeHandleTest, liesOverEverythingAndTakesNoFocus) {
     const auto& children = window_.children();
-    for (WindowEdge* edge : edges()) {
+    for (ResizeHandle* edge : edges()) {
         EXPECT_GT(children.indexOf(edge), children.indexOf(&strip()));
         EXPECT_EQ(edge->focusPolicy(), Qt::NoFocus);
     }

@@ -5,11 +5,11 @@
 namespace kestrel {
 
 /// A progress bar without text.
-class FractionBar : public QProgressBar {
+class ProgressBar : public QProgressBar {
     Q_OBJECT
 
   public:
-    explicit FractionBar(QWidget* parent = nullptr);
+    explicit ProgressBar(QWidget* parent = nullptr);
 
     /// Shows a fraction done; what lies outside 0 to 1 shows as the nearer end, NaN as 0.
     void setFraction(double fraction);

@@ -14,20 +14,20 @@ ColorScheme colorScheme(const QPalette& palette);
 
 /// What something is drawn in: a named colour or a role, which becomes a colour only with the
 /// palette of the place where it is drawn.
-class Ink {
+class ThemeColor {
   public:
     enum class Name { primary, secondary, white, purple, blue, green, orange, red };
 
     // NOLINTNEXTLINE(google-explicit-constructor): a name is an ink
-    Ink(Name name) : name_(name) {}
+    ThemeColor(Name name) : name_(name) {}
 
     /// The ink at a fraction of its own opacity.
-    Ink withOpacity(double opacity) const;
+    ThemeColor withOpacity(double opacity) const;
 
     /// What the ink is on a ground of this palette.
     QColor color(const QPalette& palette) const;
 
-    friend bool operator==(const Ink&, const Ink&) = default;
+    friend bool operator==(const ThemeColor&, const ThemeColor&) = default;
 
   private:
     Name name_;

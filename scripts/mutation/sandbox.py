@@ -112,7 +112,7 @@ class Verdict:
         self.output = output
 
 
-class Workshop:
+class Sandbox:
     def __init__(self, root, folder, processors, display):
         self.root = root
         self.tree = os.path.join(folder, "tree")

@@ -1,4 +1,4 @@
-#include "ToolkitOpenPanel.h"
+#include "QtOpenPanel.h"
 
 #include "FileSystem.h"
 
@@ -124,8 +124,8 @@ std::vector<FileURL> urlsFromDialog(const QStringList& paths) {
 
 } // namespace
 
-std::optional<std::vector<FileURL>> runToolkitOpenPanel(const OpenPanel::Options& options,
-                                                        const FileURL& startFolder) {
+std::optional<std::vector<FileURL>> runQtOpenPanel(const OpenPanel::Options& options,
+                                                   const FileURL& startFolder) {
     keepSettingsOffTheDisk();
     // Owned by the window it belongs to, which may be destroyed while the dialog is open.
     const QPointer<QFileDialog> dialog = new QFileDialog(QApplication::activeWindow());

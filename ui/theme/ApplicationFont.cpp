@@ -1,4 +1,4 @@
-#include "UserFont.h"
+#include "ApplicationFont.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -6,16 +6,16 @@
 
 namespace kestrel {
 
-UserFont* UserFont::shared() {
-    static QPointer<UserFont> instance;
+ApplicationFont* ApplicationFont::shared() {
+    static QPointer<ApplicationFont> instance;
     if (instance == nullptr) {
-        instance = new UserFont(QCoreApplication::instance());
+        instance = new ApplicationFont(QCoreApplication::instance());
         QCoreApplication::instance()->installEventFilter(instance);
     }
     return instance;
 }
 
-bool UserFont::eventFilter(QObject* watched, QEvent* event) {
+bool ApplicationFont::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::ApplicationFontChange && watched == QCoreApplication::instance()) {
         Q_EMIT changed();
     }

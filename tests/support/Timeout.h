@@ -4,6 +4,6 @@ namespace kestrel::test {
 
 /// How long tests wait for what must come, in milliseconds: far longer than it takes anywhere, as
 /// only a failure lasts that long.
-inline constexpr int patience = 30'000;
+inline constexpr int timeout = 30'000;
 
 } // namespace kestrel::test

@@ -1,4 +1,4 @@
-#include "Drawing.h"
+#include "VectorImage.h"
 
 #include "FatalError.h"
 
@@ -7,9 +7,9 @@
 
 namespace kestrel {
 
-void paintDrawing(QPainter& painter, const QString& name, double size) {
+void paintVectorImage(QPainter& painter, const QString& name, double size) {
     QPicture picture;
-    if (!picture.load(QStringLiteral(":/drawings/%1.pic").arg(name))) {
+    if (!picture.load(QStringLiteral(":/images/%1.pic").arg(name))) {
         fatalError("a drawing is missing");
     }
     const double scale = size / picture.boundingRect().width();

@@ -13,14 +13,14 @@ class MenuBar;
 
 /// What lies over the top of the window: the menu bar, the buttons of the window, and between them
 /// room to take hold of it.
-class WindowStrip : public QWidget {
+class TitleBar : public QWidget {
     Q_OBJECT
 
   public:
     /// In points.
-    static constexpr int stripHeight = 28;
+    static constexpr int barHeight = 28;
 
-    explicit WindowStrip(QWidget* parent);
+    explicit TitleBar(QWidget* parent);
 
     MenuBar& menuBar() noexcept { return *menuBar_; }
 

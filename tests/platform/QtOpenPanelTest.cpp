@@ -1,17 +1,17 @@
-#include "ToolkitOpenPanel.h"
+#include "QtOpenPanel.h"
 
 #include "DesktopOpenPanel.h"
 #include "DialogCatcher.h"
 #include "FileDialogDriver.h"
 #include "FileDialogSteps.h"
 #include "FolderListing.h"
-#include "Patience.h"
 #include "PrivateBus.h"
 #include "ProcessCounts.h"
 #include "RunUntil.h"
 #include "ScopedVariable.h"
 #include "SlowWindowManager.h"
 #include "TemporaryFolder.h"
+#include "Timeout.h"
 
 #include <QAbstractItemView>
 #include <QAction>
@@ -69,14 +69,14 @@ OpenPanel::Options destinationOptions() {
 Chosen run(const OpenPanel::Options& options, const FileURL& folder,
            const std::function<void(QFileDialog&)>& use) {
     const DialogCatcher catcher(use);
-    Chosen chosen = runToolkitOpenPanel(options, folder);
+    Chosen chosen = runQtOpenPanel(options, folder);
     EXPECT_EQ(catcher.count(), 1);
     return chosen;
 }
 
-class ToolkitOpenPanelTest : public testing::Test {
+class QtOpenPanelTest : public testing::Test {
   protected:
-    ToolkitOpenPanelTest() {
+    QtOpenPanelTest() {
         for (const char* name : {"a.opus", "b.ogg", "X.OGA", "notes.txt", "One/1.opus",
                                  "Two/2.opus", "Three/3.opus"}) {
             music_.write(name);
@@ -97,10 +97,9 @@ struct Use {
     friend std::ostream& operator<<(std::ostream& out, const Use& row) { return out << row.name; }
 };
 
-class UseOfToolkitOpenPanelTest : public ToolkitOpenPanelTest,
-                                  public testing::WithParamInterface<Use> {};
+class UseOfQtOpenPanelTest : public QtOpenPanelTest, public testing::WithParamInterface<Use> {};
 
-TEST_P(UseOfToolkitOpenPanelTest, returnsWhatIsPicked) {
+TEST_P(UseOfQtOpenPanelTest, returnsWhatIsPicked) {
     const Chosen chosen = run(GetParam().options, music_.url(), [](QFileDialog& dialog) {
         for (const FileDialogStep& step : GetParam().steps) {
             step(Driver(dialog));
@@ -147,10 +146,10 @@ std::vector<Use> uses() {
     };
 }
 
-INSTANTIATE_TEST_SUITE_P(Uses, UseOfToolkitOpenPanelTest, testing::ValuesIn(uses()),
+INSTANTIATE_TEST_SUITE_P(Uses, UseOfQtOpenPanelTest, testing::ValuesIn(uses()),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(ToolkitOpenPanelTest, showsFoldersAndAllowedFilesInEitherCase) {
+TEST_F(QtOpenPanelTest, showsFoldersAndAllowedFilesInEitherCase) {
     run(fileOptions(), music_.url(), [](QFileDialog& dialog) {
         EXPECT_EQ(Driver(dialog).names(6), QStringList({u"One"_s, u"Three"_s, u"Two"_s, u"X.OGA"_s,
                                                         u"a.opus"_s, u"b.ogg"_s}));
@@ -158,14 +157,14 @@ TEST_F(ToolkitOpenPanelTest, showsFoldersAndAllowedFilesInEitherCase) {
     });
 }
 
-TEST_F(ToolkitOpenPanelTest, showsFoldersOnlyWhereTheyAreAskedFor) {
+TEST_F(QtOpenPanelTest, showsFoldersOnlyWhereTheyAreAskedFor) {
     run(foldersOptions(), music_.url(), [](QFileDialog& dialog) {
         EXPECT_EQ(Driver(dialog).names(3), QStringList({u"One"_s, u"Three"_s, u"Two"_s}));
         dialog.reject();
     });
 }
 
-TEST_F(ToolkitOpenPanelTest, hasTheTextsThatItIsGiven) {
+TEST_F(QtOpenPanelTest, hasTheTextsThatItIsGiven) {
     OpenPanel::Options options = fileOptions();
     options.prompt = "Add & Audio";
     run(options, music_.url(), [](QFileDialog& dialog) {
@@ -182,7 +181,7 @@ TEST_F(ToolkitOpenPanelTest, hasTheTextsThatItIsGiven) {
     });
 }
 
-TEST_F(ToolkitOpenPanelTest, offersNewFoldersOnlyWhereTheyMayBeMade) {
+TEST_F(QtOpenPanelTest, offersNewFoldersOnlyWhereTheyMayBeMade) {
     for (const OpenPanel::Options& options : {fileOptions(), foldersOptions()}) {
         run(options, music_.url(), [](QFileDialog& dialog) {
             EXPECT_FALSE(Driver(dialog).newFolderButton()->isVisible());
@@ -197,12 +196,12 @@ TEST_F(ToolkitOpenPanelTest, offersNewFoldersOnlyWhereTheyMayBeMade) {
     });
 }
 
-TEST_F(ToolkitOpenPanelTest, makesAndPicksANewFolder) {
+TEST_F(QtOpenPanelTest, makesAndPicksANewFolder) {
     const Chosen chosen = run(destinationOptions(), music_.url(), [](QFileDialog& dialog) {
         const Driver driver(dialog);
         driver.names(3);
         dialog.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog, patience));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog, timeout));
         QTest::mouseClick(driver.newFolderButton(), Qt::LeftButton);
         driver.names(4);
         QWidget* editor = nullptr;
@@ -220,7 +219,7 @@ TEST_F(ToolkitOpenPanelTest, makesAndPicksANewFolder) {
     EXPECT_TRUE(std::filesystem::is_directory(music_.url().path() + "/Fresh"));
 }
 
-TEST_F(ToolkitOpenPanelTest, deletesNothing) {
+TEST_F(QtOpenPanelTest, deletesNothing) {
     int questions = 0;
     QTimer asker;
     QObject::connect(&asker, &QTimer::timeout, &asker, [&] {
@@ -245,7 +244,7 @@ TEST_F(ToolkitOpenPanelTest, deletesNothing) {
     EXPECT_EQ(listFolder(music_.url()).size(), 10U);
 }
 
-TEST_F(ToolkitOpenPanelTest, returnsNamesWithSpecialCharacters) {
+TEST_F(QtOpenPanelTest, returnsNamesWithSpecialCharacters) {
     const FileURL file = music_.write("#1 50% \"caf\xC3\xA9\"; a?b.opus");
     const QString name = QString::fromStdString(std::string(file.lastPathComponent()));
     const Chosen chosen = run(fileOptions(), music_.url(), [&](QFileDialog& dialog) {
@@ -255,7 +254,7 @@ TEST_F(ToolkitOpenPanelTest, returnsNamesWithSpecialCharacters) {
     EXPECT_EQ(chosen, Chosen({file}));
 }
 
-TEST_F(ToolkitOpenPanelTest, leavesOutNamesThatAreNotUtf8) {
+TEST_F(QtOpenPanelTest, leavesOutNamesThatAreNotUtf8) {
     music_.makeFolder("caf\xE9");
     music_.makeFolder("\xFF");
     // Qt 6.8 stops listing a folder at the first such name, wherever the file system has it. Qt 6.4
@@ -278,7 +277,7 @@ TEST_F(ToolkitOpenPanelTest, leavesOutNamesThatAreNotUtf8) {
     }
 }
 
-TEST_F(ToolkitOpenPanelTest, startsInTheNearestFolderThatItCanShow) {
+TEST_F(QtOpenPanelTest, startsInTheNearestFolderThatItCanShow) {
     const auto startFolder = [](const FileURL& folder) {
         QString shown;
         run(fileOptions(), folder, [&](QFileDialog& dialog) {
@@ -294,7 +293,7 @@ TEST_F(ToolkitOpenPanelTest, startsInTheNearestFolderThatItCanShow) {
     EXPECT_EQ(startFolder(FileURL("/")), "/");
 }
 
-TEST_F(ToolkitOpenPanelTest, keepsOtherWindowsFromInput) {
+TEST_F(QtOpenPanelTest, keepsOtherWindowsFromInput) {
     QMainWindow window;
     auto* button = new QPushButton(&window);
     int clicks = 0;
@@ -302,7 +301,7 @@ TEST_F(ToolkitOpenPanelTest, keepsOtherWindowsFromInput) {
     window.setCentralWidget(button);
     window.show();
     window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window, patience));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window, timeout));
     const QPoint middle = button->rect().center();
     run(fileOptions(), music_.url(), [&](QFileDialog& dialog) {
         QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {}, middle);
@@ -314,11 +313,11 @@ TEST_F(ToolkitOpenPanelTest, keepsOtherWindowsFromInput) {
     EXPECT_EQ(clicks, 1);
 }
 
-TEST_F(ToolkitOpenPanelTest, givesTheKeyboardBackWhereTheWindowManagerHeardOfItTooLate) {
+TEST_F(QtOpenPanelTest, givesTheKeyboardBackWhereTheWindowManagerHeardOfItTooLate) {
     QMainWindow window;
     window.show();
     window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window, patience));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window, timeout));
     {
         const SlowWindowManager slow;
         run(fileOptions(), music_.url(), [&slow](QFileDialog& dialog) {
@@ -327,14 +326,14 @@ TEST_F(ToolkitOpenPanelTest, givesTheKeyboardBackWhereTheWindowManagerHeardOfItT
             dialog.reject();
         });
     }
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&window, patience));
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window, timeout));
 }
 
-TEST_F(ToolkitOpenPanelTest, goesWithTheWindowItBelongsTo) {
+TEST_F(QtOpenPanelTest, goesWithTheWindowItBelongsTo) {
     auto window = std::make_unique<QMainWindow>();
     window->show();
     window->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get(), patience));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get(), timeout));
     const Chosen chosen = run(fileOptions(), music_.url(), [&](QFileDialog& dialog) {
         EXPECT_EQ(dialog.parentWidget(), window.get());
         window.reset();
@@ -342,14 +341,14 @@ TEST_F(ToolkitOpenPanelTest, goesWithTheWindowItBelongsTo) {
     EXPECT_EQ(chosen, std::nullopt);
 }
 
-TEST_F(ToolkitOpenPanelTest, leavesNoDescriptorOpen) {
+TEST_F(QtOpenPanelTest, leavesNoDescriptorOpen) {
     const auto pick = [this] {
         run(fileOptions(), music_.url(), [](QFileDialog& dialog) {
             Driver(dialog).click(u"a.opus"_s);
             Driver(dialog).confirm();
         });
     };
-    // The toolkit keeps some of its own from its first need of them on: its caches of icons and of
+    // Qt keeps some of its own from its first need of them on: its caches of icons and of
     // types, and the threads that help it paint. A panel that left one open would add it each time.
     constexpr int maximumPicks = 20;
     constexpr int enough = 3;
@@ -363,7 +362,7 @@ TEST_F(ToolkitOpenPanelTest, leavesNoDescriptorOpen) {
     EXPECT_EQ(picksWithoutGrowth, enough);
 }
 
-TEST_F(ToolkitOpenPanelTest, comesUpAgainWhereTheLastChoiceWasMade) {
+TEST_F(QtOpenPanelTest, comesUpAgainWhereTheLastChoiceWasMade) {
     DesktopOpenPanel panel(&disconnectedBus);
     const ScopedVariable homeVariable("HOME", music_.url().path());
     const ScopedVariable configVariable("XDG_CONFIG_HOME", music_.url().path());
@@ -384,7 +383,7 @@ TEST_F(ToolkitOpenPanelTest, comesUpAgainWhereTheLastChoiceWasMade) {
     EXPECT_EQ(folders, QStringList({home, home + u"/Two"_s}));
 }
 
-TEST_F(ToolkitOpenPanelTest, returnsNoneForAPanelOverAnother) {
+TEST_F(QtOpenPanelTest, returnsNoneForAPanelOverAnother) {
     DesktopOpenPanel panel(&disconnectedBus);
     Chosen inner({music_.url()});
     const DialogCatcher catcher([&](QFileDialog& dialog) {

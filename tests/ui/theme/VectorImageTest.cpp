@@ -1,4 +1,4 @@
-#include "Drawing.h"
+#include "VectorImage.h"
 
 #include "PaintedFromFile.h"
 #include "Scenario.h"
@@ -14,11 +14,11 @@ namespace {
 QImage painted(const QString& name, int size) {
     QImage image = blankImage(size);
     QPainter painter(&image);
-    paintDrawing(painter, name, size);
+    paintVectorImage(painter, name, size);
     return image;
 }
 
-TEST(DrawingTest, isPaintedAsItsFileShowsIt) {
+TEST(VectorImageTest, isPaintedAsItsFileShowsIt) {
     const QFileInfoList files = QDir(QStringLiteral(SYMBOLS)).entryInfoList(QDir::Files);
     ASSERT_EQ(files.size(), 12);
     for (const QFileInfo& file : files) {
@@ -31,13 +31,13 @@ TEST(DrawingTest, isPaintedAsItsFileShowsIt) {
     }
 }
 
-TEST(DrawingTest, followsWhatThePainterIsSetTo) {
+TEST(VectorImageTest, followsWhatThePainterIsSetTo) {
     QImage moved = blankImage(40);
     QPainter painter(&moved);
     painter.translate(8, 4);
     painter.scale(2, 2);
     const QTransform before = painter.transform();
-    paintDrawing(painter, QStringLiteral("plus"), 12);
+    paintVectorImage(painter, QStringLiteral("plus"), 12);
     EXPECT_EQ(painter.transform(), before);
     painter.end();
     EXPECT_EQ(moved.copy(8, 4, 24, 24), painted(QStringLiteral("plus"), 24));
@@ -45,7 +45,7 @@ TEST(DrawingTest, followsWhatThePainterIsSetTo) {
 }
 
 TEST(DrawingDeathTest, endsTheProgramWhereThereIsNone) {
-    // The toolkit has threads, which a fork of this process would miss.
+    // Qt has threads, which a fork of this process would miss.
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_DEATH(painted(QStringLiteral("no.such"), 24), "Fatal error: a drawing is missing");
 }

@@ -8,12 +8,12 @@
 
 namespace kestrel {
 
-/// Shows the toolkit's own file dialog, starting in the folder given or the nearest one above it
+/// Shows Qt's own file dialog, starting in the folder given or the nearest one above it
 /// that the dialog can show, and returns when the user is done: what was chosen, or none when the
 /// dialog was dismissed. Entries whose names are not UTF-8 are not in the dialog. The dialog's
 /// history is neither read nor written: from the first call on, this process stores no settings of
-/// the toolkit. Main thread; runs the event loop meanwhile.
-std::optional<std::vector<FileURL>> runToolkitOpenPanel(const OpenPanel::Options& options,
-                                                        const FileURL& startFolder);
+/// Qt. Main thread; runs the event loop meanwhile.
+std::optional<std::vector<FileURL>> runQtOpenPanel(const OpenPanel::Options& options,
+                                                   const FileURL& startFolder);
 
 } // namespace kestrel

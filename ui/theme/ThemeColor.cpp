@@ -1,4 +1,4 @@
-#include "Ink.h"
+#include "ThemeColor.h"
 
 #include <QPalette>
 
@@ -7,18 +7,18 @@ namespace {
 
 constexpr double separatorOpacity = 0.2;
 
-QColor named(Ink::Name name, ColorScheme scheme) {
+QColor named(ThemeColor::Name name, ColorScheme scheme) {
     const bool isDark = scheme == ColorScheme::dark;
     switch (name) {
-    case Ink::Name::purple:
+    case ThemeColor::Name::purple:
         return QColor::fromRgb(isDark ? 0xBF5AF2 : 0xAF52DE);
-    case Ink::Name::blue:
+    case ThemeColor::Name::blue:
         return QColor::fromRgb(isDark ? 0x0A84FF : 0x007AFF);
-    case Ink::Name::green:
+    case ThemeColor::Name::green:
         return QColor::fromRgb(isDark ? 0x32D74B : 0x28CD41);
-    case Ink::Name::orange:
+    case ThemeColor::Name::orange:
         return QColor::fromRgb(isDark ? 0xFF9F0A : 0xFF9500);
-    case Ink::Name::red:
+    case ThemeColor::Name::red:
         return QColor::fromRgb(isDark ? 0xFF453A : 0xFF3B30);
     default:
         return Qt::white;
@@ -38,13 +38,13 @@ ColorScheme colorScheme(const QPalette& palette) {
     return window.lightnessF() < text.lightnessF() ? ColorScheme::dark : ColorScheme::light;
 }
 
-Ink Ink::withOpacity(double opacity) const {
-    Ink ink = *this;
+ThemeColor ThemeColor::withOpacity(double opacity) const {
+    ThemeColor ink = *this;
     ink.opacity_ *= opacity;
     return ink;
 }
 
-QColor Ink::color(const QPalette& palette) const {
+QColor ThemeColor::color(const QPalette& palette) const {
     const ColorScheme scheme = colorScheme(palette);
     switch (name_) {
     case Name::primary:
@@ -59,7 +59,7 @@ QColor Ink::color(const QPalette& palette) const {
 }
 
 QColor separatorColor(const QPalette& palette) {
-    return Ink(Ink::Name::primary).withOpacity(separatorOpacity).color(palette);
+    return ThemeColor(ThemeColor::Name::primary).withOpacity(separatorOpacity).color(palette);
 }
 
 } // namespace kestrel

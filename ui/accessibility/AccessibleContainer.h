@@ -8,7 +8,7 @@ namespace kestrel {
 
 /// What assistive technology sees of a widget that chooses which objects are its children. A
 /// question for one that is not there, or no longer, is answered with none.
-class AccessibleParts : public QAccessibleWidget {
+class AccessibleContainer : public QAccessibleWidget {
   public:
     using QAccessibleWidget::QAccessibleWidget;
 

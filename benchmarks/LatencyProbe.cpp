@@ -1,15 +1,15 @@
-#include "StallWatch.h"
+#include "LatencyProbe.h"
 
 #include <algorithm>
 #include <stop_token>
 
 namespace kestrel::bench {
 
-StallWatch::StallWatch() : thread_([this](const std::stop_token& stop) { knock(stop); }) {}
+LatencyProbe::LatencyProbe() : thread_([this](const std::stop_token& stop) { knock(stop); }) {}
 
-StallWatch::~StallWatch() = default;
+LatencyProbe::~LatencyProbe() = default;
 
-std::chrono::duration<double, std::milli> StallWatch::longest() const {
+std::chrono::duration<double, std::milli> LatencyProbe::longest() const {
     Clock::duration longest = longest_;
     if (const Clock::time_point since = pending_; since != Clock::time_point()) {
         longest = std::max(longest, Clock::now() - since);
@@ -17,18 +17,18 @@ std::chrono::duration<double, std::milli> StallWatch::longest() const {
     return longest;
 }
 
-void StallWatch::knock(const std::stop_token& stop) {
+void LatencyProbe::knock(const std::stop_token& stop) {
     using namespace std::chrono_literals;
     while (!stop.stop_requested()) {
         if (pending_.load() == Clock::time_point()) {
             pending_ = Clock::now();
-            QMetaObject::invokeMethod(this, &StallWatch::note, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(this, &LatencyProbe::note, Qt::QueuedConnection);
         }
         std::this_thread::sleep_for(1ms);
     }
 }
 
-void StallWatch::note() {
+void LatencyProbe::note() {
     longest_ = std::max(longest_.load(), Clock::now() - pending_.load());
     pending_ = Clock::time_point();
 }

@@ -1,6 +1,6 @@
 #include "DesktopFileViewer.h"
 
-#include "FileUri.h"
+#include "FileUriConversion.h"
 
 #include <QByteArray>
 #include <QDBusMessage>
@@ -23,7 +23,7 @@ using namespace Qt::StringLiterals;
 
 void openFolderOf(const FileURL& url) {
     // From the encoded form: a path that is not UTF-8 has no other that is whole.
-    const std::string uri = fileUri(url.deletingLastPathComponent());
+    const std::string uri = uriFromFileUrl(url.deletingLastPathComponent());
     QDesktopServices::openUrl(QUrl::fromEncoded(QByteArray::fromStdString(uri)));
 }
 
@@ -41,7 +41,7 @@ void DesktopFileViewer::reveal(const FileURL& url) {
     QDBusMessage message = QDBusMessage::createMethodCall(name, u"/org/freedesktop/FileManager1"_s,
                                                           name, u"ShowItems"_s);
     const QString startupId;
-    message << QStringList(QString::fromStdString(fileUri(url))) << startupId;
+    message << QStringList(QString::fromStdString(uriFromFileUrl(url))) << startupId;
     auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(message), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
             [url](QDBusPendingCallWatcher* finished) {

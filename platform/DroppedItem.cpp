@@ -1,6 +1,6 @@
 #include "DroppedItem.h"
 
-#include "FileUri.h"
+#include "FileUriConversion.h"
 
 #include <algorithm>
 #include <cstddef>

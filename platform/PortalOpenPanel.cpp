@@ -1,6 +1,6 @@
 #include "PortalOpenPanel.h"
 
-#include "FileUri.h"
+#include "FileUriConversion.h"
 #include "PortalFilter.h"
 #include "UserInputFilter.h"
 

@@ -2,7 +2,7 @@
 // location comes back from its URI.
 
 #include "DroppedItem.h"
-#include "FileUri.h"
+#include "FileUriConversion.h"
 #include "FuzzInput.h"
 #include "FuzzTarget.h"
 #include "Property.h"
@@ -97,7 +97,7 @@ std::optional<FileURL> expectedLocation(std::string uri) {
 void checkLocation(const FileURL& url) {
     require(url.path().starts_with('/'), "a location is absolute");
     require(url.path().find('\0') == std::string::npos, "a location has no NUL byte");
-    const std::string uri = fileUri(url);
+    const std::string uri = uriFromFileUrl(url);
     require(uri.starts_with("file:///"), "a URI names its scheme and no host");
     require(uri.find_first_not_of("0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ"
                                   "abcdefghijklmnopqrstuvwxyz-._~%:/") == std::string::npos,
@@ -128,7 +128,7 @@ void checkList(const std::string& list) {
         if (location) {
             checkLocation(*location);
             locations.push_back(location);
-            written += fileUri(*location) + "\r\n";
+            written += uriFromFileUrl(*location) + "\r\n";
         }
     }
     require(locationsIn(written) == locations, "a list of the locations leads back to them");

@@ -5,9 +5,9 @@
 
 namespace kestrel {
 
-/// The finite decimal number that the whole text spells, with or without an exponent, or none. No
-/// plus sign, no blanks; a decimal point in every locale. One too close to zero to be told from it
-/// is 0.
+/// Returns the finite decimal number that the whole text spells, with or without an exponent, or
+/// none. The decimal point is "." in every locale; a plus sign and blanks are errors. An underflow
+/// gives the nearest number, such as 0. Thread-safe.
 std::optional<double> parseNumber(std::string_view text);
 
 } // namespace kestrel

@@ -1,9 +1,13 @@
 #include "ConverterViewModel.h"
 
 #include "Batch.h"
+#include "ConversionRunner.h"
+#include "DroppedItem.h"
 #include "FFmpegError.h"
 #include "FFmpegService.h"
+#include "FileViewer.h"
 #include "MainThread.h"
+#include "OpenPanel.h"
 #include "QueueIntake.h"
 
 #include <algorithm>
@@ -16,8 +20,10 @@ ConverterViewModel::ConverterViewModel()
                                       FFmpegService::locateBinary, makeDesktopOpenPanel(),
                                       makeDesktopFileViewer()}) {}
 
-ConverterViewModel::ConverterViewModel(Dependencies surroundings)
-    : dependencies_(std::move(surroundings)) {}
+ConverterViewModel::ConverterViewModel(Dependencies dependencies)
+    : dependencies_(std::move(dependencies)) {}
+
+ConverterViewModel::~ConverterViewModel() = default;
 
 void ConverterViewModel::setSettings(const ConversionSettings& settings) {
     publish([&] { settings_ = settings; });
@@ -86,45 +92,45 @@ void ConverterViewModel::remove(const ConversionJob& job) {
 }
 
 void ConverterViewModel::chooseFiles() {
-    OpenPanel::Options options;
-    //: The title of a panel.
-    options.title = tr("Choose Opus audio to convert").toStdString();
-    //: The button that confirms a panel.
-    options.prompt = tr("Add Audio").toStdString();
-    options.canChooseFiles = true;
-    options.canChooseDirectories = false;
-    options.allowsMultipleSelection = true;
-    options.allowedExtensions.assign(FFmpegService::supportedExtensions.begin(),
-                                     FFmpegService::supportedExtensions.end());
-    if (const auto chosen = dependencies_.openPanel->runModal(options)) {
+    constexpr auto& extensions = FFmpegService::supportedExtensions;
+    const auto chosen = dependencies_.openPanel->runModal(
+        {//: The title of a panel.
+         .title = tr("Choose Opus audio to convert").toStdString(),
+         //: The button that confirms a panel.
+         .prompt = tr("Add Audio").toStdString(),
+         .canChooseFiles = true,
+         .canChooseDirectories = false,
+         .allowsMultipleSelection = true,
+         .allowedExtensions = {extensions.begin(), extensions.end()}});
+    if (chosen) {
         add(*chosen);
     }
 }
 
 void ConverterViewModel::chooseFolder() {
-    OpenPanel::Options options;
-    //: The title of a panel.
-    options.title = tr("Choose a folder of Opus audio").toStdString();
-    //: The button that confirms a panel.
-    options.prompt = tr("Add Folder").toStdString();
-    options.canChooseFiles = false;
-    options.canChooseDirectories = true;
-    options.allowsMultipleSelection = true;
-    if (const auto chosen = dependencies_.openPanel->runModal(options)) {
+    const auto chosen = dependencies_.openPanel->runModal(
+        {//: The title of a panel.
+         .title = tr("Choose a folder of Opus audio").toStdString(),
+         //: The button that confirms a panel.
+         .prompt = tr("Add Folder").toStdString(),
+         .canChooseFiles = false,
+         .canChooseDirectories = true,
+         .allowsMultipleSelection = true});
+    if (chosen) {
         add(*chosen);
     }
 }
 
 void ConverterViewModel::chooseDestination() {
-    OpenPanel::Options options;
-    //: The title of a panel.
-    options.title = tr("Choose output folder").toStdString();
-    //: The button that confirms a panel.
-    options.prompt = tr("Choose").toStdString();
-    options.canChooseFiles = false;
-    options.canChooseDirectories = true;
-    options.canCreateDirectories = true;
-    if (const auto chosen = dependencies_.openPanel->runModal(options)) {
+    const auto chosen =
+        dependencies_.openPanel->runModal({//: The title of a panel.
+                                           .title = tr("Choose output folder").toStdString(),
+                                           //: The button that confirms a panel.
+                                           .prompt = tr("Choose").toStdString(),
+                                           .canChooseFiles = false,
+                                           .canChooseDirectories = true,
+                                           .canCreateDirectories = true});
+    if (chosen) {
         publish([&] {
             destination_ = chosen->empty() ? std::nullopt : std::optional(chosen->front());
         });

@@ -1,13 +1,9 @@
 #pragma once
 
 #include "ConversionJob.h"
-#include "ConversionRunner.h"
 #include "ConversionSettings.h"
-#include "DroppedItem.h"
 #include "FileURL.h"
-#include "FileViewer.h"
 #include "JobState.h"
-#include "OpenPanel.h"
 #include "UUID.h"
 
 #include <QObject>
@@ -22,31 +18,39 @@
 
 namespace kestrel {
 
+class ConversionRunner;
+class DroppedItem;
+class FileViewer;
+class OpenPanel;
+
 /// The one observable state object: the queue, the settings, the output folder and the running
 /// batch.
 ///
-/// Everything here belongs to the main thread. Every write of a published property emits
-/// `willChange` exactly once, before the value changes. Keep it in a std::shared_ptr: a running
-/// batch holds another.
+/// Main thread only. Every write of a published property emits `willChange` exactly once, before
+/// the value changes. Requires: owned by a std::shared_ptr, since a running batch shares ownership.
 class ConverterViewModel : public QObject, public std::enable_shared_from_this<ConverterViewModel> {
     Q_OBJECT
 
   public:
-    /// What the view model reaches the rest of the world through.
+    /// What the view model calls; a test passes fakes.
     struct Dependencies {
-        /// Outlives the view model where a conversion runs on.
+        /// Outlives the view model while a worker still converts.
         std::shared_ptr<ConversionRunner> service;
-        /// Tells whether there is an ffmpeg to start with.
+        /// Returns ffmpeg's location, or none where it is not installed.
         std::function<std::optional<FileURL>()> locateBinary;
         std::unique_ptr<OpenPanel> openPanel;
         std::unique_ptr<FileViewer> fileViewer;
     };
 
-    /// An empty queue on the real desktop, with the real ffmpeg. Looks nothing up, reads no file.
+    /// An empty queue with the desktop's panels and file manager and the installed ffmpeg. Reads no
+    /// file and asks the desktop nothing.
     ConverterViewModel();
-    explicit ConverterViewModel(Dependencies surroundings);
+    explicit ConverterViewModel(Dependencies dependencies);
+    ConverterViewModel(const ConverterViewModel&) = delete;
+    ConverterViewModel& operator=(const ConverterViewModel&) = delete;
+    ~ConverterViewModel() override;
 
-    // The published properties. A reference leads to the value as it is now: a write may move it.
+    // The published properties. A reference is invalidated by the next write.
 
     /// The queue, in its order.
     const std::vector<ConversionJob>& jobs() const noexcept { return jobs_; }
@@ -59,10 +63,10 @@ class ConverterViewModel : public QObject, public std::enable_shared_from_this<C
     /// Whether a batch runs.
     bool isConverting() const noexcept { return isConverting_; }
 
-    /// Whether something hovers over the place where it can be dropped.
+    /// Whether a drag that can be dropped is over the window.
     bool isDropTargeted() const noexcept { return isDropTargeted_; }
 
-    /// What the user has to be told, UTF-8; none when nothing is pending.
+    /// The text of the pending alert, UTF-8, or none.
     const std::optional<std::string>& alertMessage() const noexcept { return alertMessage_; }
 
     /// Takes effect with the next batch.
@@ -70,41 +74,42 @@ class ConverterViewModel : public QObject, public std::enable_shared_from_this<C
     void setIsDropTargeted(bool isDropTargeted);
     void setAlertMessage(std::optional<std::string> message);
 
-    /// How many jobs are completed; one pass over the queue.
+    /// Returns the number of completed jobs, in O(n).
     std::size_t completedCount() const noexcept;
 
-    /// The mean progress of all jobs, a completed one counting as 1 whatever its progress says; 0
-    /// for an empty queue. One pass over the queue.
+    /// Returns the mean progress of all jobs, in O(n): a completed job counts as 1 whatever its
+    /// progress is, and an empty queue gives 0.
     double overallProgress() const noexcept;
 
-    /// Queues files, and the accepted files below folders, sorted by name, behind the jobs that are
-    /// there. What is queued already, or not accepted, is passed over in silence.
+    /// Appends files, and the accepted files below folders, sorted by name. Files that are queued
+    /// already, or not accepted, are skipped without a message.
     void add(const std::vector<FileURL>& urls);
 
-    /// Queues what was dropped, each item on its own, soon. Accepts every drop.
+    /// Queues each item in its own event-loop iteration. Returns true: every drop is accepted.
     bool handleDrop(const std::vector<DroppedItem>& items);
 
-    /// Takes the job with this identity out of the queue and does nothing else, even if a batch
+    /// Removes the job with this identity from the queue and does nothing else, even while a batch
     /// runs.
     void remove(const ConversionJob& job);
 
-    /// Lets the user pick files to queue.
+    /// Shows a modal panel for files, and adds what was chosen.
     void chooseFiles();
 
-    /// Lets the user pick folders to queue.
+    /// Shows a modal panel for folders, and adds what was chosen.
     void chooseFolder();
 
-    /// Lets the user pick the output folder; a running batch keeps the one it started with.
+    /// Shows a modal panel for the output folder. A running batch keeps the one it started with.
     void chooseDestination();
 
     /// Shows the output folder, if there is one, in the file manager.
     void revealDestination();
 
-    /// Starts converting every job that is not completed, or says in `alertMessage` why it cannot.
-    /// Does nothing while a batch runs.
+    /// Starts a batch over every job that is not completed, or sets `alertMessage` to why it
+    /// cannot. No-op while a batch runs.
     void start();
 
-    /// Asks the running batch to stop, and returns at once; `isConverting` tells when it has.
+    /// Requests the running batch to stop, and returns at once; `isConverting` becomes false when
+    /// it has.
     void cancel();
 
   Q_SIGNALS:
@@ -114,31 +119,30 @@ class ConverterViewModel : public QObject, public std::enable_shared_from_this<C
   private:
     class Batch;
 
-    /// Announces one write of a published property and makes it.
+    /// Emits `willChange`, then makes one write of a published property.
     template <typename Write> void publish(Write write) {
         Q_EMIT willChange();
         write();
     }
 
-    /// Both write one field of the job with this identity, if it is still queued.
+    /// Both write one field of the job with this identity; no-op when it is not queued any more.
     void setState(const UUID& id, JobState state);
     void setProgress(const UUID& id, double progress);
 
-    /// Announces a change of the job with this identity and makes it, if it is still queued.
     template <typename Change> void publishJob(const UUID& id, Change change) {
         if (find(id) == jobs_.end()) {
             return;
         }
         publish([&] {
-            // Whoever heard of the change may have changed the queue.
+            // A slot may have re-entered and modified the queue.
             if (const auto job = find(id); job != jobs_.end()) {
                 change(*job);
             }
         });
     }
 
-    /// The job with this identity, or the end. Looks first where the last one was found: the
-    /// reports of one conversion all mean one job.
+    /// Returns the job with this identity, or the end. O(1) when it is the one found last, as for
+    /// the progress reports of one conversion; else O(n).
     std::vector<ConversionJob>::iterator find(const UUID& id) noexcept;
 
     std::vector<ConversionJob> jobs_;
@@ -147,10 +151,10 @@ class ConverterViewModel : public QObject, public std::enable_shared_from_this<C
     bool isConverting_ = false;
     bool isDropTargeted_ = false;
     std::optional<std::string> alertMessage_;
-    /// Where `find` found a job last.
+    /// The index that `find` returned last.
     std::size_t lastFound_ = 0;
     Dependencies dependencies_;
-    /// What the latest batch is asked to stop through; none before the first.
+    /// The stop source of the current batch, or of the last one; none before the first.
     std::optional<std::stop_source> conversionTask_;
 };
 

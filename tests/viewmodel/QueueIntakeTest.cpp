@@ -1,3 +1,4 @@
+#include "DroppedItem.h"
 #include "ViewModelFixture.h"
 
 #include <QThread>

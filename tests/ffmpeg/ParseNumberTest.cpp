@@ -35,8 +35,8 @@ TEST(ParseNumber, takesDecimalNumbersOnly) {
     EXPECT_EQ(parseNumber("12"), 12);
     EXPECT_EQ(parseNumber("-.5e-1"), -0.05);
     EXPECT_EQ(parseNumber("1."), 1);
-    for (const char* text : {"", "-", ".", "+1", " 1", "1 ", "1e", "--1", "1.5.2", "0x10", "inf", "nan",
-                             "infinity", "1,5", "N/A"}) {
+    for (const char* text : {"", "-", ".", "+1", " 1", "1 ", "1e", "--1", "1.5.2", "0x10", "inf",
+                             "nan", "infinity", "1,5", "N/A"}) {
         EXPECT_EQ(parseNumber(text), std::nullopt) << text;
     }
     EXPECT_EQ(parseNumber(std::string_view("1\0", 2)), std::nullopt);

@@ -29,7 +29,7 @@ TEST(FileUriConversion, leadsBackToEveryByte) {
     const FileURL url(path);
     EXPECT_EQ(fileUrlFromUri(uriFromFileUrl(url)), url);
     EXPECT_EQ(uriFromFileUrl(url).find_first_not_of("0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ"
-                                             "abcdefghijklmnopqrstuvwxyz-._~%:/"),
+                                                    "abcdefghijklmnopqrstuvwxyz-._~%:/"),
               std::string::npos);
 }
 

@@ -31,10 +31,10 @@ JobScrollArea::JobScrollArea(std::shared_ptr<ConverterViewModel> model, QWidget*
     setFrameShape(QFrame::NoFrame);
     viewport()->setAutoFillBackground(false);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    // A bar that came and went would change the width, and every height with it.
+    // A scroll bar that appears would change the width, and with it every height.
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     verticalScrollBar()->setStyle(ControlStyle::shared());
-    // Where its style paints nothing, the window shows.
+    // Its style leaves parts transparent.
     verticalScrollBar()->setAttribute(Qt::WA_OpaquePaintEvent, false);
     setFocusPolicy(Qt::StrongFocus);
     connect(
@@ -45,19 +45,17 @@ JobScrollArea::JobScrollArea(std::shared_ptr<ConverterViewModel> model, QWidget*
         },
         Qt::QueuedConnection);
     connect(model_.get(), &ConverterViewModel::willChange, this, [this] { isStale_ = true; });
-    connect(qApp, &QApplication::focusChanged, this, [this] {
-        updateFocusPolicy();
-        noteCurrent();
-    });
-}
-
-JobScrollArea::~JobScrollArea() {
-    // A row that goes away with the list changes the focus once more.
-    qApp->disconnect(this);
 }
 
 void JobScrollArea::refresh() {
     refreshMoved(0);
+}
+
+bool JobScrollArea::refreshIfStale() {
+    if (isStale_) {
+        refresh();
+    }
+    return !isStale_;
 }
 
 void JobScrollArea::refreshMoved(int dy) {
@@ -66,26 +64,42 @@ void JobScrollArea::refreshMoved(int dy) {
     }
     const QScopedValueRollback<bool> placing(isPlacing_, true);
     isStale_ = false;
-    const std::vector<Sighting> before = sightings(dy);
-    noteCurrent();
+    const std::vector<VisibleRow> before = visibleRows(dy);
+    tabStop_.followFocus();
     updateMetrics();
-    heights_.update(model_->jobs());
-    findCurrent();
+    heights_.update(jobs());
+    tabStop_.followJob();
     updateScrollRange();
-    scrollBack(before);
+    restoreScroll(before);
     placeRows();
     if (hasFocus()) {
-        enter(Qt::OtherFocusReason);
+        tabStop_.enter(Qt::OtherFocusReason);
     }
 }
 
 std::vector<JobRow*> JobScrollArea::rows() const {
     std::vector<JobRow*> rows;
-    rows.reserve(shown_.size());
-    for (const ShownRow& shown : shown_) {
-        rows.push_back(shown.row);
+    rows.reserve(placed_.size());
+    for (const RowWidget& placed : placed_) {
+        rows.push_back(placed.row);
     }
     return rows;
+}
+
+JobRow* JobScrollArea::row(std::size_t index) const {
+    const auto found =
+        std::find_if(placed_.begin(), placed_.end(),
+                     [index](const RowWidget& placed) { return placed.index == index; });
+    return found != placed_.end() ? found->row : nullptr;
+}
+
+void JobScrollArea::focusInEvent(QFocusEvent* event) {
+    QAbstractScrollArea::focusInEvent(event);
+    tabStop_.enter(event->reason());
+}
+
+void JobScrollArea::keyPressEvent(QKeyEvent* event) {
+    event->setAccepted(tabStop_.handleKey(*event));
 }
 
 void JobScrollArea::changeEvent(QEvent* event) {
@@ -108,38 +122,72 @@ void JobScrollArea::scrollContentsBy(int, int dy) {
         refreshMoved(dy);
         return;
     }
+    updateRows();
+}
+
+void JobScrollArea::updateRows() {
     const QScopedValueRollback<bool> placing(isPlacing_, true);
     placeRows();
 }
 
-std::optional<std::size_t> JobScrollArea::indexOf(const UUID& id, std::size_t before) const {
-    const std::vector<ConversionJob>& jobs = model_->jobs();
-    if (before < jobs.size() && jobs[before].id() == id) {
-        return before;
+void JobScrollArea::reveal(std::size_t index) {
+    const QScopedValueRollback<bool> placing(isPlacing_, true);
+    const RowOffsets& offsets = heights_.offsets();
+    // Rows that become visible may turn out to be lower than estimated.
+    for (int round = 0; round < 2; ++round) {
+        const bool isFirst = index == 0;
+        const bool isLast = index + 1 == offsets.count();
+        const qint64 top = offsets.top(index) + (isFirst ? 0 : endMargin);
+        const qint64 bottom =
+            offsets.top(index) + offsets.height(index) + (isLast ? 2 : 1) * qint64{endMargin};
+        const qint64 value = verticalScrollBar()->value();
+        scrollTo(std::min(top, std::max(value, bottom - viewport()->height())));
+        placeRows();
     }
-    const auto found = std::find_if(jobs.begin(), jobs.end(),
-                                    [&id](const ConversionJob& job) { return job.id() == id; });
-    if (found == jobs.end()) {
-        return std::nullopt;
-    }
-    return static_cast<std::size_t>(found - jobs.begin());
 }
 
-std::vector<JobScrollArea::Sighting> JobScrollArea::sightings(int dy) const {
-    std::vector<Sighting> sightings;
-    for (const auto& [row, index] : shown_) {
+std::size_t JobScrollArea::firstWholeRow() const {
+    const Range range = visibleRange();
+    const qint64 firstTop = heights_.offsets().top(range.first) + endMargin;
+    const bool isCut = firstTop < verticalScrollBar()->value();
+    const std::size_t first =
+        isCut && range.first + 1 < range.second ? range.first + 1 : range.first;
+    return std::min(first, jobs().size() - 1);
+}
+
+std::optional<std::size_t> JobScrollArea::indexOf(const UUID& id, std::size_t hint) const {
+    if (hint < jobs().size() && jobs()[hint].id() == id) {
+        return hint;
+    }
+    const auto found = std::find_if(jobs().begin(), jobs().end(),
+                                    [&id](const ConversionJob& job) { return job.id() == id; });
+    if (found == jobs().end()) {
+        return std::nullopt;
+    }
+    return static_cast<std::size_t>(found - jobs().begin());
+}
+
+std::optional<std::size_t> JobScrollArea::indexOf(const JobRow& row) const {
+    const auto found = std::find_if(placed_.begin(), placed_.end(),
+                                    [&row](const RowWidget& placed) { return placed.row == &row; });
+    return found != placed_.end() ? std::optional(found->index) : std::nullopt;
+}
+
+std::vector<JobScrollArea::VisibleRow> JobScrollArea::visibleRows(int dy) const {
+    std::vector<VisibleRow> visible;
+    for (const auto& [row, index] : placed_) {
         const QRect geometry = row->geometry();
         const int bottom = geometry.top() + geometry.height();
         if (bottom > 0 && geometry.top() < viewport()->height()) {
-            sightings.push_back({row->job().id(), index, geometry.top() + dy, bottom + dy});
+            visible.push_back({row->job().id(), index, geometry.top() + dy, bottom + dy});
         }
     }
-    return sightings;
+    return visible;
 }
 
 void JobScrollArea::updateMetrics() {
     if (model_->jobs().empty()) {
-        // Takes time, which the program's start would have to wait for.
+        // Measuring takes time, which would delay the first frame.
         return;
     }
     const int width = rowSpan().width();
@@ -163,29 +211,29 @@ void JobScrollArea::scrollTo(qint64 value) {
     bar->setValue(static_cast<int>(std::clamp<qint64>(value, bar->minimum(), bar->maximum())));
 }
 
-void JobScrollArea::scrollBack(const std::vector<Sighting>& sightings) {
+void JobScrollArea::restoreScroll(const std::vector<VisibleRow>& before) {
     const RowOffsets& offsets = heights_.offsets();
     std::optional<int> gap;
-    for (const Sighting& sighting : sightings) {
-        const std::optional<std::size_t> index = indexOf(sighting.id, sighting.index);
+    for (const VisibleRow& visible : before) {
+        const std::optional<std::size_t> index = indexOf(visible.id, visible.index);
         if (!index) {
-            // The rows below close the gap of one that was there as a whole.
-            gap = gap || sighting.top < 0 ? gap : sighting.top;
+            // The rows below close the gap of a removed row that was wholly visible.
+            gap = gap || visible.top < 0 ? gap : visible.top;
             continue;
         }
-        // Assumed, its height would change once more, and where the row lies with it.
-        if (heights_.measure(*index, model_->jobs()[*index])) {
+        // An estimated height would change when the row is placed, and move the row.
+        if (heights_.measure(*index, jobs()[*index])) {
             updateScrollRange();
         }
-        // Of a row that reaches out of sight, the end that is in sight stays.
-        const bool isCut = sighting.top < 0;
+        // Of a row that is cut off at the top, the bottom edge keeps its place.
+        const bool isCut = visible.top < 0;
         const qint64 edge = offsets.top(*index) + (isCut ? offsets.height(*index) : 0) + endMargin;
-        scrollTo(edge - (isCut ? sighting.bottom : gap.value_or(sighting.top)));
+        scrollTo(edge - (isCut ? visible.bottom : gap.value_or(visible.top)));
         return;
     }
 }
 
-JobScrollArea::Range JobScrollArea::sight() const {
+JobScrollArea::Range JobScrollArea::visibleRange() const {
     const qint64 top = qint64{verticalScrollBar()->value()} - endMargin;
     return heights_.offsets().rowsBetween(top, top + viewport()->height());
 }
@@ -193,17 +241,17 @@ JobScrollArea::Range JobScrollArea::sight() const {
 bool JobScrollArea::measure(const Range& range) {
     bool isChange = false;
     for (std::size_t index = range.first; index < range.second; ++index) {
-        isChange = heights_.measure(index, model_->jobs()[index]) || isChange;
+        isChange = heights_.measure(index, jobs()[index]) || isChange;
     }
     return isChange;
 }
 
-JobScrollArea::Range JobScrollArea::measuredSight() {
-    Range range = sight();
-    // What was in sight before was measured then, and stays; what is new gives way.
+JobScrollArea::Range JobScrollArea::measuredVisibleRange() {
+    Range range = visibleRange();
+    // The first row that has been measured already keeps its place.
     std::size_t anchor = range.first;
     for (std::size_t index = range.first; index < range.second; ++index) {
-        if (heights_.isKnown(model_->jobs()[index])) {
+        if (heights_.isKnown(jobs()[index])) {
             anchor = index;
             break;
         }
@@ -213,60 +261,61 @@ JobScrollArea::Range JobScrollArea::measuredSight() {
     while (measure(range)) {
         updateScrollRange();
         scrollTo(offsets.top(anchor) - y);
-        range = sight();
+        range = visibleRange();
     }
     return range;
 }
 
-std::vector<std::size_t> JobScrollArea::wantedRows() {
-    const auto [first, end] = measuredSight();
-    std::vector<std::size_t> wanted;
+std::vector<std::size_t> JobScrollArea::rowsToPlace() {
+    const auto [first, end] = measuredVisibleRange();
+    std::vector<std::size_t> rows;
     for (std::size_t index = first; index < end; ++index) {
-        wanted.push_back(index);
+        rows.push_back(index);
     }
-    if (current_ && hasFocusInside() && (current_->index < first || current_->index >= end)) {
-        wanted.insert(current_->index < first ? wanted.begin() : wanted.end(), current_->index);
+    const std::optional<std::size_t> pinned = tabStop_.pinnedRow();
+    if (pinned && (*pinned < first || *pinned >= end)) {
+        rows.insert(*pinned < first ? rows.begin() : rows.end(), *pinned);
     }
-    return wanted;
+    return rows;
 }
 
 void JobScrollArea::placeRows() {
-    const std::vector<ConversionJob>& jobs = model_->jobs();
-    const std::vector<std::size_t> wanted = wantedRows();
-    std::unordered_map<UUID, JobRow*> old;
-    for (const ShownRow& shown : shown_) {
-        old.emplace(shown.row->job().id(), shown.row);
+    const std::vector<std::size_t> indexes = rowsToPlace();
+    std::unordered_map<UUID, JobRow*> unused;
+    for (const RowWidget& placed : placed_) {
+        unused.emplace(placed.row->job().id(), placed.row);
     }
-    shown_.clear();
+    placed_.clear();
     std::vector<std::size_t> missing;
-    for (const std::size_t index : wanted) {
-        const auto found = old.find(jobs[index].id());
-        if (found == old.end()) {
+    for (const std::size_t index : indexes) {
+        const auto found = unused.find(jobs()[index].id());
+        if (found == unused.end()) {
             missing.push_back(index);
             continue;
         }
         place(found->second, index);
-        old.erase(found);
+        unused.erase(found);
     }
-    JobRow* const focused = focusedRow();
-    JobRow* lost = nullptr;
-    for (const auto& [id, row] : old) {
+    JobRow* const focused = tabStop_.focusedRow();
+    JobRow* orphan = nullptr;
+    for (const auto& [id, row] : unused) {
         if (row == focused) {
-            lost = row;
+            orphan = row;
         } else {
-            retire(row);
+            recycle(row);
         }
     }
     for (const std::size_t index : missing) {
-        place(spareRow(), index);
+        place(takeSpareRow(), index);
     }
-    std::sort(shown_.begin(), shown_.end(),
-              [](const ShownRow& a, const ShownRow& b) { return a.index < b.index; });
-    if (lost != nullptr) {
-        moveFocusFrom(lost);
+    std::sort(placed_.begin(), placed_.end(),
+              [](const RowWidget& a, const RowWidget& b) { return a.index < b.index; });
+    if (orphan != nullptr) {
+        tabStop_.moveFocusFrom(*orphan);
+        recycle(orphan);
     }
-    for (const ShownRow& shown : shown_) {
-        shown.row->removeButton()->refreshHover();
+    for (const RowWidget& placed : placed_) {
+        placed.row->removeButton()->refreshHover();
     }
     updateSeparators();
 }
@@ -279,43 +328,40 @@ QRect JobScrollArea::rowSpan() const {
 }
 
 void JobScrollArea::place(JobRow* row, std::size_t index) {
-    row->setJob(model_->jobs()[index]);
-    row->setPosition(index, model_->jobs().size());
+    row->setJob(jobs()[index]);
+    row->setPosition(index, jobs().size());
     const RowOffsets& offsets = heights_.offsets();
     const qint64 y = offsets.top(index) + endMargin - verticalScrollBar()->value();
-    // A row that is kept for its focus may lie further away than a window can reach.
+    // The pinned row may lie further away than the coordinates of a widget reach.
     constexpr qint64 farAway = 1'000'000;
     const QRect span = rowSpan();
     row->setGeometry(span.left(), static_cast<int>(std::clamp(y, -farAway, farAway)), span.width(),
                      offsets.height(index));
     row->show();
-    shown_.push_back({row, index});
+    placed_.push_back({row, index});
 }
 
-void JobScrollArea::retire(JobRow* row) {
+void JobScrollArea::recycle(JobRow* row) {
     row->hide();
     spare_.push_back(row);
 }
 
-JobRow* JobScrollArea::spareRow() {
+JobRow* JobScrollArea::takeSpareRow() {
     if (!spare_.empty()) {
         JobRow* row = spare_.back();
         spare_.pop_back();
         return row;
     }
     auto* row = new JobRow(model_, viewport());
-    row->removeButton()->installEventFilter(this);
-    // Whatever is next to the list for the keyboard is next to its rows.
-    setTabOrder(this, row);
-    setTabOrder(row, row->removeButton());
+    tabStop_.adopt(*row);
     return row;
 }
 
 void JobScrollArea::updateSeparators() {
     std::vector<QRect> separators;
     const QRect all = viewport()->rect();
-    for (const auto& [row, index] : shown_) {
-        const bool isLast = index + 1 == model_->jobs().size();
+    for (const auto& [row, index] : placed_) {
+        const bool isLast = index + 1 == jobs().size();
         const int bottom = row->geometry().bottom();
         if (isLast || bottom < 0 || bottom >= all.height()) {
             continue;

@@ -1,6 +1,7 @@
 #include "CaptionButton.h"
 
 #include "ContinuousRectangle.h"
+#include "FocusRing.h"
 #include "KeyboardFocus.h"
 #include "ThemeColor.h"
 

@@ -1,7 +1,9 @@
 #include "Button.h"
 
 #include "ApplicationFont.h"
+#include "ColorScheme.h"
 #include "ContinuousRectangle.h"
+#include "FocusRing.h"
 #include "KeyboardFocus.h"
 #include "TextDrawing.h"
 

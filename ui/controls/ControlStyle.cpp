@@ -1,6 +1,7 @@
 #include "ControlStyle.h"
 
 #include "ContinuousRectangle.h"
+#include "FocusRing.h"
 #include "KeyboardFocus.h"
 #include "TextDrawing.h"
 #include "ThemeColor.h"

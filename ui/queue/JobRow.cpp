@@ -7,6 +7,7 @@
 #include "FileURL.h"
 #include "JobBadge.h"
 #include "JobState.h"
+#include "FocusRing.h"
 #include "KeyboardFocus.h"
 #include "Label.h"
 #include "ProgressBar.h"

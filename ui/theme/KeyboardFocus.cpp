@@ -1,10 +1,7 @@
 #include "KeyboardFocus.h"
 
-#include "ContinuousRectangle.h"
-
 #include <QApplication>
 #include <QEvent>
-#include <QPainter>
 #include <QPointer>
 #include <QWidget>
 
@@ -38,18 +35,6 @@ bool KeyboardFocus::eventFilter(QObject* watched, QEvent* event) {
         }
     }
     return QObject::eventFilter(watched, event);
-}
-
-void drawFocusRing(QPainter& painter, const QRectF& rect, double radius, const QColor& color) {
-    constexpr double width = 2;
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(color, width));
-    painter.setBrush(Qt::NoBrush);
-    const double inset = width / 2;
-    painter.drawPath(
-        continuousRectangle(rect.adjusted(inset, inset, -inset, -inset), radius - inset));
-    painter.restore();
 }
 
 } // namespace kestrel

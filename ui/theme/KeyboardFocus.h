@@ -2,23 +2,21 @@
 
 #include <QObject>
 
-class QColor;
-class QPainter;
-class QRectF;
 class QWidget;
 
 namespace kestrel {
 
-/// Knows whether the user works with the keyboard: who clicks sees where they click and needs no
-/// mark around the focus. One for the program, made with the first question.
+/// Tells whether the focus is to be shown, which it is while the user works with the keyboard, not
+/// the mouse (as :focus-visible does). Main thread.
 class KeyboardFocus : public QObject {
     Q_OBJECT
 
   public:
-    /// Whether the widget has the focus and is to show it.
+    /// Returns whether the widget has the focus and is to draw its focus ring.
     static bool isShownOn(const QWidget& widget);
 
-    /// Starts to watch the input. Questions asked before have the answer no.
+    /// Installs the event filter on the application, once; `isShownOn` does it too. Input before
+    /// that is not seen.
     static void watch();
 
   protected:
@@ -31,8 +29,5 @@ class KeyboardFocus : public QObject {
 
     bool isKeyboardInUse_ = false;
 };
-
-/// Draws the mark of the keyboard focus just inside a rectangle with rounded corners.
-void drawFocusRing(QPainter& painter, const QRectF& rect, double radius, const QColor& color);
 
 } // namespace kestrel

@@ -1,5 +1,7 @@
 #include "ThemeColor.h"
 
+#include "ColorScheme.h"
+
 #include <QPalette>
 
 namespace kestrel {
@@ -31,12 +33,6 @@ QColor scaled(QColor color, double opacity) {
 }
 
 } // namespace
-
-ColorScheme colorScheme(const QPalette& palette) {
-    const QColor window = palette.color(QPalette::Active, QPalette::Window);
-    const QColor text = palette.color(QPalette::Active, QPalette::WindowText);
-    return window.lightnessF() < text.lightnessF() ? ColorScheme::dark : ColorScheme::light;
-}
 
 ThemeColor ThemeColor::withOpacity(double opacity) const {
     ThemeColor ink = *this;

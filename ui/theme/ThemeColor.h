@@ -6,25 +6,19 @@ class QPalette;
 
 namespace kestrel {
 
-/// The two kinds of palettes that the named colours are made for.
-enum class ColorScheme { light, dark };
-
-/// Which of the two a palette is, by its text and its ground.
-ColorScheme colorScheme(const QPalette& palette);
-
-/// What something is drawn in: a named colour or a role, which becomes a colour only with the
-/// palette of the place where it is drawn.
+/// A named colour or a colour role, with an opacity; resolved to a QColor by the palette of the
+/// widget that paints it.
 class ThemeColor {
   public:
     enum class Name { primary, secondary, white, purple, blue, green, orange, red };
 
-    // NOLINTNEXTLINE(google-explicit-constructor): a name is an ink
+    // NOLINTNEXTLINE(google-explicit-constructor): a name is a colour
     ThemeColor(Name name) : name_(name) {}
 
-    /// The ink at a fraction of its own opacity.
+    /// Returns the colour with its opacity multiplied.
     ThemeColor withOpacity(double opacity) const;
 
-    /// What the ink is on a ground of this palette.
+    /// Returns the RGB value, light or dark by the palette's colour scheme.
     QColor color(const QPalette& palette) const;
 
     friend bool operator==(const ThemeColor&, const ThemeColor&) = default;
@@ -34,7 +28,7 @@ class ThemeColor {
     double opacity_ = 1;
 };
 
-/// The lines between parts of the window, and the edges of its controls.
+/// The colour of the lines between parts of the window, and of the borders of its controls.
 QColor separatorColor(const QPalette& palette);
 
 } // namespace kestrel

@@ -1,5 +1,7 @@
 #include "ThemeColor.h"
 
+#include "ColorScheme.h"
+
 #include <QPalette>
 
 #include <gtest/gtest.h>
@@ -10,7 +12,7 @@ namespace {
 const QPalette light(QColor(Qt::black), QColor(0xEE, 0xEE, 0xEE));
 const QPalette dark(QColor(Qt::white), QColor(0x20, 0x20, 0x20));
 
-TEST(ThemeColorTest, knowsALightPaletteFromADarkOne) {
+TEST(ThemeColorTest, distinguishesLightAndDarkPalettes) {
     EXPECT_EQ(colorScheme(light), ColorScheme::light);
     EXPECT_EQ(colorScheme(dark), ColorScheme::dark);
     EXPECT_EQ(colorScheme(QPalette(QColor(Qt::yellow), QColor(Qt::black))), ColorScheme::dark);
@@ -38,7 +40,7 @@ TEST(ThemeColorTest, hasAColourForEachName) {
     }
 }
 
-TEST(ThemeColorTest, takesAFractionOfItsOwnOpacity) {
+TEST(ThemeColorTest, multipliesItsOpacity) {
     EXPECT_NEAR(ThemeColor(ThemeColor::Name::purple).withOpacity(0.1).color(light).alphaF(), 0.1,
                 0.005);
     EXPECT_NEAR(ThemeColor(ThemeColor::Name::secondary).withOpacity(0.2).color(light).alphaF(),
@@ -51,7 +53,7 @@ TEST(ThemeColorTest, takesAFractionOfItsOwnOpacity) {
                 0.12, 0.005);
 }
 
-TEST(ThemeColorTest, isTheSameInAWindowThatIsNotActiveOrDisabled) {
+TEST(ThemeColorTest, ignoresTheCurrentColorGroup) {
     QPalette palette = light;
     palette.setColor(QPalette::Disabled, QPalette::WindowText, Qt::gray);
     palette.setCurrentColorGroup(QPalette::Disabled);

@@ -9,20 +9,20 @@ namespace kestrel {
 
 namespace {
 
-constexpr int tailLength = 8;
+constexpr int tailLineCount = 8;
 
 QString decoded(std::string_view bytes) {
-    // Stateless, so that a sequence cut short at the end is replaced and not kept for later.
+    // Stateless: a sequence truncated at the end is replaced, not buffered.
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom |
                                                      QStringDecoder::Flag::Stateless);
     return decoder.decode(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));
 }
 
-/// Where the last lines of the text begin: before the earliest of the last 8 that are not empty.
+/// Returns the offset of the first of the last 8 non-empty lines.
 std::size_t tailStart(std::string_view bytes) {
     std::size_t start = bytes.size();
     std::size_t end = bytes.size();
-    for (int lines = 0; lines < tailLength && end > 0;) {
+    for (int lines = 0; lines < tailLineCount && end > 0;) {
         const std::size_t lineFeed = bytes.rfind('\n', end - 1);
         const std::size_t lineStart = lineFeed == std::string_view::npos ? 0 : lineFeed + 1;
         if (lineStart < end) {
@@ -37,7 +37,7 @@ std::size_t tailStart(std::string_view bytes) {
 } // namespace
 
 std::string diagnosticsTail(std::string_view bytes) {
-    // An LF is never part of a longer UTF-8 sequence, so lines can be cut before they are decoded.
+    // LF never occurs inside a multi-byte UTF-8 sequence, so lines can be split before decoding.
     std::string_view rest = bytes.substr(tailStart(bytes));
     std::string tail;
     while (!rest.empty()) {

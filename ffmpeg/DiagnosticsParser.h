@@ -5,9 +5,8 @@
 
 namespace kestrel {
 
-/// The last 8 lines of the diagnostics, empty ones not counted, joined by LF without one at the
-/// end: UTF-8, with replacement characters for what was not. Lines end with LF alone; whatever else
-/// stands in them stays.
+/// Returns the last 8 non-empty lines of stderr, joined by LF without a trailing one, as UTF-8 with
+/// replacement characters for invalid bytes. Only LF ends a line; all other characters are kept.
 std::string diagnosticsTail(std::string_view bytes);
 
 } // namespace kestrel

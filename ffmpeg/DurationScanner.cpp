@@ -19,7 +19,7 @@ const QRegularExpression& durationPattern() {
     return pattern;
 }
 
-/// The pattern is ASCII throughout, so the bytes need not be UTF-8, nor whole characters.
+/// Decodes as Latin-1: the pattern is ASCII, so invalid or truncated UTF-8 does not matter.
 QString textOf(std::string_view bytes) {
     return QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size()));
 }
@@ -38,8 +38,8 @@ double seconds(const QRegularExpressionMatch& match) {
     return std::isfinite(total) ? total : 0;
 }
 
-/// One digit for every row of them, which makes no difference to what may follow.
-void shortenNumbers(std::string& text) {
+/// Collapses runs of digits to one, which does not affect what can still match.
+void collapseDigitRuns(std::string& text) {
     const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
     text.erase(std::unique(text.begin(), text.end(),
                            [&](char a, char b) { return isDigit(a) && isDigit(b); }),
@@ -53,7 +53,7 @@ void DurationScanner::feed(std::string_view bytes) {
         return;
     }
     pending_ += bytes;
-    // What the end of the piece cuts off is no match yet: more digits may follow.
+    // A match that reaches the end of the chunk is only partial: more digits may follow.
     const QRegularExpressionMatch match =
         durationPattern().match(textOf(pending_), 0, QRegularExpression::PartialPreferFirstMatch);
     if (match.capturedStart(0) != 0) {
@@ -66,7 +66,7 @@ void DurationScanner::feed(std::string_view bytes) {
         pending_.erase(0, static_cast<std::size_t>(match.capturedStart(0)));
         if (pending_.size() > maximumLength) {
             isOverlong_ = true;
-            shortenNumbers(pending_);
+            collapseDigitRuns(pending_);
         }
     } else {
         pending_.clear();

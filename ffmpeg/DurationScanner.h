@@ -7,26 +7,25 @@
 
 namespace kestrel {
 
-/// Finds the length that the first "Duration: h:m:s" of ffmpeg's diagnostics gives, in whatever
-/// pieces they arrive. Keeps none of them but the start of what may become a duration. Any thread,
-/// one at a time.
+/// Incremental scanner for the first "Duration: h:m:s" in ffmpeg's stderr, which may be chunked
+/// anywhere. Buffers only a partial match at the end of a chunk. Not thread-safe.
 class DurationScanner {
   public:
-    /// A duration whose text is longer than this, in bytes, counts as one that cannot be read.
+    /// A duration whose text is longer than this, in bytes, is invalid.
     static constexpr std::size_t maximumLength = 4096;
 
-    /// Takes the next bytes of the diagnostics.
+    /// Consumes the next chunk of stderr.
     void feed(std::string_view bytes);
 
-    /// The diagnostics have ended: seconds, or 0 where no length was found.
+    /// Call at EOF. Returns seconds, or 0 if there was no duration or the first one is invalid.
     double finish();
 
   private:
-    /// What may be the start of a duration, cut off where the last piece ended.
+    /// A partial match at the end of the last chunk.
     std::string pending_;
-    /// Whether that start is too long already; its numbers are shortened then.
+    /// Whether `pending_` exceeded `maximumLength`; its runs of digits are collapsed then.
     bool isOverlong_ = false;
-    /// Set once the first duration has been seen; it may be one that cannot be read.
+    /// Set once the first duration has been seen; 0 if it is invalid.
     std::optional<double> seconds_;
 };
 

@@ -8,8 +8,8 @@
 
 namespace kestrel {
 
-/// The first of the absolute paths that names a regular file which this user may execute, symbolic
-/// links followed, or none.
+/// Returns the first of the absolute paths that is a regular file executable by the effective user,
+/// or std::nullopt. Follows symbolic links.
 std::optional<FileURL> firstExecutable(std::span<const std::string_view> paths);
 
 } // namespace kestrel

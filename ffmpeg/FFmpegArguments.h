@@ -8,11 +8,11 @@
 
 namespace kestrel {
 
-/// What ffmpeg is given, after its own name, to convert one file.
+/// Returns the ffmpeg arguments, without argv[0], that convert one file.
 std::vector<std::string> conversionArguments(const FileURL& source, const FileURL& destination,
                                              const ConversionSettings& settings);
 
-/// What ffmpeg is given, after its own name, to describe one file.
+/// Returns the ffmpeg arguments, without argv[0], of the duration probe.
 std::vector<std::string> probeArguments(const FileURL& source);
 
 } // namespace kestrel

@@ -5,15 +5,16 @@
 
 namespace kestrel {
 
-/// Why a conversion ended without its output.
+/// Thrown by a conversion that failed or was cancelled.
 class FFmpegError final : public std::exception {
   public:
     enum class Case : unsigned char { processFailed, notFound, cancelled };
 
-    /// ffmpeg exited with an error; `message` is the tail of its diagnostics, UTF-8, maybe empty.
+    /// ffmpeg failed; `message` is the tail of its stderr, UTF-8. A generic message replaces an
+    /// empty one.
     static FFmpegError processFailed(std::string message);
 
-    /// ffmpeg is not installed where it is looked for.
+    /// None of the searched paths has ffmpeg.
     static FFmpegError notFound();
 
     /// ffmpeg was killed by a signal.
@@ -21,7 +22,7 @@ class FFmpegError final : public std::exception {
 
     Case which() const noexcept { return case_; }
 
-    /// The text for the user, UTF-8.
+    /// The error message for the user, UTF-8.
     const std::string& errorDescription() const noexcept { return description_; }
 
     const char* what() const noexcept override { return description_.c_str(); }

@@ -50,20 +50,20 @@ bool reportProgress(const FileDescriptor& progress, double duration,
     return hasEnded;
 }
 
-/// None where there is no such file.
+/// Returns std::nullopt if stat() fails.
 std::optional<struct stat> statusOf(const FileURL& file) noexcept {
     struct stat status = {};
     return ::stat(file.path().c_str(), &status) == 0 ? std::optional(status) : std::nullopt;
 }
 
-/// Whether the path still leads to the same file, and nobody has written to it.
-bool isUntouched(const struct stat& before, const std::optional<struct stat>& after) noexcept {
+/// Returns true iff it is still the same file (device and inode) with the same size and mtime.
+bool isUnchanged(const struct stat& before, const std::optional<struct stat>& after) noexcept {
     return after && after->st_dev == before.st_dev && after->st_ino == before.st_ino &&
            after->st_size == before.st_size && after->st_mtim.tv_sec == before.st_mtim.tv_sec &&
            after->st_mtim.tv_nsec == before.st_mtim.tv_nsec;
 }
 
-/// Throws where there is no thread to read with: before there is a child that would need it.
+/// Throws PlatformError when no thread can be created: before there is a child that needs one.
 std::future<std::string> readInBackground(const FileURL& ffmpeg,
                                           std::future<FileDescriptor> source) {
     try {
@@ -74,7 +74,7 @@ std::future<std::string> readInBackground(const FileURL& ffmpeg,
     }
 }
 
-double probedDuration(const FileURL& source, const FileURL& ffmpeg) {
+double probeDuration(const FileURL& source, const FileURL& ffmpeg) {
     ChildProcess probe(ffmpeg, probeArguments(source), ChildProcess::StandardOutput::nullDevice);
     probe.launch();
     DurationScanner duration;
@@ -94,14 +94,14 @@ bool isFifoOrCharacterDevice(const FileURL& source) noexcept {
 
 void lowerPriorityOfThisThread() noexcept {
     constexpr int niceness = 5;
-    // On Linux this is the calling thread alone, and the children that it starts.
+    // On Linux, niceness is per thread, and the child inherits it.
     const int own = ::getpriority(PRIO_PROCESS, 0);
     static_cast<void>(::setpriority(PRIO_PROCESS, 0, own + niceness));
 }
 
 } // namespace
 
-/// Holds the conversion child in `activeProcess_` for as long as it lives.
+/// Publishes the conversion child in `activeProcess_` for the lifetime of this object.
 class FFmpegService::ActiveProcessScope {
   public:
     ActiveProcessScope(FFmpegService& service, std::shared_ptr<ChildProcess> child)
@@ -116,8 +116,8 @@ class FFmpegService::ActiveProcessScope {
 
   private:
     void store(std::shared_ptr<ChildProcess> child) noexcept {
-        const std::lock_guard lock(service_.lock_);
-        // The previous handle goes away after the lock has been released.
+        const std::lock_guard lock(service_.mutex_);
+        // Swapped, so that the previous pointer is released after the mutex.
         service_.activeProcess_.swap(child);
     }
 
@@ -143,7 +143,7 @@ void FFmpegService::convert(const FileURL& source, const FileURL& destination,
         std::make_shared<ChildProcess>(*ffmpeg, conversionArguments(source, destination, settings),
                                        ChildProcess::StandardOutput::pipe);
     const ActiveProcessScope active(*this, child);
-    // Read at the same time as the progress, so that neither pipe fills up and stalls the child.
+    // Read concurrently with the progress, so that neither pipe fills up and blocks the child.
     std::promise<FileDescriptor> standardError;
     std::future<std::string> diagnostics = readInBackground(*ffmpeg, standardError.get_future());
     const std::optional<struct stat> existing =
@@ -157,10 +157,9 @@ void FFmpegService::convert(const FileURL& source, const FileURL& destination,
         if (exit.reason == ProcessExit::Reason::uncaughtSignal) {
             throw FFmpegError::cancelled();
         }
-        // ffmpeg 5.1 refuses to overwrite with status 1, but ffmpeg 7.1 and 9.0 do so with status
-        // 0.
+        // On a refused overwrite, ffmpeg 5.1 exits with status 1, but 7.1 and 9.0 exit with 0.
         const bool isRefused =
-            existing && !hasEnded && isUntouched(*existing, statusOf(destination));
+            existing && !hasEnded && isUnchanged(*existing, statusOf(destination));
         if (exit.code != 0 || isRefused) {
             throw FFmpegError::processFailed(diagnosticsTail(bytes));
         }
@@ -172,7 +171,7 @@ void FFmpegService::convert(const FileURL& source, const FileURL& destination,
 void FFmpegService::interruptActiveProcess() {
     std::shared_ptr<ChildProcess> child;
     {
-        const std::lock_guard lock(lock_);
+        const std::lock_guard lock(mutex_);
         child = activeProcess_;
     }
     if (child) {
@@ -187,11 +186,11 @@ double FFmpegService::mediaDuration(const FileURL& source, const FileURL& ffmpeg
     try {
         return runDetached([source, ffmpeg] {
                    lowerPriorityOfThisThread();
-                   return probedDuration(source, ffmpeg);
+                   return probeDuration(source, ffmpeg);
                })
             .get();
     } catch (const std::exception&) {
-        // A length that cannot be read only turns off the fractions of the progress.
+        // A failed probe only disables the progress fractions.
         return 0;
     }
 }

@@ -15,25 +15,25 @@ namespace kestrel {
 
 class ChildProcess;
 
-/// Runs conversions as ffmpeg children, one at a time.
+/// Runs one conversion at a time, as an ffmpeg child process.
 class FFmpegService final : public ConversionRunner {
   public:
-    /// Tells the executable to use, or none where ffmpeg is not installed. Any thread.
+    /// Returns the ffmpeg executable, or std::nullopt if it is not installed. Called on any thread.
     using BinaryLocator = std::function<std::optional<FileURL>()>;
 
     explicit FFmpegService(BinaryLocator locator = locateBinary);
 
-    /// ffmpeg at the first of three fixed paths that has an executable file, or none. Looks anew at
-    /// every call; a quick file-system check. Any thread.
+    /// Returns the first of three fixed paths that is an executable file, or std::nullopt. Not
+    /// cached: a quick file-system check at every call. Thread-safe.
     static std::optional<FileURL> locateBinary();
 
-    /// The extensions of accepted input files, in lower case, without dots, to be compared with the
-    /// lower-cased extension of a name.
+    /// Extensions of accepted input files, in lower case, without dots. Compare with the
+    /// lower-cased extension.
     static constexpr std::array<std::string_view, 3> supportedExtensions{"opus", "ogg", "oga"};
 
-    /// Leaves no child, thread or descriptor behind, except when reading the child's progress, or
-    /// handing it over, fails: then the child is left to end by itself. The whole of ffmpeg's
-    /// diagnostics is kept in memory while it runs.
+    /// Leaves no child, thread or descriptor behind, except when reading or reporting progress
+    /// fails: then the child is not waited for, but reaped in the background. Keeps the whole
+    /// stderr of ffmpeg in memory while it runs.
     void convert(const FileURL& source, const FileURL& destination,
                  const ConversionSettings& settings, const ProgressHandler& onProgress) override;
 
@@ -42,14 +42,14 @@ class FFmpegService final : public ConversionRunner {
   private:
     class ActiveProcessScope;
 
-    /// Seconds; 0 where the length cannot be read, for whatever reason. Pipes and character devices
-    /// are not even asked.
+    /// Runs the duration probe. Returns seconds, or 0 if it fails for any reason. FIFOs and
+    /// character devices are not probed.
     static double mediaDuration(const FileURL& source, const FileURL& ffmpeg);
 
     BinaryLocator locator_;
-    /// Guards `activeProcess_` and nothing else.
-    std::mutex lock_;
-    /// The conversion child between its making and its end.
+    /// Guards `activeProcess_`.
+    std::mutex mutex_;
+    /// The child of the conversion, never of the probe; null when there is none.
     std::shared_ptr<ChildProcess> activeProcess_;
 };
 

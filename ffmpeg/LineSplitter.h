@@ -8,22 +8,21 @@
 
 namespace kestrel {
 
-/// Cuts a stream of bytes into lines, however the bytes are cut into chunks. A line ends with LF,
-/// CR or CR LF, or with the stream, and is handed over without its end, valid during the call.
+/// Splits a chunked byte stream into lines. LF, CR, CR LF or EOF ends a line. The handler gets it
+/// without its terminator, valid during the call.
 class LineSplitter {
   public:
-    /// Longer lines are passed over, so that a stream without line ends takes no memory to speak
-    /// of.
+    /// Longer lines, in bytes, are dropped: bounded memory for a stream without line ends.
     static constexpr std::size_t maximumLineLength = 65'536;
 
     using LineHandler = std::function<void(std::string_view)>;
 
     explicit LineSplitter(LineHandler onLine) : onLine_(std::move(onLine)) {}
 
-    /// Hands over the lines that end in these bytes, the next ones of the stream.
+    /// Consumes the next chunk and calls the handler for each line that ends in it.
     void feed(std::string_view bytes);
 
-    /// The stream has ended: hands over the last line where it lacks its end.
+    /// Call at EOF: hands over an unterminated last line.
     void finish();
 
   private:

@@ -5,13 +5,13 @@
 
 namespace kestrel {
 
-/// The fraction done that one line of ffmpeg's progress report tells, or none where it tells
-/// nothing. `duration` is the length of the input in seconds, 0 where it is unknown: only the end
-/// is told then. At most 1; negative where ffmpeg reports a negative time.
+/// Parses one line of ffmpeg's -progress output. Returns the fraction done, at most 1 and negative
+/// for a negative time, or std::nullopt if the line has none. `duration` is that of the input in
+/// seconds, or 0 if unknown: then only the end yields a fraction.
 std::optional<double> progressFraction(std::string_view line, double duration);
 
-/// Whether the line is the last of ffmpeg's progress report. It comes also after an interrupt or a
-/// full disk, but never where ffmpeg opened no output.
+/// Returns whether the line is the last of ffmpeg's -progress output. ffmpeg also writes it after
+/// an interrupt or a full disk, but never if it opened no output.
 bool isProgressEnd(std::string_view line) noexcept;
 
 } // namespace kestrel

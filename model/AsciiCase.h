@@ -5,7 +5,7 @@
 
 namespace kestrel {
 
-/// The text with A to Z in lower case and every other byte as it was, whatever the locale.
+/// Returns the text with ASCII letters in lower case and other bytes unchanged. Locale-independent.
 std::string asciiLowercased(std::string_view text);
 
 } // namespace kestrel

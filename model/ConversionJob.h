@@ -9,22 +9,21 @@
 
 namespace kestrel {
 
-/// One input file in the queue: a plain value, copied freely. Equality is field by field, with
-/// floating-point rules, so a job whose progress is NaN is not even equal to itself.
+/// One input file in the queue; a value type. Compares memberwise, so a job whose progress or
+/// duration is NaN is not equal to itself.
 class ConversionJob {
   public:
-    /// A waiting job with a fresh identity.
+    /// A waiting job with a new id.
     explicit ConversionJob(FileURL source) : id_(UUID::random()), source_(std::move(source)) {}
 
-    /// Tells jobs apart, also when they stand for the same file.
+    /// Unique, even among jobs for the same file.
     const UUID& id() const noexcept { return id_; }
 
     const FileURL& source() const noexcept { return source_; }
 
     friend bool operator==(const ConversionJob&, const ConversionJob&) = default;
 
-    // Each member stands where the walks over a long queue find it soonest: what they look at comes
-    // first, close together.
+    // Hot fields first and adjacent, for cache locality when a long queue is iterated.
   private:
     UUID id_;
 
@@ -32,7 +31,7 @@ class ConversionJob {
     /// The fraction done, nominally 0 to 1.
     double progress = 0.0;
     JobState state = JobState::waiting();
-    /// Seconds. Nothing sets it: a conversion measures the length for itself.
+    /// Seconds. Never set: each conversion probes the duration itself.
     std::optional<double> duration;
 
   private:

@@ -5,7 +5,7 @@
 
 namespace kestrel {
 
-/// What the user wants a conversion to produce.
+/// The user's settings for conversions.
 struct ConversionSettings {
     OutputFormat format = OutputFormat::mp3;
     /// Ignored for MP3.

@@ -2,8 +2,8 @@
 
 namespace kestrel {
 
-/// Writes "Fatal error: ", the message and a line end to standard error and aborts. For broken
-/// invariants only: a program that went on would do something that nobody asked for. Any thread.
+/// Prints "Fatal error: ", the message and a newline to stderr, and aborts. For broken invariants
+/// only, where continuing could do something that the user did not ask for. Thread-safe.
 [[noreturn]] void fatalError(const char* message) noexcept;
 
 } // namespace kestrel

@@ -8,7 +8,7 @@ namespace kestrel {
 
 namespace {
 
-/// Whether the path has an empty, "." or ".." component, the only ones that standardizing touches.
+/// Returns true iff the path has an empty, "." or ".." component, which `standardized` resolves.
 bool hasComponentToResolve(std::string_view path) {
     for (std::size_t slash = 0; slash != std::string_view::npos;) {
         const std::size_t next = path.find('/', slash + 1);

@@ -7,48 +7,44 @@
 
 namespace kestrel {
 
-/// An absolute location in the local file system, kept as the bytes that the kernel uses: no
-/// encoding is assumed, nothing is normalised, and the file need not exist. A trailing slash is not
-/// part of a location and is dropped.
+/// An absolute path in the local file system, as raw bytes: no encoding is assumed, nothing is
+/// normalised, and the file need not exist. Trailing slashes are dropped. Returned references and
+/// views are valid until the object is assigned to, moved from or destroyed.
 ///
-/// The bytes are one string rather than a std::filesystem::path, which stores every component once
-/// more on the heap and compares component by component; queues hold a hundred thousand of these.
+/// Stored as one string: std::filesystem::path also allocates every component on the heap and
+/// compares component by component, and queues hold a hundred thousand paths.
 class FileURL {
   public:
-    /// The path must be absolute and free of NUL bytes; anything else is a fatal error.
+    /// Requires: an absolute path without NUL bytes; anything else is a fatal error.
     explicit FileURL(std::string path);
 
-    /// Without a slash at its end, but for the root. Valid as long as this object, and not assigned
-    /// to.
+    /// Has no trailing slash, except for the root.
     const std::string& path() const noexcept { return path_; }
 
-    /// The last component; "/" for the root. Valid as long as this object.
+    /// The last component; "/" for the root.
     std::string_view lastPathComponent() const noexcept;
 
-    /// What follows the last dot of the last component, so "opus" for ".opus"; empty without a dot.
-    /// Valid as long as this object.
+    /// The part after the last dot of the last component: "opus" for ".opus"; empty without a dot.
     std::string_view pathExtension() const noexcept;
 
-    /// The last component without its extension and the dot before it, so empty for ".opus". Valid
-    /// as long as this object.
+    /// The last component without its extension and the dot before it: empty for ".opus".
     std::string_view baseName() const noexcept;
 
-    /// The containing folder; the root for the root.
+    /// The parent folder; the root for the root.
     FileURL deletingLastPathComponent() const;
 
-    /// What the component, or the relative path, names in this folder; this location for an empty
-    /// one. A NUL byte is a fatal error, in an extension too.
+    /// This path with a component or a relative path appended; unchanged for an empty one. A NUL
+    /// byte is a fatal error.
     FileURL appendingPathComponent(std::string_view component) const;
 
-    /// This location with a dot and the extension behind its name.
+    /// This path with a dot and the extension appended. A NUL byte is a fatal error.
     FileURL appendingPathExtension(std::string_view extension) const;
 
-    /// The same location with empty, "." and ".." components resolved, by name alone: symbolic
-    /// links are not looked at. Two differently written paths of one file have equal standardized
-    /// forms.
+    /// This path with empty, "." and ".." components resolved lexically, so that equivalent
+    /// spellings compare equal. Does not follow symbolic links.
     FileURL standardized() const;
 
-    /// Byte by byte.
+    /// Compares bytes.
     friend bool operator==(const FileURL&, const FileURL&) = default;
 
   private:

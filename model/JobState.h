@@ -6,14 +6,14 @@
 
 namespace kestrel {
 
-/// Where a queued file stands. Equal when the case is the same and, for a failure, the message too.
-/// Copies of a failure share its message, which never changes: the many jobs without one should not
-/// have to carry room for it.
+/// State of a queued file. Compares equal iff the case and, for a failure, the error message are
+/// equal. Copies share the immutable message, so that the many jobs without one do not reserve
+/// memory for it.
 class JobState {
   public:
     enum class Case : unsigned char { failed, waiting, converting, completed, cancelled };
 
-    /// The conversion ended in an error; the message, UTF-8, is shown to the user and may be empty.
+    /// The conversion failed with this error message: UTF-8, shown to the user, may be empty.
     static JobState failed(std::string message) {
         return JobState(Case::failed, std::make_shared<const std::string>(std::move(message)));
     }
@@ -34,7 +34,7 @@ class JobState {
 
     bool is(Case other) const noexcept { return case_ == other; }
 
-    /// Empty unless the case is `failed`. Valid as long as this object, and not assigned to.
+    /// Empty unless `failed`. Valid until this object is assigned to, moved from or destroyed.
     const std::string& message() const noexcept {
         static const std::string none;
         return message_ ? *message_ : none;

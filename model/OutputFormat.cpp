@@ -11,10 +11,10 @@ namespace kestrel {
 
 namespace {
 
-/// LAME's variable bit rate level, 0 (best) to 7, for a quality of 0 to 100.
+/// LAME's VBR level, 0 (best) to 7, for a quality of 0 to 100.
 std::int64_t vbrLevel(double quality) {
     constexpr double beyondInt64 = 0x1p63;
-    // std::round takes halves away from zero: 95 gives 1, 85 gives 2.
+    // std::round rounds half away from zero: 95 gives 1, 85 gives 2.
     const double level = std::round((100.0 - quality) / 10.0);
     if (!(level >= -beyondInt64 && level < beyondInt64)) {
         fatalError("MP3 quality is not a finite number in range");

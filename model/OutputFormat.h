@@ -12,7 +12,7 @@
 
 namespace kestrel {
 
-/// What kind of file a conversion makes.
+/// Output file format of a conversion.
 class OutputFormat {
   public:
     enum Case : unsigned char { mp3, aiff, wav };
@@ -23,7 +23,7 @@ class OutputFormat {
     /// In declaration order, which is the order shown to the user.
     static constexpr std::array<Case, 3> allCases{mp3, aiff, wav};
 
-    /// Exactly "MP3", "AIFF" or "WAV"; none for anything else.
+    /// Parses exactly "MP3", "AIFF" or "WAV"; std::nullopt for anything else.
     static constexpr std::optional<OutputFormat> fromRawValue(std::string_view rawValue) noexcept {
         for (const OutputFormat format : allCases) {
             if (format.rawValue() == rawValue) {
@@ -33,7 +33,7 @@ class OutputFormat {
         return std::nullopt;
     }
 
-    /// The text shown for it.
+    /// The text shown to the user.
     constexpr std::string_view rawValue() const noexcept {
         switch (value_) {
         case mp3:
@@ -51,9 +51,9 @@ class OutputFormat {
     /// The raw value in lower case, without a dot.
     std::string fileExtension() const;
 
-    /// The encoder part of the ffmpeg command line. `quality` runs from 0 to 100, higher is better,
-    /// and counts for MP3 alone, where a value that yields no 64-bit integer is a fatal error;
-    /// `bitDepth` counts for AIFF and WAV alone.
+    /// The encoder arguments of the ffmpeg command line. `quality`, 0 to 100, higher is better,
+    /// applies to MP3 only; there, a value whose VBR level is no 64-bit integer is a fatal error.
+    /// `bitDepth` applies to AIFF and WAV only.
     std::vector<std::string> audioArguments(double quality, PCMBitDepth bitDepth) const;
 
     constexpr operator Case() const noexcept { return value_; }

@@ -19,7 +19,7 @@ class PCMBitDepth {
     /// In declaration order, which is the order shown to the user.
     static constexpr std::array<Case, 2> allCases{sixteen, twentyFour};
 
-    /// Exactly "16-bit" or "24-bit"; none for anything else.
+    /// Parses exactly "16-bit" or "24-bit"; std::nullopt for anything else.
     static constexpr std::optional<PCMBitDepth> fromRawValue(std::string_view rawValue) noexcept {
         for (const PCMBitDepth depth : allCases) {
             if (depth.rawValue() == rawValue) {
@@ -29,7 +29,7 @@ class PCMBitDepth {
         return std::nullopt;
     }
 
-    /// The text shown for it.
+    /// The text shown to the user.
     constexpr std::string_view rawValue() const noexcept {
         return value_ == sixteen ? "16-bit" : "24-bit";
     }

@@ -10,13 +10,13 @@ namespace kestrel {
 
 namespace {
 
-/// Random words, drawn from the system many at a time: a call for each would take most of the time
-/// that a large folder takes to be queued.
+/// Buffered getrandom(): one system call per UUID would take most of the time to queue a large
+/// folder.
 class RandomWords {
   public:
     std::uint64_t next() {
         if (position_ == words_.size()) {
-            // Up to 256 bytes the system hands out at once, whatever signals come.
+            // Up to 256 bytes, getrandom() neither returns short nor fails with EINTR.
             static_assert(sizeof words_ <= 256);
             if (::getrandom(words_.data(), sizeof words_, 0) != sizeof words_) {
                 fatalError("The system has no random numbers");

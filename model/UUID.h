@@ -9,7 +9,7 @@ namespace kestrel {
 /// A random 128-bit identifier.
 class UUID {
   public:
-    /// Draws a fresh identifier from the system's source of randomness. Any thread.
+    /// Returns a new identifier from getrandom(). Thread-safe.
     static UUID random();
 
     friend bool operator==(const UUID&, const UUID&) = default;
@@ -19,7 +19,7 @@ class UUID {
 
     UUID(std::uint64_t first, std::uint64_t second) noexcept : first_(first), second_(second) {}
 
-    // Two words are compared in two instructions, sixteen bytes in a call.
+    // Two integers compare in two instructions; sixteen bytes would take a function call.
     std::uint64_t first_;
     std::uint64_t second_;
 };
@@ -27,7 +27,7 @@ class UUID {
 } // namespace kestrel
 
 template <> struct std::hash<kestrel::UUID> {
-    // The bits are random already: the first word is as good a hash as any.
+    // The bits are uniformly random, so the first word is as good a hash as any.
     std::size_t operator()(const kestrel::UUID& id) const noexcept {
         return std::hash<std::uint64_t>()(id.first_);
     }

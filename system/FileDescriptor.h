@@ -6,7 +6,7 @@
 
 namespace kestrel {
 
-/// Owns one open descriptor, or none.
+/// Owns a file descriptor, or none, and closes it on destruction.
 class FileDescriptor {
   public:
     FileDescriptor() noexcept = default;
@@ -36,7 +36,7 @@ class FileDescriptor {
 
     void reset() noexcept {
         if (descriptor_ >= 0) {
-            // Never repeated: the descriptor is gone even when a signal cuts the call short.
+            // Never retried on EINTR: Linux has released the descriptor even then.
             ::close(std::exchange(descriptor_, -1));
         }
     }

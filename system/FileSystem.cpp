@@ -39,7 +39,7 @@ std::error_code createFolders(const FileURL& folder) {
     if (found != std::errc::no_such_file_or_directory) {
         return found;
     }
-    // The root is always there, so the recursion ends.
+    // The root always exists, so the recursion terminates.
     if (const std::error_code error = createFolders(folder.deletingLastPathComponent())) {
         return error;
     }

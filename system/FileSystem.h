@@ -6,17 +6,16 @@
 
 namespace kestrel {
 
-// std::filesystem has these too, but where the C++ library's time_t has 32 bits it takes a folder
-// dated after 2038 for one that cannot be read.
+// Not std::filesystem: where the C++ library's time_t has 32 bits, it reports folders dated after
+// 2038 as unreadable.
 
-/// Returns whether something exists there. Follows symbolic links: a dangling one does not exist.
-/// Thread-safe.
+/// Returns whether the path exists. Follows symbolic links: false for a dangling one. Thread-safe.
 bool fileExists(const FileURL& url) noexcept;
 
-/// Returns whether a folder exists there. Follows symbolic links. Thread-safe.
+/// Returns whether the path is a folder. Follows symbolic links. Thread-safe.
 bool isFolder(const FileURL& url) noexcept;
 
-/// Creates a folder and its missing parents. Returns no error iff the folder is there afterwards,
+/// Creates a folder and its missing parents. Returns no error iff the folder exists afterwards,
 /// whoever created it. Thread-safe.
 std::error_code createFolders(const FileURL& folder);
 

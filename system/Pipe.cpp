@@ -21,7 +21,7 @@ constexpr std::size_t chunkSize = 65'536;
     throw std::system_error(errno, std::generic_category(), call);
 }
 
-FileDescriptor aboveStandardStreams(FileDescriptor descriptor) {
+FileDescriptor moveAboveStandardStreams(FileDescriptor descriptor) {
     if (descriptor.get() >= firstFreeDescriptor) {
         return descriptor;
     }
@@ -41,7 +41,8 @@ Pipe Pipe::make() {
     }
     FileDescriptor readEnd(ends[0]);
     FileDescriptor writeEnd(ends[1]);
-    return {aboveStandardStreams(std::move(readEnd)), aboveStandardStreams(std::move(writeEnd))};
+    return {moveAboveStandardStreams(std::move(readEnd)),
+            moveAboveStandardStreams(std::move(writeEnd))};
 }
 
 void readChunks(const FileDescriptor& source,

@@ -13,16 +13,16 @@ struct Pipe {
     FileDescriptor readEnd;
     FileDescriptor writeEnd;
 
-    /// Neither end takes the place of a standard stream, even where those are closed. Throws
-    /// std::system_error.
+    /// Both ends are above STDERR_FILENO, even if standard streams are closed. Throws
+    /// std::system_error when the pipe cannot be created.
     static Pipe make();
 };
 
-/// Reads to the end of the stream and hands over what arrives, as it arrives, in order; a chunk is
-/// valid during the call. Blocks. Throws std::system_error.
+/// Reads to EOF and calls `onChunk` with the data as it arrives; a chunk is valid during the call.
+/// Blocks. Throws std::system_error on a read error.
 void readChunks(const FileDescriptor& source, const std::function<void(std::string_view)>& onChunk);
 
-/// Reads to the end of the stream and closes it. Blocks. Throws std::system_error.
+/// Reads to EOF, then closes the descriptor. Blocks. Throws std::system_error on a read error.
 std::string readToEnd(FileDescriptor source);
 
 } // namespace kestrel

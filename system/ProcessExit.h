@@ -7,7 +7,7 @@ struct ProcessExit {
     enum class Reason : unsigned char { exit, uncaughtSignal };
 
     Reason reason;
-    /// The exit status, or the number of the signal.
+    /// The exit status or the signal number.
     int code;
 
     friend bool operator==(const ProcessExit&, const ProcessExit&) = default;

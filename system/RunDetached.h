@@ -6,8 +6,8 @@
 
 namespace kestrel {
 
-/// Runs the function on a thread of its own, which nothing joins, and hands over its result or
-/// exception. Throws std::system_error when there is no thread to be had.
+/// Runs the function on a new detached thread and returns the future of its result or exception.
+/// Throws std::system_error when no thread can be created.
 template <typename Function> auto runDetached(Function function) {
     std::packaged_task task(std::move(function));
     auto result = task.get_future();

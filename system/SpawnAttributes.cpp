@@ -48,8 +48,8 @@ void SpawnAttributes::redirectToNullDevice(int standardStream) {
 
 void SpawnAttributes::inheritStandardInput() {
     const int flags = ::fcntl(STDIN_FILENO, F_GETFD);
-    // The child's first file would take the place of a standard input that is not there, and what
-    // it holds would pass for key strokes.
+    // Without a stdin, the first file that the child opens would become descriptor 0 and would be
+    // read as stdin.
     if (flags < 0 || (flags & FD_CLOEXEC) != 0) {
         redirectToNullDevice(STDIN_FILENO);
     }
@@ -58,13 +58,13 @@ void SpawnAttributes::inheritStandardInput() {
 pid_t SpawnAttributes::spawn(const FileURL& executable, const std::vector<std::string>& arguments) {
     std::vector<char*> vector;
     vector.reserve(arguments.size() + 2);
-    // The strings are not written to; the type is that of main()'s own parameter.
+    // posix_spawn() takes char* const[], as main() does, but does not write to the strings.
     vector.push_back(const_cast<char*>(executable.path().c_str()));
     for (const std::string& argument : arguments) {
         vector.push_back(const_cast<char*>(argument.c_str()));
     }
     vector.push_back(nullptr);
-    // Whoever started this program may have left it descriptors that are not closed by themselves.
+    // This program may have inherited descriptors without FD_CLOEXEC.
     check(::posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1),
           "posix_spawn_file_actions_addclosefrom_np");
     pid_t child{};

@@ -11,8 +11,8 @@
 
 namespace kestrel {
 
-/// How a child is to be started: which of its standard streams go where, with every signal
-/// unblocked and at its default. All members throw std::system_error.
+/// posix_spawn() file actions and attributes: redirections of the standard streams, every signal
+/// unblocked and at its default action. Members throw std::system_error on failure.
 class SpawnAttributes {
   public:
     SpawnAttributes();
@@ -20,15 +20,15 @@ class SpawnAttributes {
     SpawnAttributes& operator=(const SpawnAttributes&) = delete;
     ~SpawnAttributes();
 
-    /// The target must stay open until the child has been started.
+    /// Requires: `target` stays open until `spawn` returns.
     void redirect(int standardStream, const FileDescriptor& target);
     void redirectToNullDevice(int standardStream);
 
-    /// Leaves standard input as it is, or gives the child the null device where it would have none.
+    /// The child inherits stdin, or gets /dev/null if stdin is closed or close-on-exec.
     void inheritStandardInput();
 
-    /// Starts the program with its path as the zeroth argument and no descriptors but the standard
-    /// streams; the caller owes the child a wait. Once only.
+    /// Starts the program with its path as argv[0] and no descriptors but the standard streams. The
+    /// caller must reap the child. Call at most once.
     pid_t spawn(const FileURL& executable, const std::vector<std::string>& arguments);
 
   private:

@@ -13,7 +13,7 @@ void redirectMissingStandardStreams() noexcept {
     }
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         if (::fcntl(stream, F_GETFD) < 0) {
-            // The lowest free number, and so this one. Children have the streams too.
+            // open() returns the lowest free descriptor, so this one. Children inherit it.
             // NOLINTNEXTLINE(android-cloexec-open)
             static_cast<void>(::open("/dev/null", O_RDWR));
         }

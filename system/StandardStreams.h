@@ -2,11 +2,10 @@
 
 namespace kestrel {
 
-/// Puts the null device where this program was started without a standard input, output or error,
-/// so that no file or connection takes their place; and where standard input is a terminal. The
-/// program reads nothing from it, but ffmpeg would: keys typed there would end a conversion, and
-/// one of a program in the background of its terminal would be stopped for good. Main thread,
-/// before anything else is opened.
+/// Opens /dev/null for each standard stream that is closed, so that no other file or connection
+/// gets its descriptor, and for stdin if it is a terminal: ffmpeg would read it, so that typed keys
+/// would end a conversion, and job control would stop the ffmpeg of a background process for good.
+/// Called on the main thread, before anything else is opened.
 void redirectMissingStandardStreams() noexcept;
 
 } // namespace kestrel

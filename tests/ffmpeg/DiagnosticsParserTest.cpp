@@ -9,7 +9,7 @@ namespace {
 
 using namespace std::string_literals;
 
-TEST(DiagnosticsTail, isTheLastEightLinesThatAreNotEmpty) {
+TEST(DiagnosticsTail, isTheLastEightNonEmptyLines) {
     std::string diagnostics;
     std::string expected;
     for (int i = 1; i <= 20; ++i) {
@@ -21,7 +21,7 @@ TEST(DiagnosticsTail, isTheLastEightLinesThatAreNotEmpty) {
     EXPECT_EQ(diagnosticsTail(diagnostics), expected);
 }
 
-TEST(DiagnosticsTail, isEverythingWhereThereIsLess) {
+TEST(DiagnosticsTail, isEverythingIfShorter) {
     EXPECT_EQ(diagnosticsTail(""), "");
     EXPECT_EQ(diagnosticsTail("\n\n\n"), "");
     EXPECT_EQ(diagnosticsTail("one"), "one");
@@ -30,11 +30,11 @@ TEST(DiagnosticsTail, isEverythingWhereThereIsLess) {
     EXPECT_EQ(diagnosticsTail("1\n2\n3\n4\n5\n6\n7\n8\n9\n"), "2\n3\n4\n5\n6\n7\n8\n9");
 }
 
-TEST(DiagnosticsTail, leavesBlanksAndCarriageReturnsInsideLines) {
+TEST(DiagnosticsTail, keepsBlanksAndCarriageReturns) {
     EXPECT_EQ(diagnosticsTail(" a \r\n\r\nb\t"), " a \r\n\r\nb\t");
 }
 
-TEST(DiagnosticsTail, replacesWhatIsNotUtf8) {
+TEST(DiagnosticsTail, replacesInvalidUtf8) {
     EXPECT_EQ(diagnosticsTail("gr\xc3\xbc\xc3\x9f\xff\nx\xc3\ny"),
               "grüß\xef\xbf\xbd\nx\xef\xbf\xbd\ny");
     EXPECT_EQ(diagnosticsTail("a\0b"s), "a\0b"s);

@@ -22,7 +22,7 @@ double durationIn(std::string_view bytes, std::size_t chunkSize = 65'536) {
     return scanner.finish();
 }
 
-TEST(DurationScanner, isHoursMinutesAndSecondsOfTheFirstLineThatHasThem) {
+TEST(DurationScanner, parsesTheFirstDuration) {
     const std::pair<const char*, double> rows[] = {
         {"  Duration: 00:03:25.48, start: 0.0, bitrate: 128 kb/s\n", 205.48},
         {"Duration: 1:02:03", 3723},
@@ -44,7 +44,7 @@ TEST(DurationScanner, isHoursMinutesAndSecondsOfTheFirstLineThatHasThem) {
     }
 }
 
-TEST(DurationScanner, findsTheSameWhereverTheChunksAreCut) {
+TEST(DurationScanner, isIndependentOfChunkBoundaries) {
     const std::string text =
         "Dur\xc3\xbc"
         "Duration: N/A\nDDuration: 1:2Duration: 12:34:56.75, start: 0\nDuration: 0:0:1";
@@ -60,7 +60,7 @@ TEST(DurationScanner, findsTheSameWhereverTheChunksAreCut) {
     }
 }
 
-TEST(DurationScanner, takesMoreDigitsOfTheNextChunkForTheSameNumber) {
+TEST(DurationScanner, continuesANumberInTheNextChunk) {
     for (const char* rest : {"5", "5.", "5.25", ".25", "."}) {
         DurationScanner scanner;
         scanner.feed("Duration: 0:0:1");
@@ -69,7 +69,7 @@ TEST(DurationScanner, takesMoreDigitsOfTheNextChunkForTheSameNumber) {
     }
 }
 
-TEST(DurationScanner, goesByTheFirstDurationThoughItCannotBeRead) {
+TEST(DurationScanner, usesTheFirstDurationEvenIfInvalid) {
     const std::string beyond = "Duration: " + std::string(400, '9') + ":0:0\n";
     EXPECT_EQ(durationIn(beyond + "Duration: 0:0:5\n"), 0);
     const std::string tooLong(DurationScanner::maximumLength + 1, '0');
@@ -78,7 +78,7 @@ TEST(DurationScanner, goesByTheFirstDurationThoughItCannotBeRead) {
     EXPECT_EQ(durationIn("Duration: " + longEnough + ":0:5\nDuration: 0:0:7\n", 100), 5);
 }
 
-TEST(DurationScanner, measuresLongDurationsAlikeWhereverTheChunksAreCut) {
+TEST(DurationScanner, limitsTheLengthWhateverTheChunkSize) {
     const std::size_t zeros = DurationScanner::maximumLength - "Duration: :0:5"s.size();
     const std::string longest = "Duration: " + std::string(zeros, '0') + ":0:5";
     const std::string tooLong = "Duration: 0" + std::string(zeros, '0') + ":0:5";
@@ -89,7 +89,7 @@ TEST(DurationScanner, measuresLongDurationsAlikeWhereverTheChunksAreCut) {
     }
 }
 
-TEST(DurationScanner, passesOverLongTextsThatTurnOutToBeNoDuration) {
+TEST(DurationScanner, skipsLongPartialMatches) {
     const std::string digits(DurationScanner::maximumLength * 2, '1');
     const std::string hours = digits + ":";
     for (const std::size_t size : chunkSizes) {
@@ -101,20 +101,20 @@ TEST(DurationScanner, passesOverLongTextsThatTurnOutToBeNoDuration) {
     }
 }
 
-TEST(DurationScanner, isFoundAmongBytesThatAreNotUtf8) {
+TEST(DurationScanner, findsADurationInInvalidUtf8) {
     EXPECT_EQ(durationIn("\xff\xfe\0title: \x80\nDuration: 00:00:05.00\xc3"s), 5);
 }
 
-TEST(DurationScanner, isZeroForDigitsBeyondAnyNumber) {
+TEST(DurationScanner, isZeroOnOverflow) {
     EXPECT_EQ(durationIn("Duration: " + std::string(400, '9') + ":00:00"), 0);
     EXPECT_EQ(durationIn("Duration: " + std::string(308, '9') + ":00:00"), 0);
 }
 
-TEST(DurationScanner, takesDigitsBelowAnyNumberForZero) {
+TEST(DurationScanner, treatsUnderflowAsZero) {
     EXPECT_EQ(durationIn("Duration: 0:5:0." + std::string(400, '0') + "2"), 300);
 }
 
-TEST(DurationScanner, isReadInTextsOfMegabytes) {
+TEST(DurationScanner, findsADurationAfterMegabytes) {
     EXPECT_EQ(durationIn(std::string(4'000'000, '1') + "Duration: 00:00:05.00"), 5);
 }
 

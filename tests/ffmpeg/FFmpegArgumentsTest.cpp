@@ -10,7 +10,7 @@ using ::testing::ElementsAre;
 const FileURL source("/in put/track.opus");
 const FileURL destination("/out put/track_converted.mp3");
 
-TEST(FFmpegArguments, convertWithTheInitialSettings) {
+TEST(FFmpegArguments, convertWithTheDefaultSettings) {
     EXPECT_THAT(conversionArguments(source, destination, {}),
                 ElementsAre("-n", "-hide_banner", "-i", source.path(), "-map", "0:a:0", "-vn",
                             "-c:a", "libmp3lame", "-q:a", "2", "-id3v2_version", "3",
@@ -18,7 +18,7 @@ TEST(FFmpegArguments, convertWithTheInitialSettings) {
                             destination.path()));
 }
 
-TEST(FFmpegArguments, convertToWavOf16Bits) {
+TEST(FFmpegArguments, convertTo16BitWav) {
     EXPECT_THAT(
         conversionArguments(source, destination,
                             {.format = OutputFormat::wav, .bitDepth = PCMBitDepth::sixteen}),
@@ -27,13 +27,13 @@ TEST(FFmpegArguments, convertToWavOf16Bits) {
                     destination.path()));
 }
 
-TEST(FFmpegArguments, changeInTheFirstAloneWhenTheOutputMayBeReplaced) {
+TEST(FFmpegArguments, differInTheFirstOnlyWhenOverwriting) {
     auto expected = conversionArguments(source, destination, {});
     expected.front() = "-y";
     EXPECT_EQ(conversionArguments(source, destination, {.overwrite = true}), expected);
 }
 
-TEST(FFmpegArguments, describeAnInput) {
+TEST(FFmpegArguments, probeAnInput) {
     EXPECT_THAT(probeArguments(source), ElementsAre("-hide_banner", "-i", source.path()));
 }
 

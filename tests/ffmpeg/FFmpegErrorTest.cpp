@@ -5,7 +5,7 @@
 namespace kestrel {
 namespace {
 
-TEST(FFmpegError, tellsTheUserWhatHappened) {
+TEST(FFmpegError, hasAMessageForTheUser) {
     EXPECT_EQ(FFmpegError::processFailed("No such file").errorDescription(), "No such file");
     EXPECT_EQ(FFmpegError::processFailed("").errorDescription(),
               "FFmpeg could not convert this file.");
@@ -15,7 +15,7 @@ TEST(FFmpegError, tellsTheUserWhatHappened) {
     EXPECT_STREQ(FFmpegError::cancelled().what(), "Conversion cancelled.");
 }
 
-TEST(FFmpegError, tellsItsCasesApart) {
+TEST(FFmpegError, distinguishesCases) {
     EXPECT_EQ(FFmpegError::processFailed("").which(), FFmpegError::Case::processFailed);
     EXPECT_EQ(FFmpegError::notFound().which(), FFmpegError::Case::notFound);
     EXPECT_EQ(FFmpegError::cancelled().which(), FFmpegError::Case::cancelled);

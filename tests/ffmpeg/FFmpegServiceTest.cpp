@@ -35,7 +35,7 @@ using ::testing::HasSubstr;
 
 const std::string tenSeconds = "probe err   Duration: 00:00:10.00, start: 0\\n\n";
 
-/// A service whose ffmpeg is the child helper, playing what the input file says.
+/// A service whose ffmpeg is the child helper, running the script in the input file.
 class FFmpegServiceTest : public ::testing::Test {
   protected:
     FFmpegServiceTest() : service([this] { return binary; }) {}
@@ -49,7 +49,7 @@ class FFmpegServiceTest : public ::testing::Test {
                         [this](double fraction) { fractions.push_back(fraction); });
     }
 
-    /// How the conversion fails, or "succeeds".
+    /// Converts and returns the error, or "succeeds".
     std::string outcome() {
         try {
             convert();
@@ -94,7 +94,7 @@ TEST_F(FFmpegServiceTest, acceptsThreeExtensionsInLowerCase) {
     }
 }
 
-TEST_F(FFmpegServiceTest, reportsTheFractionsOfTheProgressStreamAndReturns) {
+TEST_F(FFmpegServiceTest, reportsProgressFractions) {
     writeScript(
         tenSeconds +
         "convert out frame=1\\nout_time_ms=-23000\\nout_time_ms=5000000\\nprogress=continue\\n\n"
@@ -103,7 +103,7 @@ TEST_F(FFmpegServiceTest, reportsTheFractionsOfTheProgressStreamAndReturns) {
     EXPECT_THAT(fractions, ElementsAre(-0.0023, 0.5, 1.0, 1.0));
 }
 
-TEST_F(FFmpegServiceTest, takesARefusalToOverwriteForAFailureWhateverItsStatus) {
+TEST_F(FFmpegServiceTest, failsOnARefusedOverwriteWhateverTheStatus) {
     destination = folder.write("track_converted.mp3", "precious");
     for (const char* status : {"0", "1"}) {
         writeScript("convert err File exists\\n\nconvert exit " + std::string(status) + "\n");
@@ -111,8 +111,8 @@ TEST_F(FFmpegServiceTest, takesARefusalToOverwriteForAFailureWhateverItsStatus) 
     }
 }
 
-TEST_F(FFmpegServiceTest, takesStatusZeroForASuccessWhereNothingWasRefused) {
-    writeScript("convert err words\\n\n");
+TEST_F(FFmpegServiceTest, succeedsOnStatusZeroUnlessRefused) {
+    writeScript("convert err message\\n\n");
     EXPECT_EQ(outcome(), "succeeds");
     destination = folder.write("track_converted.mp3", "precious");
     EXPECT_NO_THROW(convert({.overwrite = true}));
@@ -122,7 +122,7 @@ TEST_F(FFmpegServiceTest, takesStatusZeroForASuccessWhereNothingWasRefused) {
     EXPECT_EQ(outcome(), "succeeds");
 }
 
-TEST_F(FFmpegServiceTest, reportsOnlyTheEndWhereTheDurationIsUnknown) {
+TEST_F(FFmpegServiceTest, reportsOnlyTheEndWithoutADuration) {
     for (const char* probe : {"", "probe err Duration: 00:00:00.00\\n\n", "probe exit 9\n"}) {
         fractions.clear();
         writeScript(std::string(probe) + "convert out out_time_ms=5000000\\nprogress=end\\n\n");
@@ -131,24 +131,24 @@ TEST_F(FFmpegServiceTest, reportsOnlyTheEndWhereTheDurationIsUnknown) {
     }
 }
 
-TEST_F(FFmpegServiceTest, reportsOnlyTheEndWhereTheProbeIsLost) {
+TEST_F(FFmpegServiceTest, reportsOnlyTheEndWhenTheProbeIsLost) {
     writeScript(tenSeconds + "probe hold-err " + path("go") +
                 "\nconvert out out_time_ms=5000000\\nprogress=end\\n\n");
     auto result = outcomeInBackground();
-    // Its end is taken by another, while a grandchild keeps its diagnostics open.
+    // Reaps the probe before the service does, while a grandchild keeps its stderr open.
     EXPECT_TRUE(waitUntil([] { return ::waitpid(-1, nullptr, WNOHANG) > 0; }));
     folder.write("go", "x");
     EXPECT_EQ(result.get(), "succeeds");
     EXPECT_THAT(fractions, ElementsAre(1.0));
 }
 
-TEST_F(FFmpegServiceTest, addsNoReportOfItsOwn) {
+TEST_F(FFmpegServiceTest, reportsOnlyWhatFfmpegReports) {
     writeScript(tenSeconds + "convert out out_time_ms=5000000\\n\n");
     EXPECT_EQ(outcome(), "succeeds");
     EXPECT_THAT(fractions, ElementsAre(0.5));
 }
 
-TEST_F(FFmpegServiceTest, readsTheReportWhateverPiecesItArrivesIn) {
+TEST_F(FFmpegServiceTest, parsesProgressInAnyChunks) {
     std::string script = tenSeconds;
     for (const char byte : std::string("out_time_ms=2500000")) {
         script += std::string("convert out ") + byte + "\n";
@@ -158,7 +158,7 @@ TEST_F(FFmpegServiceTest, readsTheReportWhateverPiecesItArrivesIn) {
     EXPECT_THAT(fractions, ElementsAre(0.25, 1.0));
 }
 
-TEST_F(FFmpegServiceTest, startsTheProbeAndTheConversionWithTheirArguments) {
+TEST_F(FFmpegServiceTest, passesArgumentsToTheProbeAndTheConversion) {
     writeScript("probe record-arguments " + path("probe") + "\n" + "convert record-arguments " +
                 path("convert") + "\n");
     convert({.format = OutputFormat::wav, .bitDepth = PCMBitDepth::sixteen, .overwrite = true});
@@ -177,7 +177,7 @@ TEST_F(FFmpegServiceTest, startsTheProbeAndTheConversionWithTheirArguments) {
                       destination.path()}));
 }
 
-TEST_F(FFmpegServiceTest, runsTheProbeAloneAtALowerPriority) {
+TEST_F(FFmpegServiceTest, lowersThePriorityOfTheProbeOnly) {
     const int own = ::getpriority(PRIO_PROCESS, 0);
     writeScript("probe report " + path("probe") + "\nconvert report " + path("convert") + "\n");
     EXPECT_EQ(outcome(), "succeeds");
@@ -187,7 +187,7 @@ TEST_F(FFmpegServiceTest, runsTheProbeAloneAtALowerPriority) {
     EXPECT_THAT(contents(folder.file("convert")), HasSubstr("nice " + std::to_string(own) + "\n"));
 }
 
-TEST_F(FFmpegServiceTest, makesTheOutputFolderBeforeTheConversionStarts) {
+TEST_F(FFmpegServiceTest, createsTheOutputFolderBeforeConverting) {
     writeScript("convert write-output made\n");
     EXPECT_EQ(outcome(), "succeeds");
     EXPECT_EQ(contents(destination), "made");
@@ -209,7 +209,7 @@ TEST_F(FFmpegServiceTest, writesToAFolderDatedAfter2038) {
     EXPECT_EQ(::access(destination.deletingLastPathComponent().path().c_str(), W_OK), 0);
 }
 
-TEST_F(FFmpegServiceTest, failsWithThePlatformsReasonWhereTheFolderCannotBeMade) {
+TEST_F(FFmpegServiceTest, failsWithAPlatformErrorWhenTheFolderCannotBeCreated) {
     writeScript("convert touch " + path("started") + "\n");
     folder.write("new", "a file");
     EXPECT_EQ(outcome(), "platform: The folder “" + path("new/out put") +
@@ -217,7 +217,7 @@ TEST_F(FFmpegServiceTest, failsWithThePlatformsReasonWhereTheFolderCannotBeMade)
     EXPECT_FALSE(exists("started"));
 }
 
-TEST_F(FFmpegServiceTest, isNotFoundBeforeAnythingHappens) {
+TEST_F(FFmpegServiceTest, throwsNotFoundBeforeAnySideEffect) {
     writeScript("probe touch " + path("probed") + "\n");
     binary.reset();
     EXPECT_EQ(outcome(), "not found");
@@ -225,7 +225,7 @@ TEST_F(FFmpegServiceTest, isNotFoundBeforeAnythingHappens) {
     EXPECT_FALSE(exists("new"));
 }
 
-TEST_F(FFmpegServiceTest, failsWithThePlatformsReasonWhereFfmpegCannotBeStarted) {
+TEST_F(FFmpegServiceTest, failsWithAPlatformErrorWhenFfmpegCannotBeStarted) {
     writeScript("");
     binary = folder.write("broken-ffmpeg", "");
     EXPECT_EQ(outcome(), "platform: The program “" + path("broken-ffmpeg") +
@@ -235,7 +235,7 @@ TEST_F(FFmpegServiceTest, failsWithThePlatformsReasonWhereFfmpegCannotBeStarted)
     EXPECT_EQ(outcome(), "succeeds");
 }
 
-TEST_F(FFmpegServiceTest, failsWithTheLastEightLinesOfTheDiagnostics) {
+TEST_F(FFmpegServiceTest, failsWithTheLastEightLinesOfStderr) {
     std::string script;
     std::string expected = "fails: ";
     for (int i = 1; i <= 20; ++i) {
@@ -246,24 +246,24 @@ TEST_F(FFmpegServiceTest, failsWithTheLastEightLinesOfTheDiagnostics) {
     EXPECT_EQ(outcome(), expected);
 }
 
-TEST_F(FFmpegServiceTest, failsWithATextOfItsOwnWhereThereAreNoDiagnostics) {
+TEST_F(FFmpegServiceTest, failsWithAGenericMessageIfStderrIsEmpty) {
     writeScript("convert exit 234\n");
     EXPECT_EQ(outcome(), "fails: FFmpeg could not convert this file.");
 }
 
-TEST_F(FFmpegServiceTest, ignoresDiagnosticsOfASuccess) {
+TEST_F(FFmpegServiceTest, ignoresStderrOnSuccess) {
     writeScript("convert err Error: not really\\n\n");
     EXPECT_EQ(outcome(), "succeeds");
 }
 
 TEST_F(FFmpegServiceTest, isCancelledByAnySignalThatKillsTheChild) {
     for (const char* signal : {"2", "9", "11", "15"}) {
-        writeScript(std::string("convert err words\\n\nconvert raise ") + signal + "\n");
+        writeScript(std::string("convert err message\\n\nconvert raise ") + signal + "\n");
         EXPECT_EQ(outcome(), "cancelled") << signal;
     }
 }
 
-TEST_F(FFmpegServiceTest, interruptsAChildThatDiesOfIt) {
+TEST_F(FFmpegServiceTest, isCancelledWhenTheInterruptKillsTheChild) {
     writeScript(tenSeconds + "convert touch " + path("up") + "\nconvert block\n");
     auto result = outcomeInBackground();
     ASSERT_TRUE(waitUntil([this] { return exists("up"); }));
@@ -271,7 +271,7 @@ TEST_F(FFmpegServiceTest, interruptsAChildThatDiesOfIt) {
     EXPECT_EQ(result.get(), "cancelled");
 }
 
-TEST_F(FFmpegServiceTest, takesAnInterruptThatTheChildAnswersForAFailure) {
+TEST_F(FFmpegServiceTest, failsWhenTheChildHandlesTheInterrupt) {
     writeScript("convert on-interrupt 255 progress=end\\n\nconvert err Exiting normally\\n\n"
                 "convert touch " +
                 path("up") + "\nconvert block\n");
@@ -282,7 +282,7 @@ TEST_F(FFmpegServiceTest, takesAnInterruptThatTheChildAnswersForAFailure) {
     EXPECT_THAT(fractions, ElementsAre(1.0));
 }
 
-TEST_F(FFmpegServiceTest, doesNotInterruptTheProbeNorWhatFollowsIt) {
+TEST_F(FFmpegServiceTest, ignoresAnInterruptDuringTheProbe) {
     writeScript("probe touch " + path("probing") + "\nprobe wait-for " + path("go") + "\n" +
                 tenSeconds + "convert out out_time_ms=5000000\\n\n");
     auto result = outcomeInBackground();
@@ -293,7 +293,7 @@ TEST_F(FFmpegServiceTest, doesNotInterruptTheProbeNorWhatFollowsIt) {
     EXPECT_THAT(fractions, ElementsAre(0.5));
 }
 
-TEST_F(FFmpegServiceTest, takesAnInterruptForNothingWhileIdle) {
+TEST_F(FFmpegServiceTest, ignoresAnInterruptWhileIdle) {
     service.interruptActiveProcess();
     writeScript("");
     EXPECT_EQ(outcome(), "succeeds");
@@ -309,13 +309,13 @@ TEST_F(FFmpegServiceTest, drainsBothPipesWhateverTheChildWrites) {
     EXPECT_THAT(fractions, ElementsAre(1.0));
 }
 
-TEST_F(FFmpegServiceTest, waitsForAChildThatClosesItsPipesAndLivesOn) {
+TEST_F(FFmpegServiceTest, waitsForAChildThatClosesItsPipesEarly) {
     writeScript(
-        "convert err last words\\n\nconvert close-out\nconvert close-err\nconvert wait-for " +
+        "convert err last line\\n\nconvert close-out\nconvert close-err\nconvert wait-for " +
         path("go") + "\nconvert exit 5\n");
     auto result = outcomeInBackground();
     folder.write("go", "x");
-    EXPECT_EQ(result.get(), "fails: last words");
+    EXPECT_EQ(result.get(), "fails: last line");
 }
 
 TEST_F(FFmpegServiceTest, waitsForAGrandchildThatHoldsThePipes) {
@@ -330,7 +330,7 @@ TEST_F(FFmpegServiceTest, waitsForAGrandchildThatHoldsThePipes) {
     }
 }
 
-TEST_F(FFmpegServiceTest, passesErrorsOfTheProgressHandlerOnAndIsIdleAfterwards) {
+TEST_F(FFmpegServiceTest, rethrowsFromTheProgressHandlerAndIsIdleAfterwards) {
     writeScript("convert out progress=end\\n\n");
     EXPECT_THROW(service.convert(source, destination, {},
                                  [](double) { throw std::runtime_error("handler"); }),

@@ -24,7 +24,7 @@ std::vector<std::string> lines(std::string_view bytes, std::size_t chunkSize = 4
     return result;
 }
 
-TEST(LineSplitter, acceptsEveryKindOfLineEnd) {
+TEST(LineSplitter, acceptsLfCrAndCrLf) {
     EXPECT_THAT(lines("a\nb\r\nc\rd"), ElementsAre("a", "b", "c", "d"));
     EXPECT_THAT(lines("a\n\nb\n"), ElementsAre("a", "", "b"));
     EXPECT_THAT(lines("a\r\r\nb"), ElementsAre("a", "", "b"));
@@ -33,7 +33,7 @@ TEST(LineSplitter, acceptsEveryKindOfLineEnd) {
     EXPECT_THAT(lines(""), IsEmpty());
 }
 
-TEST(LineSplitter, findsTheSameLinesWhereverTheChunksAreCut) {
+TEST(LineSplitter, isIndependentOfChunkBoundaries) {
     const std::string bytes = "out_time_ms=1\r\n\rx=\0y\n\nprogress=end\r\n\r\nlast"s;
     const std::vector<std::string> whole = lines(bytes);
     ASSERT_THAT(whole, ElementsAre("out_time_ms=1", "", "x=\0y"s, "", "progress=end", "", "last"));
@@ -59,7 +59,7 @@ TEST(LineSplitter, handsLinesOverAsTheyEnd) {
     EXPECT_THAT(result, ElementsAre("a", "bc"));
 }
 
-TEST(LineSplitter, passesOverLinesOfMegabytesAndGoesOn) {
+TEST(LineSplitter, dropsOverlongLines) {
     const std::string longest(LineSplitter::maximumLineLength, 'x');
     EXPECT_THAT(lines("a\n" + longest + "\nb"), ElementsAre("a", longest, "b"));
     EXPECT_THAT(lines("a\n" + longest + "x\nb"), ElementsAre("a", "b"));

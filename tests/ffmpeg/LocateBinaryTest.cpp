@@ -32,8 +32,8 @@ void makePlainFile(const std::string& path) {
     std::ofstream(path) << "not a program";
 }
 
-/// What the shipped code finds on a machine that has ffmpeg as `arrange` leaves it: nothing at the
-/// first two paths before, and nothing that can be executed at the third.
+/// Returns what locateBinary() finds after `arrange`. Initially, the first two paths have no file,
+/// and the third has one that is not executable.
 std::string located(const std::function<void()>& arrange) {
     return PrivateMounts::run([&] {
         PrivateMounts::cover("/opt");
@@ -45,13 +45,13 @@ std::string located(const std::function<void()>& arrange) {
     });
 }
 
-TEST(LocateBinary, findsEachOfTheThreePlaces) {
+TEST(LocateBinary, findsEachOfTheThreePaths) {
     EXPECT_EQ(located([] { makeExecutable(first); }), first);
     EXPECT_EQ(located([] { makeExecutable(second); }), second);
     EXPECT_EQ(located([] { PrivateMounts::uncoverFile(third); }), third);
 }
 
-TEST(LocateBinary, prefersTheEarlierPlace) {
+TEST(LocateBinary, prefersTheEarlierPath) {
     EXPECT_EQ(located([] {
                   makeExecutable(first);
                   makeExecutable(second);
@@ -64,7 +64,7 @@ TEST(LocateBinary, prefersTheEarlierPlace) {
               second);
 }
 
-TEST(LocateBinary, passesOverWhatCannotBeExecuted) {
+TEST(LocateBinary, skipsWhatIsNotExecutable) {
     EXPECT_EQ(located([] {
                   makePlainFile(first);
                   makeExecutable(second);
@@ -91,7 +91,7 @@ TEST(LocateBinary, followsSymbolicLinks) {
               "none");
 }
 
-TEST(LocateBinary, findsNoneWhateverTheEnvironmentSays) {
+TEST(LocateBinary, ignoresTheEnvironment) {
     EXPECT_EQ(located([] {
                   makeExecutable("/opt/bin/ffmpeg");
                   ::setenv("PATH", "/opt/bin:/bin", 1);
@@ -99,7 +99,7 @@ TEST(LocateBinary, findsNoneWhateverTheEnvironmentSays) {
               "none");
 }
 
-TEST(LocateBinary, looksAnewEveryTime) {
+TEST(LocateBinary, doesNotCache) {
     EXPECT_EQ(PrivateMounts::run([] {
                   PrivateMounts::cover("/opt");
                   PrivateMounts::cover("/usr/local/bin");

@@ -9,32 +9,32 @@ namespace {
 
 using namespace std::string_literals;
 
-TEST(ProgressParser, reportsTheFractionOfTheDurationThatTheTimeInMicrosecondsIs) {
+TEST(ProgressParser, dividesTheMicrosecondsByTheDuration) {
     EXPECT_EQ(progressFraction("out_time_ms=5000000", 10), 0.5);
     EXPECT_EQ(progressFraction("out_time_ms=0", 10), 0.0);
     EXPECT_EQ(progressFraction("out_time_ms=10000000", 10), 1.0);
     EXPECT_EQ(progressFraction("out_time_ms=2.5e6", 10), 0.25);
 }
 
-TEST(ProgressParser, stopsAtOneAndPassesNegativeTimesOn) {
+TEST(ProgressParser, clampsToOneButNotToZero) {
     EXPECT_EQ(progressFraction("out_time_ms=12000000", 10), 1.0);
     EXPECT_EQ(progressFraction("out_time_ms=-23000", 10), -0.0023);
 }
 
-TEST(ProgressParser, reportsNoFractionWithoutADuration) {
+TEST(ProgressParser, reportsOnlyTheEndWithoutADuration) {
     EXPECT_FALSE(progressFraction("out_time_ms=5000000", 0));
     EXPECT_FALSE(progressFraction("out_time_ms=5000000", -1));
     EXPECT_EQ(progressFraction("progress=end", 0), 1.0);
 }
 
-TEST(ProgressParser, ignoresWhatIsNoNumber) {
+TEST(ProgressParser, ignoresInvalidNumbers) {
     for (const char* text : {"", "N/A", "5000000 ", " 5000000", "5,0", "5000000x", "0x10", "nan",
                              "inf", "1e999", "--5", "5\r"}) {
         EXPECT_FALSE(progressFraction("out_time_ms="s + text, 10)) << text;
     }
 }
 
-TEST(ProgressParser, takesTimesTooCloseToZeroForZero) {
+TEST(ProgressParser, treatsUnderflowAsZero) {
     const std::string zeros(400, '0');
     for (const std::string& text :
          {"1e-400"s, "-1e-400"s, "2e-324"s, "1e-99999999999999999999"s, "." + zeros + "1",
@@ -47,7 +47,7 @@ TEST(ProgressParser, takesTimesTooCloseToZeroForZero) {
     }
 }
 
-TEST(ProgressParser, reportsTheEndForThatExactLineAlone) {
+TEST(ProgressParser, reportsTheEndForTheExactLineOnly) {
     EXPECT_EQ(progressFraction("progress=end", 10), 1.0);
     for (const char* line : {"progress=end ", " progress=end", "progress=continue", "progress=",
                              "Progress=end", "", "out_time=00:00:05", "out_time_us=5000000"}) {

@@ -35,7 +35,7 @@ class RealConversionTest : public ::testing::Test {
     FFmpegService service;
 };
 
-TEST_F(RealConversionTest, writesEveryFormatAndDepthInItsCodecAndLength) {
+TEST_F(RealConversionTest, writesEveryFormatWithItsCodecAndDuration) {
     const FileURL source = folder.file("tone.opus");
     makeOpusFile(source, 2.5);
     const std::tuple<OutputFormat, PCMBitDepth, std::string, std::string> rows[] = {
@@ -60,7 +60,7 @@ TEST_F(RealConversionTest, writesEveryFormatAndDepthInItsCodecAndLength) {
     }
 }
 
-TEST_F(RealConversionTest, makesSmallerMp3FilesOfLowerQuality) {
+TEST_F(RealConversionTest, writesSmallerMp3FilesAtLowerQuality) {
     const FileURL source = folder.file("tone.opus");
     makeOpusFile(source, 2);
     std::uintmax_t last = 0;
@@ -74,7 +74,7 @@ TEST_F(RealConversionTest, makesSmallerMp3FilesOfLowerQuality) {
     }
 }
 
-TEST_F(RealConversionTest, failsWithTheWordsOfFfmpegForAFileThatIsNoAudio) {
+TEST_F(RealConversionTest, failsWithFfmpegsMessageForAFileThatIsNotAudio) {
     const FileURL source = folder.write("noise.opus", "this is no Ogg stream at all");
     try {
         service.convert(source, folder.file("out.mp3"), {}, ignoreProgress);
@@ -85,7 +85,7 @@ TEST_F(RealConversionTest, failsWithTheWordsOfFfmpegForAFileThatIsNoAudio) {
     }
 }
 
-TEST_F(RealConversionTest, failsWithTheWordsOfFfmpegForAFileThatIsNotThere) {
+TEST_F(RealConversionTest, failsWithFfmpegsMessageForAMissingFile) {
     try {
         service.convert(folder.file("gone.opus"), folder.file("out.mp3"), {}, ignoreProgress);
         FAIL() << "converted";
@@ -94,7 +94,7 @@ TEST_F(RealConversionTest, failsWithTheWordsOfFfmpegForAFileThatIsNotThere) {
     }
 }
 
-TEST_F(RealConversionTest, replacesAnExistingFileOnlyWhenItMay) {
+TEST_F(RealConversionTest, overwritesOnlyIfAllowed) {
     const FileURL source = folder.file("tone.opus");
     makeOpusFile(source, 1);
     const FileURL output = folder.write("out.wav", "precious");
@@ -110,7 +110,7 @@ TEST_F(RealConversionTest, replacesAnExistingFileOnlyWhenItMay) {
     EXPECT_EQ(describeAudio(output).codec, "pcm_s24le");
 }
 
-TEST_F(RealConversionTest, endsAsAFailureWhenFfmpegAnswersTheInterrupt) {
+TEST_F(RealConversionTest, failsWhenFfmpegHandlesTheInterrupt) {
     const FileURL source = folder.file("long.opus");
     makeLongOpusFile(source, 20);
     std::promise<void> running;
@@ -133,11 +133,11 @@ TEST_F(RealConversionTest, endsAsAFailureWhenFfmpegAnswersTheInterrupt) {
     }
 }
 
-/// Names that a shell, a URL or a text decoder would stumble over.
+/// Names that break shells, URL parsers or text decoders.
 class HostileNamesTest : public RealConversionTest,
                          public ::testing::WithParamInterface<std::string> {};
 
-TEST_P(HostileNamesTest, workAsASourceAndAsTheOutputFolder) {
+TEST_P(HostileNamesTest, workAsSourceAndOutputFolder) {
     const FileURL source = folder.file("in").appendingPathComponent(GetParam() + ".opus");
     makeOpusFile(source, 1);
     const FileURL output =
@@ -153,8 +153,8 @@ INSTANTIATE_TEST_SUITE_P(, HostileNamesTest,
                                            "back\\slash", "$HOME;|&<>*", "%d%s", "pipe:1",
                                            "ünïcode 音"));
 
-/// A base name so long that the name with its extension has 255 bytes.
-TEST_F(RealConversionTest, takesASourceWhoseNameHas255Bytes) {
+/// The longest file name: 255 bytes.
+TEST_F(RealConversionTest, acceptsASourceNameOf255Bytes) {
     const FileURL source = folder.file(std::string(250, 'n') + ".opus");
     makeOpusFile(source, 1);
     const FileURL output =

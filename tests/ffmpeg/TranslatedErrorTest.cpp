@@ -12,7 +12,7 @@
 namespace kestrel {
 namespace {
 
-/// Translates every text of the program into the same sentence, and none of Qt.
+/// Translates every text of Kestrel, but none of Qt, into the same sentence.
 class OneSentence final : public QTranslator {
   public:
     explicit OneSentence(const char* sentence) : sentence_(QString::fromUtf8(sentence)) {
@@ -35,7 +35,7 @@ class TranslatedErrorTest : public ::testing::Test {
     QCoreApplication application_{argumentCount_, nullptr};
 };
 
-TEST_F(TranslatedErrorTest, isASentenceInTheLanguageOfTheUser) {
+TEST_F(TranslatedErrorTest, isTranslated) {
     const OneSentence translator("%2 – „%1“");
     const auto denied = std::make_error_code(std::errc::permission_denied);
     EXPECT_STREQ(PlatformError::programLost(FileURL("/a/%2"), denied).what(),
@@ -43,7 +43,7 @@ TEST_F(TranslatedErrorTest, isASentenceInTheLanguageOfTheUser) {
     EXPECT_EQ(FFmpegError::processFailed("").errorDescription(), "%2 – „%1“");
 }
 
-TEST_F(TranslatedErrorTest, keepsPathAndReasonApartFromASentenceFromRightToLeft) {
+TEST_F(TranslatedErrorTest, isolatesPathAndReasonInRightToLeftText) {
     const OneSentence translator("שגיאה %1: %2.");
     const auto denied = std::make_error_code(std::errc::permission_denied);
     EXPECT_STREQ(PlatformError::folderNotCreated(FileURL("/a/b"), denied).what(),

@@ -9,7 +9,7 @@ namespace {
 
 const FileURL track("/music/track.opus");
 
-TEST(ConversionJob, startsWaitingWithNothingDoneAndNoDuration) {
+TEST(ConversionJob, startsWaitingWithoutProgressOrDuration) {
     const ConversionJob job(track);
     EXPECT_EQ(job.source(), track);
     EXPECT_FALSE(job.duration);
@@ -17,7 +17,7 @@ TEST(ConversionJob, startsWaitingWithNothingDoneAndNoDuration) {
     EXPECT_EQ(job.state, JobState::waiting());
 }
 
-TEST(ConversionJob, differsFromAnotherOfTheSameFile) {
+TEST(ConversionJob, differsFromAnotherJobForTheSameFile) {
     EXPECT_NE(ConversionJob(track), ConversionJob(track));
 }
 
@@ -33,14 +33,14 @@ TEST(ConversionJob, equalsItsCopyUntilOneFieldChanges) {
     EXPECT_NE(copy, job);
 }
 
-TEST(ConversionJob, tellsAnAbsentDurationFromZero) {
+TEST(ConversionJob, distinguishesNoDurationFromZero) {
     const ConversionJob job(track);
     ConversionJob copy = job;
     copy.duration = 0.0;
     EXPECT_NE(copy, job);
 }
 
-TEST(ConversionJob, isNotEqualToItselfWithANumberThatIsNone) {
+TEST(ConversionJob, isNotEqualToItselfWithNaN) {
     ConversionJob job(track);
     job.progress = std::numeric_limits<double>::quiet_NaN();
     EXPECT_FALSE(job == job);

@@ -5,7 +5,7 @@
 namespace kestrel {
 namespace {
 
-TEST(ConversionSettings, startAsMp3OfQuality82WithoutOverwriting) {
+TEST(ConversionSettings, defaultToMp3OfQuality82WithoutOverwriting) {
     const ConversionSettings settings;
     EXPECT_EQ(settings.format, OutputFormat::mp3);
     EXPECT_EQ(settings.bitDepth, PCMBitDepth::twentyFour);
@@ -13,7 +13,7 @@ TEST(ConversionSettings, startAsMp3OfQuality82WithoutOverwriting) {
     EXPECT_FALSE(settings.overwrite);
 }
 
-TEST(ConversionSettings, keepWhateverIsStoredInThem) {
+TEST(ConversionSettings, areNotValidated) {
     ConversionSettings settings;
     settings.quality = -5;
     EXPECT_EQ(settings.quality, -5);

@@ -14,7 +14,7 @@ namespace {
 
 using namespace std::string_literals;
 
-TEST(FileURL, takesItsPathApart) {
+TEST(FileURL, splitsItsPath) {
     const std::tuple<const char*, const char*, const char*, const char*, const char*> rows[] = {
         // path, folder, last component, extension, base name
         {"/a/b/track.opus", "/a/b", "track.opus", "opus", "track"},
@@ -62,7 +62,7 @@ TEST(FileURL, keepsEveryByteOfItsPath) {
     EXPECT_EQ(FileURL("/a\xff/\xfe").standardized().path(), "/a\xff/\xfe");
 }
 
-TEST(FileURL, resolvesDotComponentsByNameAlone) {
+TEST(FileURL, resolvesDotComponentsLexically) {
     const std::pair<const char*, const char*> rows[] = {{"/a/b/track.opus", "/a/b/track.opus"},
                                                         {"/a/./b/track.opus", "/a/b/track.opus"},
                                                         {"/a/c/../b/track.opus", "/a/b/track.opus"},
@@ -80,12 +80,12 @@ TEST(FileURL, resolvesDotComponentsByNameAlone) {
     }
 }
 
-TEST(FileURL, isEqualByItsBytesNotByWhatItNames) {
+TEST(FileURL, comparesBytesWithoutNormalising) {
     EXPECT_NE(FileURL("/a/./b"), FileURL("/a/b"));
     EXPECT_NE(FileURL("/a/B"), FileURL("/a/b"));
 }
 
-TEST(FileURL, isHashedByAllOfItsBytes) {
+TEST(FileURL, hashesTheWholePath) {
     std::unordered_set<std::size_t> hashes;
     for (int i = 0; i < 1000; ++i) {
         const std::string number = std::to_string(i);

@@ -14,7 +14,7 @@ TEST(JobState, comparesFailuresByTheirMessages) {
     EXPECT_NE(JobState::failed(""), JobState::waiting());
 }
 
-TEST(JobState, keepsItsMessageWhateverBecomesOfTheStateItWasCopiedFrom) {
+TEST(JobState, keepsItsMessageWhenTheOriginalChanges) {
     JobState first = JobState::failed("a");
     const JobState copy = first;
     first = JobState::failed("b");
@@ -26,7 +26,7 @@ TEST(JobState, keepsItsMessageWhateverBecomesOfTheStateItWasCopiedFrom) {
     EXPECT_EQ(moved, JobState::waiting());
 }
 
-TEST(JobState, tellsItsCasesApart) {
+TEST(JobState, distinguishesCases) {
     const JobState states[] = {JobState::failed(""), JobState::waiting(), JobState::converting(),
                                JobState::completed(), JobState::cancelled()};
     for (const JobState& a : states) {

@@ -19,12 +19,12 @@ std::string mp3Level(double quality) {
     return OutputFormat(OutputFormat::mp3).audioArguments(quality, PCMBitDepth::sixteen).at(3);
 }
 
-TEST(OutputFormat, listsItsCasesInTheOrderShown) {
+TEST(OutputFormat, listsItsCasesInDisplayOrder) {
     EXPECT_THAT(OutputFormat::allCases,
                 ElementsAre(OutputFormat::mp3, OutputFormat::aiff, OutputFormat::wav));
 }
 
-TEST(OutputFormat, hasARawValueThatIsItsIdentityAndAnExtensionInLowerCase) {
+TEST(OutputFormat, hasRawValueAsIdAndALowerCaseExtension) {
     const std::pair<OutputFormat, std::pair<std::string, std::string>> rows[] = {
         {OutputFormat::mp3, {"MP3", "mp3"}},
         {OutputFormat::aiff, {"AIFF", "aiff"}},
@@ -37,7 +37,7 @@ TEST(OutputFormat, hasARawValueThatIsItsIdentityAndAnExtensionInLowerCase) {
     }
 }
 
-TEST(OutputFormat, isMadeFromUpperCaseRawValuesOnly) {
+TEST(OutputFormat, parsesExactRawValuesOnly) {
     for (const char* text : {"mp3", "Mp3", "aiff", "wav", "", "MP3 ", "FLAC"}) {
         EXPECT_FALSE(OutputFormat::fromRawValue(text)) << text;
     }
@@ -49,12 +49,12 @@ TEST(OutputFormat, isHashableByCase) {
     EXPECT_EQ(formats.size(), 2U);
 }
 
-TEST(OutputFormat, givesTheArgumentsOfTheInitialSettings) {
+TEST(OutputFormat, returnsTheArgumentsOfTheDefaultSettings) {
     EXPECT_THAT(OutputFormat(OutputFormat::mp3).audioArguments(82.0, PCMBitDepth::twentyFour),
                 ElementsAre("-c:a", "libmp3lame", "-q:a", "2", "-id3v2_version", "3"));
 }
 
-TEST(OutputFormat, turnsQualityIntoAVbrLevelWithHalvesAwayFromZero) {
+TEST(OutputFormat, mapsQualityToVbrLevelRoundingHalfAwayFromZero) {
     const std::pair<double, const char*> rows[] = {
         {100, "0"},  {95, "1"},    {94.999, "1"}, {95.001, "0"},  {85, "2"},
         {82, "2"},   {75, "3"},    {65, "4"},     {55, "5"},      {50, "5"},
@@ -72,7 +72,7 @@ TEST(OutputFormat, ignoresTheBitDepthForMp3) {
               format.audioArguments(60, PCMBitDepth::twentyFour));
 }
 
-TEST(OutputFormat, choosesThePcmCodecByFormatAndDepthWhateverTheQuality) {
+TEST(OutputFormat, choosesThePcmCodecByFormatAndDepthOnly) {
     const OutputFormat aiff = OutputFormat::aiff;
     const OutputFormat wav = OutputFormat::wav;
     for (const double quality : {0.0, 82.0, notANumber, infinite}) {
@@ -87,7 +87,7 @@ TEST(OutputFormat, choosesThePcmCodecByFormatAndDepthWhateverTheQuality) {
     }
 }
 
-TEST(OutputFormatDeathTest, stopsTheProgramOnAQualityThatIsNoNumberInRange) {
+TEST(OutputFormatDeathTest, abortsOnAQualityThatIsNotFiniteOrOutOfRange) {
     for (const double quality : {notANumber, infinite, -infinite, 1e300, -1e300, 9.3e19, -9.3e19}) {
         EXPECT_DEATH(mp3Level(quality), "Fatal error: MP3 quality") << quality;
     }

@@ -11,7 +11,7 @@
 namespace kestrel {
 namespace {
 
-TEST(UUID, isFreshEveryTimeOnEveryThread) {
+TEST(UUID, isUniqueAcrossThreads) {
     constexpr std::size_t count = 10'000;
     const auto draw = [] {
         std::vector<UUID> drawn;
@@ -20,15 +20,15 @@ TEST(UUID, isFreshEveryTimeOnEveryThread) {
         }
         return drawn;
     };
-    std::future<std::vector<UUID>> elsewhere = std::async(std::launch::async, draw);
+    std::future<std::vector<UUID>> otherThread = std::async(std::launch::async, draw);
     std::unordered_set<UUID> seen;
-    for (const std::vector<UUID>& drawn : {draw(), elsewhere.get()}) {
+    for (const std::vector<UUID>& drawn : {draw(), otherThread.get()}) {
         seen.insert(drawn.begin(), drawn.end());
     }
     EXPECT_EQ(seen.size(), 2 * count);
 }
 
-TEST(UUID, hasAHashThatIsAsRandomAsItself) {
+TEST(UUID, hasAStableAndUniformHash) {
     std::unordered_set<std::size_t> hashes;
     for (int i = 0; i < 1000; ++i) {
         const UUID id = UUID::random();

@@ -1,12 +1,10 @@
-// Plays every child that the runner has to cope with. What it does is told by a script, one command
-// a line:
+// Fake child process that runs a script of one command per line:
 //
-//   --script TEXT    runs the script given
-//   ... -i FILE ...  stands in for ffmpeg and runs the script in the input file: the lines that
-//                    begin with "probe " when it is asked for a description, the lines that begin
-//                    with "convert " otherwise
+//   --script TEXT    runs this script
+//   ... -i FILE ...  stands in for ffmpeg and runs the script in the input file: the lines with the
+//                    prefix "probe " for a duration probe, those with "convert " otherwise
 //
-// Text arguments know the escapes \n \r \\ and \xHH.
+// Text arguments support the escapes \n \r \\ and \xHH.
 
 #include <dirent.h>
 #include <sys/resource.h>
@@ -61,7 +59,7 @@ std::string unescaped(std::string_view text) {
     return result;
 }
 
-/// Writes the text so many times.
+/// Writes the text `times` times.
 void repeat(int descriptor, const std::string& times, std::string_view text) {
     const std::size_t textsInBlock = std::size_t{64} * 1024 / text.size() + 1;
     std::string block;
@@ -75,14 +73,14 @@ void repeat(int descriptor, const std::string& times, std::string_view text) {
     }
 }
 
-/// Writes that many bytes or a few more, in lines of 80.
+/// Writes at least `byteCount` bytes, in lines of 80.
 void flood(int descriptor, const std::string& byteCount) {
     constexpr std::uint64_t lineLength = 80;
     const std::string line = std::string(lineLength - 1, 'x') + '\n';
     repeat(descriptor, std::to_string((std::stoull(byteCount) - 1) / lineLength + 1), line);
 }
 
-/// Fills both pipes at the same time.
+/// Floods stdout and stderr concurrently.
 void floodBoth(const std::string& byteCount) {
     const pid_t other = ::fork();
     flood(other == 0 ? STDERR_FILENO : STDOUT_FILENO, byteCount);
@@ -92,7 +90,7 @@ void floodBoth(const std::string& byteCount) {
     ::waitpid(other, nullptr, 0);
 }
 
-extern "C" void answerInterrupt(int) {
+extern "C" void handleSigint(int) {
     writeAll(STDOUT_FILENO, interruptText);
     ::_exit(interruptStatus);
 }
@@ -103,8 +101,7 @@ extern "C" void answerInterrupt(int) {
     }
 }
 
-/// A grandchild that keeps the descriptor open until the file exists, or its timeout of ten
-/// seconds ends.
+/// Forks a grandchild that keeps the descriptor open until the file exists, ten seconds at most.
 void holdInGrandchild(int descriptor, const std::string& untilFile) {
     if (::fork() != 0) {
         return;
@@ -120,8 +117,8 @@ void holdInGrandchild(int descriptor, const std::string& untilFile) {
     ::_exit(0);
 }
 
-/// What this process inherited: its open descriptors, blocked and ignored signals, group and
-/// niceness.
+/// Writes what this process inherited to the file: open descriptors, blocked and ignored signals,
+/// process group and niceness.
 void report(const std::string& file) {
     std::ofstream out(file + ".part");
     DIR* const folder = ::opendir("/proc/self/fd");
@@ -192,7 +189,7 @@ void run(const std::string& command, const std::string& rest) {
          [&] {
              interruptStatus = std::stoi(first);
              interruptText = unescaped(second);
-             static_cast<void>(::signal(SIGINT, answerInterrupt));
+             static_cast<void>(::signal(SIGINT, handleSigint));
          }},
         {"hold-out", [&] { holdInGrandchild(STDOUT_FILENO, rest); }},
         {"hold-err", [&] { holdInGrandchild(STDERR_FILENO, rest); }},

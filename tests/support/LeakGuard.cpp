@@ -9,7 +9,7 @@
 namespace kestrel::test {
 
 LeakGuard::LeakGuard() {
-    // A race detector starts a thread of its own together with the first that the program starts.
+    // Thread sanitizer starts a thread of its own together with the program's first.
     std::thread([] {}).join();
     before_ = ProcessCounts::now();
 }

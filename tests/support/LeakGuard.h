@@ -4,8 +4,8 @@
 
 namespace kestrel::test {
 
-/// Counts this process's descriptors, children and threads when it is made, and fails the test when
-/// any of them does not go back to that after its end, for as long as tests wait.
+/// Fails the test if this process has more descriptors, children or threads at the guard's
+/// destruction than at its construction. Waits up to `timeout` for them to go.
 class LeakGuard {
   public:
     LeakGuard();

@@ -48,23 +48,23 @@ std::string runProgram(const std::vector<std::string>& command) {
 
 namespace {
 
-/// A tone of so many seconds, made where there is none yet from an earlier test.
+/// Returns a tone of this duration, generated unless cached by an earlier test.
 std::filesystem::path tone(double seconds) {
     std::ostringstream length;
     length << seconds;
     const std::filesystem::path folder = TEST_MEDIA;
-    std::filesystem::path made = folder / ("tone-" + length.str() + ".opus");
-    if (!std::filesystem::exists(made)) {
+    std::filesystem::path file = folder / ("tone-" + length.str() + ".opus");
+    if (!std::filesystem::exists(file)) {
         std::filesystem::create_directories(folder);
-        // Several tests may make it at the same time; it appears whole.
-        const std::string own = made.string() + "." + std::to_string(::getpid());
+        // Renamed into place atomically, as tests may generate it concurrently.
+        const std::string temporary = file.string() + "." + std::to_string(::getpid());
         runProgram({"ffmpeg", "-v", "error", "-y", "-f", "lavfi", "-i",
                     "sine=frequency=440:duration=" + length.str(), "-c:a", "libopus",
                     "-compression_level", "0", "-b:a", "32k", "-metadata", "title=A tone", "-f",
-                    "ogg", own});
-        std::filesystem::rename(own, made);
+                    "ogg", temporary});
+        std::filesystem::rename(temporary, file);
     }
-    return made;
+    return file;
 }
 
 } // namespace

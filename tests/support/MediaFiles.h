@@ -7,24 +7,24 @@
 
 namespace kestrel::test {
 
-/// What ffprobe tells of the first audio stream of a file.
+/// The first audio stream of a file, according to ffprobe.
 struct AudioDescription {
     std::string codec;
     std::string sampleFormat;
     double seconds = 0;
 };
 
-/// Makes a real Opus file, a tone, at this place, whatever the bytes of its name.
+/// Writes a real Opus file, a tone. Its name may have any bytes.
 void makeOpusFile(const FileURL& url, double seconds);
 
-/// Makes one that takes its time to be converted but not to be made: the same minute over and over.
+/// Writes an Opus file that is slow to convert but quick to create: one minute, looped.
 void makeLongOpusFile(const FileURL& url, int minutes);
 
-/// Throws std::runtime_error where ffprobe finds no audio.
+/// Throws std::runtime_error when ffprobe finds no audio.
 AudioDescription describeAudio(const FileURL& url);
 
-/// Runs a program found through PATH and returns what it wrote to standard output. Throws
-/// std::runtime_error when it does not exit with 0.
+/// Runs a program from PATH and returns its stdout. Throws std::runtime_error when it cannot be
+/// started or does not exit with 0.
 std::string runProgram(const std::vector<std::string>& command);
 
 } // namespace kestrel::test

@@ -19,7 +19,7 @@ namespace kestrel::test {
 
 namespace {
 
-// Where they do not count.
+// mount() arguments that are ignored.
 constexpr const char* noSource = "none";
 constexpr const char* noType = "none";
 
@@ -34,14 +34,13 @@ void writeTo(const char* file, const std::string& text) {
     out << text;
 }
 
-/// Sees to it that no mount made from now on is seen outside. `folder` is empty, and in nobody's
-/// way.
+/// Stops later mounts from propagating to other namespaces. Requires: `folder` is empty and unused.
 void makeMountsPrivate(const std::string& folder) {
     constexpr unsigned long isPrivate = MS_REC | MS_PRIVATE;
     if (::mount(noSource, "/", noType, isPrivate, nullptr) == 0) {
         return;
     }
-    // The root of a plain chroot is no mount, and has to become one first.
+    // The root of a plain chroot is not a mount point: bind-mount it first.
     check(errno == EINVAL, "private mounts");
     check(::mount("/", folder.c_str(), noType, MS_BIND | MS_REC, nullptr) == 0, "mount the root");
     check(::mount(noSource, folder.c_str(), noType, isPrivate, nullptr) == 0, "private root");
@@ -62,7 +61,7 @@ void PrivateMounts::enter(const std::string& folder) {
     } else {
         check(::unshare(CLONE_NEWNS | CLONE_NEWUSER) == 0, "unshare");
         writeTo("/proc/self/setgroups", "deny");
-        // As the same user: a message bus lets nobody in who claims to be another one.
+        // Maps the user to itself: a D-Bus daemon rejects a client that claims another uid.
         writeTo("/proc/self/uid_map", std::to_string(user) + ' ' + std::to_string(user) + " 1");
         writeTo("/proc/self/gid_map", std::to_string(group) + ' ' + std::to_string(group) + " 1");
     }
@@ -112,7 +111,7 @@ void PrivateMounts::coverWith(const std::string& path, const std::string& other)
 }
 
 void PrivateMounts::coverFile(const std::string& file) {
-    // Any file that nobody may execute does.
+    // Any file without execute permission will do.
     check(::mount("/etc/passwd", file.c_str(), noType, MS_BIND, nullptr) == 0, "cover " + file);
 }
 

@@ -5,33 +5,35 @@
 
 namespace kestrel::test {
 
-/// A child of this process with mounts of its own, in which system folders can be covered while the
-/// machine keeps its own. Needs root, or a kernel that lets users have namespaces.
+/// A forked child in a mount namespace of its own, in which system folders can be mounted over
+/// without affecting the system. Requires root or unprivileged user namespaces.
 class PrivateMounts {
   public:
     /// Runs the function in such a child and returns its result. Throws std::runtime_error with the
-    /// reason when the child fails. This process must have no other thread.
+    /// reason when the child fails. Requires: no other thread in this process.
     static std::string run(const std::function<std::string()>& function);
 
-    /// Gives this process mounts of its own. Needs a folder, empty and in nobody's way, for as long
-    /// as the process lives. Throws std::runtime_error. This process must have no other thread.
+    /// Moves this process to a mount namespace of its own. Throws std::runtime_error. Requires: no
+    /// other thread in this process, and a folder that stays empty and unused while the process
+    /// lives.
     static void enter(const std::string& folder);
 
-    // What follows is for the function, or after `enter`: they throw std::runtime_error.
+    // Called in the function or after `enter`; throw std::runtime_error.
 
-    /// Puts an empty folder over the folder.
+    /// Mounts an empty tmpfs over the folder.
     static void cover(const std::string& folder);
 
-    /// The same, with room for so many bytes: a number, or one with k, m or g behind it.
+    /// The same, of limited size: a number of bytes with an optional suffix k, m or g.
     static void coverLimited(const std::string& folder, const std::string& size);
 
-    /// The same, where nothing can be made.
+    /// The same, read-only.
     static void coverReadOnly(const std::string& folder);
 
-    /// Puts a folder over a folder, or a file over a file; the covered one must exist.
+    /// Bind-mounts `other` over `path`, which exists: a folder over a folder, or a file over a
+    /// file.
     static void coverWith(const std::string& path, const std::string& other);
 
-    /// Puts an empty file that cannot be executed over the file, which must exist.
+    /// Mounts a file without execute permission over `file`, which exists.
     static void coverFile(const std::string& file);
     static void uncoverFile(const std::string& file);
 };

@@ -5,17 +5,17 @@
 
 namespace kestrel::test {
 
-/// What this process holds.
+/// Resource counts of this process.
 struct ProcessCounts {
-    /// The one that counting takes is among them, in every count.
+    /// Includes the one that counting opens.
     std::size_t descriptors = 0;
-    /// Living ones and zombies.
+    /// Includes zombies.
     std::size_t children = 0;
     std::size_t threads = 0;
 
     static ProcessCounts now();
 
-    /// For messages.
+    /// For failure messages.
     std::string text() const;
 };
 

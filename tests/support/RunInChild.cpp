@@ -8,10 +8,10 @@
 
 namespace kestrel::test {
 
-int runInChild(const std::function<int()>& probe) {
+int runInChild(const std::function<int()>& function) {
     const pid_t child = ::fork();
     if (child == 0) {
-        ::_exit(probe());
+        ::_exit(function());
     }
     int status = 0;
     pid_t waited = -1;

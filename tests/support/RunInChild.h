@@ -4,12 +4,12 @@
 
 namespace kestrel::test {
 
-/// Runs the probe in a forked child and returns the status that the child exits with, which is the
-/// probe's result; -1 where the child did not exit. For what would change this process for good.
-/// The probe may not make a thread.
-int runInChild(const std::function<int()>& probe);
+/// Runs the function in a forked child and returns its result, the child's exit status, or -1 if
+/// the child did not exit. For irreversible changes of the process. The function must not start a
+/// thread.
+int runInChild(const std::function<int()>& function);
 
-/// Gives up the rights of the superuser, if this process has them; false where that fails.
+/// Drops root privileges, if any. Returns false on failure.
 bool dropPrivileges();
 
 } // namespace kestrel::test

@@ -12,19 +12,19 @@
 
 namespace kestrel::test {
 
-/// Runs the event loop until the condition holds, at most that many milliseconds; tells whether it
-/// came to hold. Where no event loop is needed, `waitUntil` does.
+/// Processes events until the condition holds or the timeout, in milliseconds, expires. Returns
+/// whether it held. For conditions that need no event loop, use `waitUntil`.
 inline bool runUntil(const std::function<bool()>& condition, int milliseconds = timeout) {
     const QDeadlineTimer deadline(milliseconds);
-    // Events end every turn but the idle ones, which this does.
-    QTimer heartbeat;
-    heartbeat.start(5);
+    // Ends processEvents() when there are no other events.
+    QTimer wakeUp;
+    wakeUp.start(5);
     while (!condition()) {
         if (deadline.hasExpired()) {
             return false;
         }
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        // As an event loop does by itself between its events.
+        // Outside exec(), processEvents() does not deliver DeferredDelete events.
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     return true;

@@ -8,7 +8,7 @@
 
 namespace kestrel::test {
 
-/// A panel in which a user chooses what `answer` says, at once.
+/// An open panel that returns `answer` immediately.
 class ScriptedOpenPanel final : public OpenPanel {
   public:
     std::optional<std::vector<FileURL>> runModal(const Options& options) override {
@@ -20,7 +20,7 @@ class ScriptedOpenPanel final : public OpenPanel {
     std::optional<std::vector<FileURL>> answer;
 };
 
-/// A file manager that remembers what it was asked to show.
+/// A file viewer that records what it reveals.
 class ScriptedFileViewer final : public FileViewer {
   public:
     void reveal(const FileURL& url) override { revealed.push_back(url); }

@@ -16,8 +16,8 @@
 
 namespace kestrel::test {
 
-/// A runner that does what it is told for each source, by file name, and remembers what it was
-/// asked. Without instructions a conversion succeeds at once.
+/// A fake runner with a script for each source, by file name; records its calls. A conversion
+/// without a script succeeds immediately.
 class ScriptedRunner final : public ConversionRunner {
   public:
     struct Call {
@@ -26,10 +26,10 @@ class ScriptedRunner final : public ConversionRunner {
         ConversionSettings settings;
     };
 
-    /// Runs in place of the conversion, on its thread: returns or throws.
+    /// Runs instead of the conversion, on its thread; may throw.
     using Script = std::function<void(const Call&, const ProgressHandler&)>;
 
-    /// Main thread, before the conversion starts.
+    /// Called on the main thread, before the conversion starts.
     void setScript(const std::string& fileName, Script script) {
         const std::lock_guard lock(mutex_);
         scripts_[fileName] = std::move(script);
@@ -69,7 +69,7 @@ class ScriptedRunner final : public ConversionRunner {
         return interrupts_;
     }
 
-    /// For scripts: blocks until `release` has been called, for as long as tests wait.
+    /// For scripts: blocks until `release` is called. Throws when `timeout` expires.
     void waitForRelease() {
         wait([this] { return isReleased_; });
     }
@@ -80,8 +80,8 @@ class ScriptedRunner final : public ConversionRunner {
         changed_.notify_all();
     }
 
-    /// For scripts: blocks until the runner has been interrupted since the conversion started, for
-    /// as long as tests wait.
+    /// For scripts: blocks until an interrupt since the start of the conversion. Throws when
+    /// `timeout` expires.
     void waitForInterrupt() {
         wait([this] { return interrupts_ > interruptsBefore_; });
     }
@@ -90,7 +90,7 @@ class ScriptedRunner final : public ConversionRunner {
     template <typename Condition> void wait(Condition condition) {
         std::unique_lock lock(mutex_);
         if (!changed_.wait_for(lock, std::chrono::milliseconds(timeout), condition)) {
-            throw std::runtime_error("the script waited in vain");
+            throw std::runtime_error("the script timed out");
         }
     }
 

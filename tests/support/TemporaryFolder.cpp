@@ -19,8 +19,7 @@ FileURL makeTemporaryFolder() {
     if (::mkdtemp(path.data()) == nullptr) {
         throw std::runtime_error("no temporary folder");
     }
-    // Some tests become another user, who may read what is made in it whatever umask they were
-    // started with.
+    // Tests that drop privileges must be able to read the folder, whatever the inherited umask.
     ::umask(S_IWGRP | S_IWOTH);
     std::filesystem::permissions(path, static_cast<std::filesystem::perms>(0755));
     return FileURL(std::move(path));

@@ -7,8 +7,8 @@
 
 namespace kestrel::test {
 
-/// An empty folder that every user may read and that goes away, with all it holds, with the object.
-/// What makes something in it throws where that fails, std::runtime_error or a class below it.
+/// A temporary folder that every user may read, removed recursively on destruction. Members that
+/// create something throw std::runtime_error or a subclass on failure.
 class TemporaryFolder {
   public:
     TemporaryFolder();
@@ -18,26 +18,26 @@ class TemporaryFolder {
 
     const FileURL& url() const noexcept { return url_; }
 
-    /// Where a name, or a path, below the folder leads, whether or not anything is there.
+    /// The path of a name, or relative path, below the folder. It need not exist.
     FileURL file(std::string_view name) const { return url_.appendingPathComponent(name); }
 
-    /// Whether something is there, symbolic links followed.
+    /// Returns whether the path exists. Follows symbolic links.
     bool has(std::string_view name) const;
 
-    /// Writes a file below the folder, with its folders, and tells where it is.
+    /// Writes a file, creating its parent folders, and returns its path.
     FileURL write(std::string_view name, std::string_view bytes = {}) const;
 
-    /// Makes a folder, and those that are to hold it, and tells where it is.
+    /// Creates a folder and its parents, and returns its path.
     FileURL makeFolder(std::string_view name) const;
 
-    /// Makes a symbolic link with this text.
+    /// Creates a symbolic link to `target`, verbatim.
     void makeLink(std::string_view name, const std::string& target) const;
 
   private:
     FileURL url_;
 };
 
-/// The bytes of a file; empty where it cannot be read.
+/// Returns the bytes of a file; empty if it cannot be read.
 std::string contents(const FileURL& url);
 
 } // namespace kestrel::test

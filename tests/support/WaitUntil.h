@@ -7,8 +7,8 @@
 
 namespace kestrel::test {
 
-/// Waits until the condition holds, for as long as tests wait; tells whether it came to hold. Where
-/// it takes the event loop to make it hold, `runUntil` does.
+/// Polls until the condition holds or `timeout` expires. Returns whether it held. For conditions
+/// that need the event loop, use `runUntil`.
 template <typename Condition> bool waitUntil(Condition condition) {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeout);
     while (!condition()) {

@@ -57,7 +57,7 @@ ProcessExit killed(int signal) {
     return {ProcessExit::Reason::uncaughtSignal, signal};
 }
 
-/// How many descriptors the child had open, by its own report.
+/// Returns the number of open descriptors in the child's report.
 int descriptorCount(const std::string& report) {
     int count = 0;
     for (std::size_t at = report.find("fd "); at != std::string::npos;
@@ -67,7 +67,7 @@ int descriptorCount(const std::string& report) {
     return count;
 }
 
-TEST(ChildProcess, hasItsOutputAndItsDiagnosticsOnPipesOfTheirOwn) {
+TEST(ChildProcess, hasSeparatePipesForStdoutAndStderr) {
     const LeakGuard guard;
     const auto child = scripted("out one\\n\nerr two\\n\nexit 3");
     child->launch();
@@ -76,7 +76,7 @@ TEST(ChildProcess, hasItsOutputAndItsDiagnosticsOnPipesOfTheirOwn) {
     EXPECT_EQ(child->waitUntilExit(), exited(3));
 }
 
-TEST(ChildProcess, sendsOutputThatNobodyWantsToTheNullDevice) {
+TEST(ChildProcess, redirectsUnwantedStdoutToTheNullDevice) {
     const LeakGuard guard;
     const auto child = scripted("flood-out 1000000\nerr done", StandardOutput::nullDevice);
     child->launch();
@@ -85,7 +85,7 @@ TEST(ChildProcess, sendsOutputThatNobodyWantsToTheNullDevice) {
     EXPECT_EQ(child->waitUntilExit(), exited(0));
 }
 
-TEST(ChildProcess, tellsAnExitFromADeathBySignal) {
+TEST(ChildProcess, distinguishesExitStatusFromSignal) {
     const LeakGuard guard;
     EXPECT_EQ(exitOf("exit 0"), exited(0));
     EXPECT_EQ(exitOf("exit 1"), exited(1));
@@ -111,8 +111,8 @@ TEST(ChildProcess, interruptsARunningChild) {
     EXPECT_EQ(child->waitUntilExit(), killed(SIGINT));
 }
 
-/// How many of this process's descriptors stand for processes.
-int processDescriptors() {
+/// Returns the number of pidfds that this process has open.
+int pidfdCount() {
     int count = 0;
     for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
         std::error_code gone;
@@ -122,19 +122,19 @@ int processDescriptors() {
     return count;
 }
 
-TEST(ChildProcess, isHeldByADescriptorWhereTheKernelHasThem) {
+TEST(ChildProcess, holdsAPidfdIfTheKernelSupportsIt) {
     const LeakGuard guard;
     const FileDescriptor own(static_cast<int>(::syscall(SYS_pidfd_open, ::getpid(), 0)));
-    const int before = processDescriptors();
+    const int before = pidfdCount();
     const auto child = scripted("block");
     child->launch();
-    EXPECT_EQ(processDescriptors(), own ? before + 1 : 0);
+    EXPECT_EQ(pidfdCount(), own ? before + 1 : 0);
     child->interrupt();
     child->waitUntilExit();
-    EXPECT_EQ(processDescriptors(), before);
+    EXPECT_EQ(pidfdCount(), before);
 }
 
-TEST(ChildProcess, canAnswerAnInterruptAsItLikes) {
+TEST(ChildProcess, mayHandleAnInterrupt) {
     const LeakGuard guard;
     const auto child = scripted("on-interrupt 42 bye\nout up\nblock");
     child->launch();
@@ -147,7 +147,7 @@ TEST(ChildProcess, canAnswerAnInterruptAsItLikes) {
     EXPECT_EQ(child->waitUntilExit(), exited(42));
 }
 
-TEST(ChildProcess, isNotHarmedByAnInterruptBeforeItsStart) {
+TEST(ChildProcess, ignoresAnInterruptBeforeLaunch) {
     const LeakGuard guard;
     const auto child = scripted("exit 7");
     child->interrupt();
@@ -155,7 +155,7 @@ TEST(ChildProcess, isNotHarmedByAnInterruptBeforeItsStart) {
     EXPECT_EQ(child->waitUntilExit(), exited(7));
 }
 
-TEST(ChildProcess, takesAnInterruptAfterItsExitForNothing) {
+TEST(ChildProcess, ignoresAnInterruptAfterExit) {
     const LeakGuard guard;
     const auto child = scripted("exit 7");
     child->launch();
@@ -165,7 +165,7 @@ TEST(ChildProcess, takesAnInterruptAfterItsExitForNothing) {
     child->interrupt();
 }
 
-TEST(ChildProcess, survivesInterruptsAtAnyMomentOfItsLife) {
+TEST(ChildProcess, toleratesInterruptsAtAnyTime) {
     const LeakGuard guard;
     for (int i = 0; i < 200; ++i) {
         const auto child = scripted("exit 0");
@@ -180,13 +180,13 @@ TEST(ChildProcess, survivesInterruptsAtAnyMomentOfItsLife) {
     }
 }
 
-TEST(ChildProcess, losesNoInterruptOnceItIsAtWork) {
+TEST(ChildProcess, losesNoInterruptOnceRunning) {
     const LeakGuard guard;
     const TemporaryFolder folder;
     for (int i = 0; i < 100; ++i) {
         const std::string up = folder.file(std::to_string(i)).path();
         const auto child = scripted("touch " + up + "\nblock");
-        // Not before the child's own sign, but perhaps before its launch has returned.
+        // After the child has shown that it runs, but possibly before launch() has returned.
         std::thread interrupter([&] {
             while (::access(up.c_str(), F_OK) != 0) {
             }
@@ -198,7 +198,7 @@ TEST(ChildProcess, losesNoInterruptOnceItIsAtWork) {
     }
 }
 
-TEST(ChildProcess, startsWithNothingButItsThreeStreamsAndPlainSignals) {
+TEST(ChildProcess, inheritsOnlyStandardStreamsAndDefaultSignals) {
     const LeakGuard guard;
     const TemporaryFolder folder;
     sigset_t blocked{};
@@ -209,9 +209,8 @@ TEST(ChildProcess, startsWithNothingButItsThreeStreamsAndPlainSignals) {
     ::pthread_sigmask(SIG_BLOCK, &blocked, &before);
     const auto oldHandler = std::signal(SIGINT, SIG_IGN);
     const auto oldPipeHandler = std::signal(SIGPIPE, SIG_IGN);
-    // Neither another child's pipe ends nor a descriptor that stays open over a start are
-    // inherited.
-    const FileDescriptor sticky(::dup(STDIN_FILENO));
+    // Neither another child's pipe ends nor a descriptor without FD_CLOEXEC are inherited.
+    const FileDescriptor inheritable(::dup(STDIN_FILENO));
     const auto other = scripted("block");
     other->launch();
     const auto child = scripted("report " + folder.file("report").path());
@@ -229,7 +228,7 @@ TEST(ChildProcess, startsWithNothingButItsThreeStreamsAndPlainSignals) {
     EXPECT_THAT(report, HasSubstr("fd 2 pipe:"));
     EXPECT_EQ(descriptorCount(report), 3);
     EXPECT_THAT(report, HasSubstr("SigBlk:\t0000000000000000"));
-    // The C library keeps the first two real-time signals for itself and leaves them as they are.
+    // glibc reserves the first two real-time signals and does not reset them.
     constexpr std::uint64_t reserved = 3ULL << 31U;
     const std::size_t ignored = report.find("SigIgn:\t");
     ASSERT_NE(ignored, std::string::npos);
@@ -237,9 +236,9 @@ TEST(ChildProcess, startsWithNothingButItsThreeStreamsAndPlainSignals) {
     EXPECT_THAT(report, HasSubstr("group " + std::to_string(::getpgrp()) + "\n"));
 }
 
-TEST(ChildProcess, keepsTheStandardInputOfItsParent) {
+TEST(ChildProcess, inheritsStdin) {
     const TemporaryFolder folder;
-    // One that cannot be mistaken for the null device.
+    // Distinguishable from /dev/null.
     const FileURL input = folder.write("input", "text");
     const FileDescriptor file(::open(input.path().c_str(), O_RDONLY | O_CLOEXEC));
     const FileDescriptor before(::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 3));
@@ -251,7 +250,7 @@ TEST(ChildProcess, keepsTheStandardInputOfItsParent) {
     EXPECT_THAT(contents(folder.file("report")), HasSubstr("fd 0 " + input.path() + "\n"));
 }
 
-TEST(ChildProcess, worksWhereTheStandardStreamsAreClosed) {
+TEST(ChildProcess, worksWithClosedStandardStreams) {
     const int status = runInChild([] {
         ::close(STDIN_FILENO);
         ::close(STDOUT_FILENO);
@@ -266,7 +265,7 @@ TEST(ChildProcess, worksWhereTheStandardStreamsAreClosed) {
     EXPECT_EQ(status, 0);
 }
 
-TEST(ChildProcess, tellsWhyItCannotStart) {
+TEST(ChildProcess, throwsTheReasonWhenItCannotStart) {
     const LeakGuard guard;
     const TemporaryFolder folder;
     const FileURL plain = folder.write("plain", "no program");
@@ -294,7 +293,7 @@ TEST(ChildProcess, tellsWhyItCannotStart) {
     }
 }
 
-TEST(ChildProcess, passesArgumentsAsTheyAre) {
+TEST(ChildProcess, passesArgumentsVerbatim) {
     const TemporaryFolder folder;
     const FileURL script = folder.write("script", "convert record-arguments " +
                                                       folder.file("arguments").path() + "\n");
@@ -310,7 +309,7 @@ TEST(ChildProcess, passesArgumentsAsTheyAre) {
     EXPECT_EQ(contents(folder.file("arguments")), expected + "\n");
 }
 
-TEST(ChildProcess, isReapedThoughNobodyWaitsForIt) {
+TEST(ChildProcess, isReapedWithoutAWait) {
     const LeakGuard guard;
     const TemporaryFolder folder;
     auto child =
@@ -321,7 +320,7 @@ TEST(ChildProcess, isReapedThoughNobodyWaitsForIt) {
     EXPECT_TRUE(waitUntil([&folder] { return folder.has("gone"); }));
 }
 
-TEST(ChildProcess, endsThoughAGrandchildHoldsItsPipes) {
+TEST(ChildProcess, exitsWhileAGrandchildHoldsItsPipes) {
     const LeakGuard guard;
     const TemporaryFolder folder;
     const std::string go = folder.file("go").path();
@@ -333,7 +332,7 @@ TEST(ChildProcess, endsThoughAGrandchildHoldsItsPipes) {
     EXPECT_EQ(readToEnd(child->takeStandardError()), "");
 }
 
-TEST(ChildProcess, doesNotLeakPipeEndsIntoOneThatAnotherThreadStarts) {
+TEST(ChildProcess, doesNotLeakPipesIntoChildrenOfOtherThreads) {
     const LeakGuard guard;
     const TemporaryFolder folder;
     std::vector<std::thread> threads;

@@ -24,13 +24,13 @@ FileDescriptor nullDevice() {
     return FileDescriptor(::open("/dev/null", O_RDWR | O_CLOEXEC));
 }
 
-TEST(FileDescriptor, isNoneAtFirst) {
+TEST(FileDescriptor, isNoneByDefault) {
     const FileDescriptor none;
     EXPECT_FALSE(none);
     EXPECT_EQ(none.get(), -1);
 }
 
-TEST(FileDescriptor, closesWhatItOwnsAtItsEndOrWhenItIsTold) {
+TEST(FileDescriptor, closesOnDestructionAndReset) {
     const LeakGuard guard;
     int number = -1;
     {
@@ -49,13 +49,13 @@ TEST(FileDescriptor, closesWhatItOwnsAtItsEndOrWhenItIsTold) {
     descriptor.reset();
 }
 
-TEST(FileDescriptor, handsOverWhatItOwns) {
+TEST(FileDescriptor, transfersOwnershipOnMove) {
     const LeakGuard guard;
     FileDescriptor first = nullDevice();
     const int number = first.get();
     FileDescriptor second(std::move(first));
     EXPECT_EQ(second.get(), number);
-    EXPECT_EQ(first.get(), -1); // NOLINT(bugprone-use-after-move): what it owns then
+    EXPECT_EQ(first.get(), -1); // NOLINT(bugprone-use-after-move): the moved-from state
     FileDescriptor third = nullDevice();
     const int replaced = third.get();
     third = std::move(second);
@@ -65,7 +65,7 @@ TEST(FileDescriptor, handsOverWhatItOwns) {
     EXPECT_FALSE(isOpen(replaced));
 }
 
-TEST(FileDescriptor, keepsWhatItIsGivenByItself) {
+TEST(FileDescriptor, survivesSelfMove) {
     const LeakGuard guard;
     FileDescriptor descriptor = nullDevice();
     FileDescriptor& same = descriptor;
@@ -73,7 +73,7 @@ TEST(FileDescriptor, keepsWhatItIsGivenByItself) {
     EXPECT_TRUE(isOpen(descriptor.get()));
 }
 
-TEST(FileDescriptor, mayBeZero) {
+TEST(FileDescriptor, ownsDescriptorZero) {
     const int status = runInChild([] {
         ::close(STDIN_FILENO);
         FileDescriptor zero = nullDevice();

@@ -14,7 +14,7 @@
 namespace kestrel::test {
 namespace {
 
-TEST(FileSystem, tellsFilesFromFolders) {
+TEST(FileSystem, distinguishesFilesFromFolders) {
     const TemporaryFolder temp;
     const FileURL file = temp.write("track.opus");
     const FileURL folder = temp.makeFolder("folder.opus");
@@ -25,7 +25,7 @@ TEST(FileSystem, tellsFilesFromFolders) {
     EXPECT_TRUE(isFolder(FileURL("/")));
 }
 
-TEST(FileSystem, findsFilesWhoseSizesAndDatesTake64Bits) {
+TEST(FileSystem, supports64BitSizesAndDates) {
     const TemporaryFolder temp;
     const FileURL large = temp.write("large.wav");
     ASSERT_EQ(::truncate(large.path().c_str(), 5'000'000'000), 0);
@@ -49,7 +49,7 @@ TEST(FileSystem, findsNothingAtAMissingPath) {
     EXPECT_FALSE(fileExists(temp.file(std::string(5000, 'x'))));
 }
 
-TEST(FileSystem, takesALinkForWhatItLeadsTo) {
+TEST(FileSystem, followsSymbolicLinks) {
     const TemporaryFolder temp;
     temp.write("track.opus");
     temp.makeFolder("folder");

@@ -12,7 +12,7 @@ namespace {
 
 using test::runInChild;
 
-TEST(Pipe, leavesTheStandardStreamsFreeAndClosesOnExecution) {
+TEST(Pipe, isAboveTheStandardStreamsAndCloseOnExec) {
     const int status = runInChild([] {
         for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
             ::close(stream);
@@ -33,7 +33,7 @@ TEST(Pipe, leavesTheStandardStreamsFreeAndClosesOnExecution) {
     EXPECT_EQ(status, 0);
 }
 
-TEST(Pipe, leavesDescriptorsAboveTheStandardStreamsWhereTheyAre) {
+TEST(Pipe, doesNotMoveDescriptorsAboveTheStandardStreams) {
     const int status = runInChild([] {
         ::closefrom(STDERR_FILENO + 1);
         const Pipe pipe = Pipe::make();

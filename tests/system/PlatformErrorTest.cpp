@@ -9,7 +9,7 @@ namespace {
 
 using ::testing::HasSubstr;
 
-TEST(PlatformError, isASentenceThatNamesThePathAndTheReason) {
+TEST(PlatformError, messageNamesThePathAndTheReason) {
     const auto denied = std::make_error_code(std::errc::permission_denied);
     const FileURL folder("/music/new %1");
     EXPECT_STREQ(PlatformError::folderNotCreated(folder, denied).what(),
@@ -21,7 +21,7 @@ TEST(PlatformError, isASentenceThatNamesThePathAndTheReason) {
     EXPECT_EQ(PlatformError::folderNotCreated(folder, denied).code(), denied);
 }
 
-TEST(PlatformError, showsAPathThatIsNotUtf8AsWellAsItCan) {
+TEST(PlatformError, replacesInvalidUtf8InPaths) {
     const auto denied = std::make_error_code(std::errc::permission_denied);
     EXPECT_THAT(PlatformError::folderNotCreated(FileURL("/a\xff"), denied).what(),
                 HasSubstr("“/a\xef\xbf\xbd”"));

@@ -17,7 +17,7 @@
 namespace kestrel::test {
 namespace {
 
-/// Whether it is the null device, and children would have it too.
+/// Returns whether it is /dev/null, without FD_CLOEXEC.
 bool isNullDevice(int descriptor) {
     struct stat status = {};
 
@@ -31,7 +31,7 @@ ino_t inodeOf(int descriptor) {
     return ::fstat(descriptor, &status) == 0 ? status.st_ino : 0;
 }
 
-TEST(StandardStreams, areTheNullDeviceWhereTheyWereClosed) {
+TEST(StandardStreams, areTheNullDeviceIfClosed) {
     for (int closed = 1; closed < 8; ++closed) {
         const int result = runInChild([closed] {
             std::array<int, 2> ends{};
@@ -61,7 +61,7 @@ TEST(StandardStreams, areTheNullDeviceWhereTheyWereClosed) {
     }
 }
 
-TEST(StandardStreams, leaveNoTerminalToBeReadFrom) {
+TEST(StandardStreams, replaceATerminalOnStdin) {
     EXPECT_EQ(runInChild([] {
                   int master = -1;
                   int terminal = -1;
@@ -77,7 +77,7 @@ TEST(StandardStreams, leaveNoTerminalToBeReadFrom) {
               0);
 }
 
-TEST(StandardStreams, stayAsTheyAreOtherwise) {
+TEST(StandardStreams, areUnchangedOtherwise) {
     EXPECT_EQ(runInChild([] {
                   std::array<int, 2> ends{};
                   if (::pipe(ends.data()) != 0) {

@@ -8,12 +8,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cassert>
 #include <cerrno>
 #include <csignal>
 #include <system_error>
 #include <thread>
+#include <utility>
 
-// The header of glibc 2.36 forgets that it is read by C++ too.
+// The header of glibc 2.36 lacks extern "C".
 extern "C" {
 #include <sys/pidfd.h>
 }
@@ -22,7 +24,7 @@ namespace kestrel {
 
 namespace {
 
-/// Waits for the child to exit; `options` may leave it unreaped. Returns the error number, or 0.
+/// Waits for the child to exit; reaps it unless `options` has WNOWAIT. Returns errno, or 0.
 int waitForExit(pid_t child, int options, siginfo_t& info) noexcept {
     while (::waitid(P_PID, static_cast<id_t>(child), &info, WEXITED | options) != 0) {
         if (errno != EINTR) {
@@ -32,28 +34,28 @@ int waitForExit(pid_t child, int options, siginfo_t& info) noexcept {
     return 0;
 }
 
-/// Children of a program that ignores this signal vanish without a word. It may have been ignored
-/// since before this program was started.
+/// While SIGCHLD is ignored, children are reaped automatically and their exit status is lost. This
+/// process may have inherited that.
 void restoreDefaultSigchld() noexcept {
     struct sigaction action = {};
 
     const bool isKnown = ::sigaction(SIGCHLD, nullptr, &action) == 0;
     const bool isIgnored = (action.sa_flags & SA_SIGINFO) == 0 && action.sa_handler == SIG_IGN;
     if (isKnown && (isIgnored || (action.sa_flags & SA_NOCLDWAIT) != 0)) {
-        // The default: their ends are kept until somebody asks.
         action = {};
         ::sigaction(SIGCHLD, &action, nullptr);
     }
 }
 
-void reapWhenItExits(pid_t child) noexcept {
+/// Reaps the child on a thread of its own.
+void reapInBackground(pid_t child) noexcept {
     try {
         std::thread([child] {
             siginfo_t info{};
             waitForExit(child, 0, info);
         }).detach();
     } catch (const std::system_error&) {
-        // Without a thread to wait, the child stays a zombie until this program ends.
+        // Without a thread that waits, the child stays a zombie until this process exits.
     }
 }
 
@@ -67,11 +69,27 @@ ChildProcess::ChildProcess(FileURL executable, std::vector<std::string> argument
 
 ChildProcess::~ChildProcess() {
     if (stage_ == Stage::running) {
-        reapWhenItExits(pid_);
+        reapInBackground(pid_);
     }
 }
 
+void ChildProcess::enforce(Stage expected) const noexcept {
+    assert(stage_ == expected);
+    static_cast<void>(expected);
+}
+
+FileDescriptor ChildProcess::takeStandardOutput() noexcept {
+    assert(stage_ != Stage::notStarted);
+    return std::move(standardOutput_);
+}
+
+FileDescriptor ChildProcess::takeStandardError() noexcept {
+    assert(stage_ != Stage::notStarted);
+    return std::move(standardError_);
+}
+
 void ChildProcess::launch() {
+    enforce(Stage::notStarted);
     restoreDefaultSigchld();
     setStage(Stage::launching);
     try {
@@ -105,15 +123,16 @@ void ChildProcess::adopt(pid_t child) noexcept {
     pid_ = child;
     pidDescriptor_ = FileDescriptor(::pidfd_open(child, 0));
     stage_ = Stage::running;
-    if (isInterruptDue_) {
+    if (isInterruptPending_) {
         sendInterrupt();
     }
 }
 
 ProcessExit ChildProcess::waitUntilExit() {
+    enforce(Stage::running);
     siginfo_t info{};
-    // The child stays unreaped while the lock is not held, so that an interrupt never meets a
-    // number that has passed to another process.
+    // WNOWAIT leaves the child a zombie: until it is reaped below, with the mutex held, an
+    // interrupt cannot meet a process that reuses the pid.
     if (const int error = waitForExit(pid_, WNOWAIT, info); error != 0) {
         setStage(Stage::exited);
         throw PlatformError::programLost(executable_,
@@ -131,8 +150,8 @@ ProcessExit ChildProcess::waitUntilExit() {
 void ChildProcess::interrupt() noexcept {
     const std::lock_guard lock(mutex_);
     if (stage_ == Stage::launching) {
-        // The child may be at work already, though its number is not known here yet.
-        isInterruptDue_ = true;
+        // The child may be running already, but its pid is not known yet.
+        isInterruptPending_ = true;
     } else if (stage_ == Stage::running) {
         sendInterrupt();
     }
@@ -140,7 +159,7 @@ void ChildProcess::interrupt() noexcept {
 
 void ChildProcess::sendInterrupt() const noexcept {
     send(SIGINT);
-    // A stopped child would not see the signal before it is continued. Others take no notice.
+    // A stopped child handles the signal only once it is continued; a running one ignores SIGCONT.
     send(SIGCONT);
 }
 

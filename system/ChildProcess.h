@@ -8,19 +8,17 @@
 
 #include <mutex>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace kestrel {
 
-/// One run of a program, given by path and started without a shell, with its standard error, and
-/// its standard output if wanted, on pipes of their own. Standard input, environment, working
-/// folder and process group are this program's; no signal is blocked or ignored in the child. The
-/// null device stands in for a standard input that this program does not have.
+/// One run of a program, started without a shell, with its stderr, and its stdout if wanted, on
+/// pipes. The child inherits stdin (the null device where this program has none), environment,
+/// working folder and process group; no signal is blocked or ignored in it.
 ///
-/// One thread launches, reads and waits; `interrupt` may be called by any other at any time. A
-/// child that nobody waited for when its object dies is left to end by itself, and reaped when it
-/// has.
+/// One thread calls launch(), the take functions and waitUntilExit(); interrupt() is thread-safe. A
+/// child that is still running when its object is destroyed keeps running, and is reaped when it
+/// exits.
 class ChildProcess {
   public:
     enum class StandardOutput : unsigned char { pipe, nullDevice };
@@ -32,33 +30,35 @@ class ChildProcess {
     ChildProcess& operator=(const ChildProcess&) = delete;
     ~ChildProcess();
 
-    /// Starts the program. Throws PlatformError when it cannot be started. Once only. Where this
-    /// program ignores SIGCHLD, it does so no longer: the system would not tell how a child ended.
+    /// Starts the program. Restores the default disposition of SIGCHLD where this process ignores
+    /// it. Throws PlatformError when the program cannot be started. Requires: not called before.
     void launch();
 
-    /// The reading end of the child's standard output; none where it goes to the null device. Yours
-    /// from the call on.
-    FileDescriptor takeStandardOutput() noexcept { return std::move(standardOutput_); }
+    /// Returns the read end of the child's stdout, or none where it is the null device; the caller
+    /// owns it. Requires: launch().
+    FileDescriptor takeStandardOutput() noexcept;
 
-    /// The reading end of the child's standard error. Yours from the call on.
-    FileDescriptor takeStandardError() noexcept { return std::move(standardError_); }
+    /// Returns the read end of the child's stderr; the caller owns it. Requires: launch().
+    FileDescriptor takeStandardError() noexcept;
 
-    /// Blocks until the launched child has exited. Throws PlatformError when the system does not
-    /// tell how it ended. Once only.
+    /// Blocks until the child has exited, and reaps it. Throws PlatformError when its exit status
+    /// was lost. Requires: a successful launch(), and not called before.
     ProcessExit waitUntilExit();
 
-    /// Sends SIGINT to the child, and never to a process that has come to its number since; a child
-    /// that has been stopped is continued, so that the signal reaches it. Nothing happens before
-    /// the launch and after the exit; during the launch the signal follows as soon as there is a
-    /// child. Any thread; does not block.
+    /// Sends SIGINT to the child, never to a process that reuses its pid; continues it if it is
+    /// stopped, so that the signal is delivered. No-op before launch() and after the exit; during
+    /// launch() the signal is sent as soon as the child exists. Thread-safe; does not block.
     void interrupt() noexcept;
 
   private:
     enum class Stage : unsigned char { notStarted, launching, running, exited };
 
+    /// Asserts a precondition: a wrong call stops a debug build. Only the thread that changes the
+    /// stage calls it.
+    void enforce(Stage expected) const noexcept;
     void setStage(Stage stage) noexcept;
     void adopt(pid_t child) noexcept;
-    /// Both need the mutex and a running child.
+    // Both require the mutex to be held and a running child.
     void sendInterrupt() const noexcept;
     void send(int signal) const noexcept;
 
@@ -68,13 +68,13 @@ class ChildProcess {
     FileDescriptor standardOutput_;
     FileDescriptor standardError_;
 
-    /// Guards what follows. While it is held, a running child is not reaped, so its number is its
-    /// own.
+    /// Guards the members below. A running child is not reaped while it is held, so `pid_` is not
+    /// reused.
     std::mutex mutex_;
     Stage stage_ = Stage::notStarted;
-    bool isInterruptDue_ = false;
+    bool isInterruptPending_ = false;
     pid_t pid_ = -1;
-    /// None where the kernel has no descriptors for processes.
+    /// None where the kernel has no pidfd_open().
     FileDescriptor pidDescriptor_;
 };
 

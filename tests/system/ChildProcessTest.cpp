@@ -353,5 +353,29 @@ TEST(ChildProcess, doesNotLeakPipesIntoChildrenOfOtherThreads) {
     }
 }
 
+#ifndef NDEBUG
+TEST(ChildProcessDeathTest, assertsThatItIsLaunchedOnce) {
+    const auto child = scripted("exit 0");
+    child->launch();
+    EXPECT_DEATH(child->launch(), "Assertion");
+    child->waitUntilExit();
+    EXPECT_DEATH(child->launch(), "Assertion");
+}
+
+TEST(ChildProcessDeathTest, assertsThatItIsWaitedForOnceAndNotBeforeTheLaunch) {
+    const auto child = scripted("exit 0");
+    EXPECT_DEATH(child->waitUntilExit(), "Assertion");
+    child->launch();
+    child->waitUntilExit();
+    EXPECT_DEATH(child->waitUntilExit(), "Assertion");
+}
+
+TEST(ChildProcessDeathTest, assertsThatItIsLaunchedBeforeItsPipesAreTaken) {
+    const auto child = scripted("exit 0");
+    EXPECT_DEATH(child->takeStandardOutput(), "Assertion");
+    EXPECT_DEATH(child->takeStandardError(), "Assertion");
+}
+#endif
+
 } // namespace
 } // namespace kestrel

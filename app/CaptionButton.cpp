@@ -15,8 +15,8 @@ constexpr int backgroundInset = 3;
 constexpr double backgroundRadius = 6;
 constexpr int glyphSize = 10;
 constexpr double lineWidth = 1.5;
-/// From the edge of a line to its middle. A line whose edge is on a whole pixel is as sharp as its
-/// width allows, at every whole scale.
+/// From the edge of a line to its middle: a line whose edge is on a whole pixel is sharpest, at
+/// every integer device pixel ratio.
 constexpr double halfLine = lineWidth / 2;
 
 void drawMinimise(QPainter& painter, const QRectF& box) {
@@ -28,10 +28,10 @@ void drawMaximise(QPainter& painter, const QRectF& box) {
     painter.drawRoundedRect(box.adjusted(halfLine, halfLine, -halfLine, -halfLine), 1, 1);
 }
 
-/// A window in front of another one. A little larger, or the one in front would be too small.
-void drawRestore(QPainter& painter, const QRectF& room) {
+/// Two overlapping windows; slightly enlarged, or the front one would be too small.
+void drawRestore(QPainter& painter, const QRectF& glyphBox) {
     constexpr double shift = 3;
-    const QRectF box = room.adjusted(-1, 0, 0, 1);
+    const QRectF box = glyphBox.adjusted(-1, 0, 0, 1);
     drawMaximise(painter, box.adjusted(0, shift, -shift, 0));
     const double right = box.right() - halfLine;
     const double top = box.top() + halfLine;
@@ -88,13 +88,13 @@ void CaptionButton::refreshTitle() {
     setToolTip(title());
 }
 
-bool CaptionButton::isAlarming() const {
+bool CaptionButton::isCloseHighlighted() const {
     return action_ == Action::close && (underMouse() || isDown());
 }
 
 void CaptionButton::drawBackground(QPainter& painter) {
     QColor fill = Qt::transparent;
-    if (isAlarming()) {
+    if (isCloseHighlighted()) {
         const QColor red = ThemeColor(ThemeColor::Name::red).color(palette());
         fill = isDown() ? red.darker(120) : red;
     } else if (isDown() || underMouse()) {
@@ -114,9 +114,10 @@ void CaptionButton::drawBackground(QPainter& painter) {
 }
 
 void CaptionButton::drawLabel(QPainter& painter) {
-    const ThemeColor ink = isAlarming() ? ThemeColor::Name::white : ThemeColor::Name::primary;
+    const ThemeColor foreground =
+        isCloseHighlighted() ? ThemeColor::Name::white : ThemeColor::Name::primary;
     painter.setPen(
-        QPen(ink.color(palette()), lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        QPen(foreground.color(palette()), lineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.setBrush(Qt::NoBrush);
     QRect box(0, 0, glyphSize, glyphSize);
     box.moveCenter(rect().center());

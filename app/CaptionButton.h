@@ -4,7 +4,7 @@
 
 namespace kestrel {
 
-/// One of the three buttons of the window itself.
+/// One of the three buttons at the end of the title bar.
 class CaptionButton : public Button {
     Q_OBJECT
 
@@ -13,7 +13,7 @@ class CaptionButton : public Button {
 
     CaptionButton(Action action, QWidget* parent);
 
-    /// Makes the button that maximises the one that restores, and back.
+    /// Switches the maximise button between "Maximise" and "Restore".
     void setWindowMaximised(bool isMaximised);
 
     QSize sizeHint() const override;
@@ -25,7 +25,7 @@ class CaptionButton : public Button {
   private:
     QString title() const;
     void refreshTitle();
-    bool isAlarming() const;
+    bool isCloseHighlighted() const;
 
     Action action_;
     bool isWindowMaximised_ = false;

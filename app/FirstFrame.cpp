@@ -16,7 +16,7 @@ FirstFrame::FirstFrame(QWidget& widget, std::function<void()> afterwards)
 bool FirstFrame::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Paint) {
         watched->removeEventFilter(this);
-        // The frame is handed over before the event loop turns.
+        // Queued: the frame is flushed before the next event-loop iteration.
         QMetaObject::invokeMethod(
             this,
             [this] {

@@ -8,8 +8,8 @@ class QWidget;
 
 namespace kestrel {
 
-/// Does once, when the widget has been painted for the first time, what the first frame should not
-/// wait for. Belongs to the widget. Main thread.
+/// Calls `afterwards` once, after the widget's first paint event: for work that must not delay the
+/// first frame. Owned by the widget. Main thread.
 class FirstFrame final : public QObject {
     Q_OBJECT
 

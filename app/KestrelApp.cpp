@@ -27,11 +27,10 @@ KestrelApp::KestrelApp(std::shared_ptr<ConverterViewModel> model,
 }
 
 void KestrelApp::prepare() {
-    // The application's name serves as its display name too. Qt 6.4 to 6.11 would append a display
-    // name of its own to the title of every panel.
+    // No applicationDisplayName: Qt 6.4 to 6.11 would append it to the title of every panel.
     QCoreApplication::setApplicationName(QStringLiteral("Kestrel"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.kestrel.Converter"));
-    // The window's own strip carries the menu, also on desktops with a place for menus elsewhere.
+    // The menu bar is in the title bar, also on desktops with a global menu bar.
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
     QApplication::setStyle(new ApplicationStyle);
 }
@@ -40,8 +39,8 @@ void KestrelApp::fillMenuBar(QMenuBar& menuBar) {
     QMenu* file = menuBar.addMenu(tr("&File"));
     QAction* addAudio = file->addAction(tr("Add Audio…"));
     addAudio->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
-    // Queued: a panel keeps its caller until it is closed, and assistive technology waits for the
-    // answer to its call.
+    // Queued: a panel blocks its caller until it is closed, and an AT-SPI client waits for the
+    // reply to its call.
     QObject::connect(
         addAudio, &QAction::triggered, &window_, [this] { model_->chooseFiles(); },
         Qt::QueuedConnection);

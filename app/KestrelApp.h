@@ -13,27 +13,27 @@ class QMenuBar;
 
 namespace kestrel {
 
-/// The program: its one view model and its one window, with the menu. Needs a QApplication.
+/// The application: one view model, and one window with its menu. Requires: a QApplication.
 class KestrelApp {
     Q_DECLARE_TR_FUNCTIONS(kestrel::KestrelApp)
 
   public:
     KestrelApp();
-    /// With a model that somebody else keeps too. `locateBinary` finds `ffmpeg` whenever the window
-    /// shows whether it is there.
+    /// Shares `model`. `locateBinary` returns ffmpeg's path, or none; called whenever the window
+    /// shows whether ffmpeg is installed.
     explicit KestrelApp(std::shared_ptr<ConverterViewModel> model,
                         FFmpegService::BinaryLocator locateBinary = FFmpegService::locateBinary);
 
-    /// Sets who the program is to the desktop, and what of Qt it does without. Call it
-    /// once, before the application object is made.
+    /// Sets the application's name, desktop file, attributes and style. Call it once, before the
+    /// application object is constructed.
     static void prepare();
 
-    /// The one window; lives as long as this.
+    /// Owned by this object.
     QWidget& window() noexcept { return window_; }
 
-    /// Shows the window and runs the event loop until the user quits; the result is the exit
-    /// status. Does not return from quitting while a batch runs, but ends the process with that
-    /// status: the worker that converts must be neither waited for nor destroyed.
+    /// Shows the window, runs the event loop until the user quits, and returns the exit status. If
+    /// a batch is running by then, ends the process with that status instead of returning: the
+    /// worker must be neither joined nor destroyed.
     int run();
 
   private:

@@ -24,10 +24,10 @@
 namespace kestrel {
 namespace {
 
-constexpr QSize smallest(960, 640);
+constexpr QSize minimumWindowSize(960, 640);
 
-/// Has a window's role, for which assistive technology looks and which Qt 6.4 to 6.11 give no plain
-/// widget, and as children what there is to be used: neither the border nor the edges.
+/// Has the Window role, which assistive technology looks for and Qt 6.4 to 6.11 give no plain
+/// QWidget. Border and resize handles are no accessible children.
 class AccessibleMainWindow : public AccessibleContainer {
   public:
     explicit AccessibleMainWindow(MainWindow* window)
@@ -74,9 +74,9 @@ MainWindow::MainWindow(std::shared_ptr<ConverterViewModel> model,
          {Qt::Edges(Qt::LeftEdge), Qt::Edges(Qt::TopEdge), Qt::Edges(Qt::RightEdge),
           Qt::Edges(Qt::BottomEdge), Qt::TopEdge | Qt::LeftEdge, Qt::TopEdge | Qt::RightEdge,
           Qt::BottomEdge | Qt::LeftEdge, Qt::BottomEdge | Qt::RightEdge}) {
-        edges_.push_back(new ResizeHandle(edges, this));
-        connect(edges_.back(), &ResizeHandle::resizeRequested, this,
-                [this](Qt::Edges taken) { startResize(taken); });
+        resizeHandles_.push_back(new ResizeHandle(edges, this));
+        connect(resizeHandles_.back(), &ResizeHandle::resizeRequested, this,
+                [this](Qt::Edges pressed) { startResize(pressed); });
     }
     refreshMinimum();
     new FirstFrame(*this, [this] { renderIcon(); });
@@ -101,20 +101,20 @@ void MainWindow::changeEvent(QEvent* event) {
     if (event->type() == QEvent::WindowStateChange) {
         refreshState();
     } else if (event->type() == QEvent::LayoutDirectionChange) {
-        place();
+        layOutChildren();
     }
     QWidget::changeEvent(event);
 }
 
 void MainWindow::resizeEvent(QResizeEvent*) {
-    place();
-    // The mouse has not moved: nothing else says that the buttons have.
+    layOutChildren();
+    // The buttons have moved, the mouse has not: no event updates their hover state.
     titleBar_->refreshHover();
     enforceMinimumSize();
 }
 
 bool MainWindow::focusNextPrevChild(bool isNext) {
-    // Whatever the contents have made meanwhile stands behind the buttons.
+    // Widgets that the contents have created since are behind the buttons in the tab order.
     const auto& buttons = titleBar_->buttons();
     QWidget* last = previousInFocusChain();
     while (std::find(buttons.begin(), buttons.end(), last) != buttons.end()) {
@@ -135,13 +135,13 @@ void MainWindow::startResize(Qt::Edges edges) {
     windowHandle()->startSystemResize(edges);
 }
 
-void MainWindow::askForSize(QSize size) {
-    // Not through the widget, which in Qt 6.4 to 6.11 would take the size for granted at once.
+void MainWindow::requestSize(QSize size) {
+    // Not QWidget::resize, which in Qt 6.4 to 6.11 takes effect before the window system agrees.
     windowHandle()->resize(size);
 }
 
-void MainWindow::place() {
-    // In a window that is too small, the contents reach out of it on the trailing side.
+void MainWindow::layOutChildren() {
+    // In a window that is too small, the contents overflow on the trailing side.
     QRect area(QPoint(), size().expandedTo(minimumSize()));
     if (layoutDirection() == Qt::RightToLeft) {
         area.moveRight(rect().right());
@@ -149,16 +149,16 @@ void MainWindow::place() {
     contents_->setGeometry(area);
     titleBar_->setGeometry(0, 0, width(), TitleBar::barHeight);
     border_->setGeometry(rect());
-    for (ResizeHandle* edge : edges_) {
-        edge->place(size());
+    for (ResizeHandle* handle : resizeHandles_) {
+        handle->place(size());
     }
 }
 
 void MainWindow::refreshMinimum() {
-    const QSize needed = smallest.expandedTo(contents_->minimumSizeHint());
+    const QSize needed = minimumWindowSize.expandedTo(contents_->minimumSizeHint());
     if (needed != minimumSize()) {
         setMinimumSize(needed);
-        place();
+        layOutChildren();
     }
 }
 
@@ -169,23 +169,23 @@ bool MainWindow::isFloating() const {
 void MainWindow::refreshState() {
     titleBar_->setWindowMaximised(!isFloating());
     border_->setVisible(isFloating());
-    for (ResizeHandle* edge : edges_) {
-        edge->setVisible(isFloating());
+    for (ResizeHandle* handle : resizeHandles_) {
+        handle->setVisible(isFloating());
     }
 }
 
 void MainWindow::enforceMinimumSize() {
     if (size().expandedTo(minimumSize()) == size()) {
-        refused_.reset();
+        correctedSize_.reset();
         return;
     }
-    if (!isFloating() || isMinimized() || refused_ == size() || windowHandle() == nullptr) {
+    if (!isFloating() || isMinimized() || correctedSize_ == size() || windowHandle() == nullptr) {
         return;
     }
-    refused_ = size();
-    // After the event: the window system learns of one size at a time.
+    correctedSize_ = size();
+    // After the resize event: the window system handles one size at a time.
     QMetaObject::invokeMethod(
-        this, [this] { askForSize(size().expandedTo(minimumSize())); }, Qt::QueuedConnection);
+        this, [this] { requestSize(size().expandedTo(minimumSize())); }, Qt::QueuedConnection);
 }
 
 void MainWindow::toggleMaximised() {

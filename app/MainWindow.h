@@ -17,17 +17,18 @@ class WindowBorder;
 class ResizeHandle;
 class TitleBar;
 
-/// The window: its contents over the whole of it, the strip over their top, and the rim. The window
-/// system draws nothing around it.
+/// The frameless main window: the content view, the title bar over its top, the border and the
+/// resize handles.
 class MainWindow : public QWidget {
     Q_OBJECT
 
   public:
-    /// `locateBinary` finds `ffmpeg` whenever the sidebar shows whether it is there.
+    /// `locateBinary` returns ffmpeg's path, or none; called whenever the sidebar shows whether
+    /// ffmpeg is installed.
     explicit MainWindow(std::shared_ptr<ConverterViewModel> model,
                         FFmpegService::BinaryLocator locateBinary = FFmpegService::locateBinary);
 
-    /// The menu bar in the strip; empty until it is filled.
+    /// The title bar's menu bar; empty until it is filled.
     MenuBar& menuBar();
 
     QSize sizeHint() const override;
@@ -38,21 +39,20 @@ class MainWindow : public QWidget {
     void resizeEvent(QResizeEvent* event) override;
     bool focusNextPrevChild(bool isNext) override;
 
-    // These ask the window system, which may refuse.
-    /// Lets the user move the window with the button that is down.
+    // Requests to the window system, which may refuse.
+    /// Starts an interactive move with the pressed button.
     virtual void startMove();
-    /// Lets the user resize the window by one or two sides with the button that is down.
+    /// Starts an interactive resize of one or two edges with the pressed button.
     virtual void startResize(Qt::Edges edges);
-    /// For another size, in points.
-    virtual void askForSize(QSize size);
+    /// In device-independent pixels.
+    virtual void requestSize(QSize size);
 
   private:
-    /// Gives the parts their places in the window of this size.
-    void place();
+    void layOutChildren();
     void refreshMinimum();
-    /// Has border, edges and buttons follow whether the window is floating.
+    /// Shows border and resize handles only while floating, and updates the maximise button.
     void refreshState();
-    /// Asks for the minimum, once for each size below it that the window is given.
+    /// Requests the minimum size, once for each smaller size that the window is given.
     void enforceMinimumSize();
     /// Whether the window is neither maximised nor full-screen.
     bool isFloating() const;
@@ -62,9 +62,9 @@ class MainWindow : public QWidget {
     ContentView* contents_;
     TitleBar* titleBar_;
     WindowBorder* border_;
-    std::vector<ResizeHandle*> edges_;
-    /// A size below the minimum that the window has had since it last asked for more.
-    std::optional<QSize> refused_;
+    std::vector<ResizeHandle*> resizeHandles_;
+    /// The size below the minimum that the last request was for.
+    std::optional<QSize> correctedSize_;
 };
 
 } // namespace kestrel

@@ -26,23 +26,23 @@ constexpr double openOpacity = 0.2;
 } // namespace
 
 MenuBar::MenuBar(int height, QWidget* parent) : QMenuBar(parent), height_(height) {
-    auto* measures = new MenuBarStyle(height);
-    measures->setParent(this);
-    setStyle(measures);
+    auto* barStyle = new MenuBarStyle(height);
+    barStyle->setParent(this);
+    setStyle(barStyle);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setAttribute(Qt::WA_Hover);
     refreshFont();
     connect(ApplicationFont::shared(), &ApplicationFont::changed, this, &MenuBar::refreshFont);
-    // Qt 6.4 to 6.11 open no menu by this key.
+    // Qt 6.4 to 6.11 do not open a menu with F10.
     connect(new QShortcut(Qt::Key_F10, this), &QShortcut::activated, this, &MenuBar::openFirstMenu);
 }
 
 void MenuBar::refreshFont() {
     QFont font = TextFont{}.font();
-    // Said outright: a desktop may have another font for its menu bars.
+    // Sets the font's resolve mask: the platform theme may have another font for menu bars.
     font.setFamilies(font.families());
-    const int room = height_ - 2 * highlightInset;
-    while (QFontMetrics(font).height() > room && QFontInfo(font).pixelSize() > 1) {
+    const int maximumTextHeight = height_ - 2 * highlightInset;
+    while (QFontMetrics(font).height() > maximumTextHeight && QFontInfo(font).pixelSize() > 1) {
         font.setPixelSize(QFontInfo(font).pixelSize() - 1);
     }
     setFont(font);

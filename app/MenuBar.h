@@ -4,13 +4,13 @@
 
 namespace kestrel {
 
-/// A menu bar for a dark ground: white words with nothing behind them but the highlight. As high as
-/// it is told and as wide as its items. Its menus look as everywhere on the desktop.
+/// A menu bar for a dark background: white text, no fill except the highlight. Fixed height, as
+/// wide as its items. The menus keep the desktop's style.
 class MenuBar : public QMenuBar {
     Q_OBJECT
 
   public:
-    /// In pixels. The font is the user's own as far as it fits.
+    /// `height` in pixels. Uses the user's font, shrunk to fit.
     explicit MenuBar(int height, QWidget* parent = nullptr);
 
     /// Opens the first menu, as from the keyboard.

@@ -4,8 +4,8 @@
 
 namespace kestrel {
 
-/// The desktop's style with the menu bar's measures: items as high as the bar, one beside the
-/// other, with room for their highlights.
+/// The desktop's style with the menu bar's own metrics: items as high as the bar, side by side,
+/// padded for their highlights.
 class MenuBarStyle : public QProxyStyle {
     Q_OBJECT
 

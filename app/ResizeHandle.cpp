@@ -26,7 +26,7 @@ struct Span {
     int length;
 };
 
-/// Where the widget lies along one axis, on which `atStart` and `atEnd` are the window's sides.
+/// The handle's extent along one axis, on which `atStart` and `atEnd` are the window's edges.
 Span span(bool atStart, bool atEnd, bool isCorner, int length) {
     const int extent = isCorner ? cornerReach : thickness;
     if (atStart) {
@@ -51,17 +51,17 @@ bool ResizeHandle::isCorner() const {
 }
 
 void ResizeHandle::place(QSize window) {
-    const Span across = span(edges_.testFlag(Qt::LeftEdge), edges_.testFlag(Qt::RightEdge),
-                             isCorner(), window.width());
-    const Span down = span(edges_.testFlag(Qt::TopEdge), edges_.testFlag(Qt::BottomEdge),
-                           isCorner(), window.height());
-    setGeometry(across.start, down.start, across.length, down.length);
+    const Span horizontal = span(edges_.testFlag(Qt::LeftEdge), edges_.testFlag(Qt::RightEdge),
+                                 isCorner(), window.width());
+    const Span vertical = span(edges_.testFlag(Qt::TopEdge), edges_.testFlag(Qt::BottomEdge),
+                               isCorner(), window.height());
+    setGeometry(horizontal.start, vertical.start, horizontal.length, vertical.length);
     if (isCorner()) {
-        // An angle along both sides: what lies inside it belongs to the controls in the corner.
+        // An L along both edges: clicks inside it are for the controls in the corner.
         const int inner = cornerReach - thickness;
-        const QRect free(edges_.testFlag(Qt::LeftEdge) ? thickness : 0,
+        const QRect hole(edges_.testFlag(Qt::LeftEdge) ? thickness : 0,
                          edges_.testFlag(Qt::TopEdge) ? thickness : 0, inner, inner);
-        setMask(QRegion(rect()) - free);
+        setMask(QRegion(rect()) - hole);
     }
 }
 

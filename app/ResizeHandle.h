@@ -4,22 +4,21 @@
 
 namespace kestrel {
 
-/// A part of the window's rim that resizes the window: nothing to see but the pointer. Lies over
-/// one side, or over the corner where two sides meet.
+/// An invisible handle that resizes the window by an edge or a corner; only the cursor shows it.
 class ResizeHandle : public QWidget {
     Q_OBJECT
 
   public:
-    /// One or two adjacent sides.
+    /// One edge, or two adjacent ones for a corner.
     ResizeHandle(Qt::Edges edges, QWidget* parent);
 
     Qt::Edges edges() const noexcept { return edges_; }
 
-    /// Takes its place in a window of this size.
+    /// Sets the geometry for a window of this size.
     void place(QSize window);
 
   Q_SIGNALS:
-    /// The user has taken hold of it.
+    /// The left button was pressed on the handle.
     void resizeRequested(Qt::Edges edges);
 
   protected:

@@ -10,7 +10,7 @@
 namespace kestrel {
 namespace {
 
-/// With the padding of the menu bar's items, the words start where the sidebar's contents do.
+/// With the padding of the menu bar's items, aligns their text with the sidebar's contents.
 constexpr int leadingMargin = 14;
 
 } // namespace
@@ -54,8 +54,7 @@ void TitleBar::mousePressEvent(QMouseEvent* event) {
 }
 
 void TitleBar::mouseMoveEvent(QMouseEvent* event) {
-    // Not before the drag distance: the window system would take the second click of a double
-    // click.
+    // Not before the drag distance: a system move would swallow the second click of a double click.
     if (pressed_ && event->buttons().testFlag(Qt::LeftButton) &&
         (event->position().toPoint() - *pressed_).manhattanLength() >=
             QApplication::startDragDistance()) {

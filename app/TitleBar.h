@@ -11,33 +11,32 @@ namespace kestrel {
 class CaptionButton;
 class MenuBar;
 
-/// What lies over the top of the window: the menu bar, the buttons of the window, and between them
-/// room to take hold of it.
+/// The client-side title bar: the menu bar, the caption buttons, and a drag area between them.
 class TitleBar : public QWidget {
     Q_OBJECT
 
   public:
-    /// In points.
+    /// In device-independent pixels.
     static constexpr int barHeight = 28;
 
     explicit TitleBar(QWidget* parent);
 
     MenuBar& menuBar() noexcept { return *menuBar_; }
 
-    /// In their order: minimise, maximise or restore, close.
+    /// In order: minimise, maximise or restore, close.
     const std::array<CaptionButton*, 3>& buttons() const noexcept { return buttons_; }
 
-    /// Has the second button restore a maximised window, and maximise any other.
+    /// Switches the second button between "Maximise" and "Restore".
     void setWindowMaximised(bool isMaximised);
 
-    /// Tells each button that the window has taken from under the mouse that the mouse has left it.
+    /// Clears the hover state of buttons that have moved from under a still mouse.
     void refreshHover();
 
   Q_SIGNALS:
-    /// The user drags the window.
+    /// The user drags the title bar.
     void moveRequested();
     void minimiseRequested();
-    /// To maximise the window, or to restore it.
+    /// Maximise or restore the window.
     void maximiseRequested();
     void closeRequested();
 
@@ -50,7 +49,7 @@ class TitleBar : public QWidget {
   private:
     MenuBar* menuBar_;
     std::array<CaptionButton*, 3> buttons_;
-    /// Where the left button went down, until that becomes something else.
+    /// Where the left button was pressed, while that may become a drag.
     std::optional<QPoint> pressed_;
 };
 

@@ -15,14 +15,14 @@ QString folder() {
 
 bool isEnglish(const QString& language) {
     const QString name = language.section(u'-', 0, 0);
-    // "C" is the language of a program whose user has not said any.
+    // "C" is the language if the user has set none.
     return name == QStringLiteral("en") || name == QStringLiteral("C");
 }
 
 } // namespace
 
 Translation::Translation() {
-    // Without one translation there is nothing to be asked of the system.
+    // Without translations, the system's languages need not be queried.
     if (QFile::exists(folder())) {
         install(QLocale().uiLanguages(), QLibraryInfo::path(QLibraryInfo::TranslationsPath));
     }
@@ -50,7 +50,7 @@ bool Translation::install(const QString& language, const QString& qtFolder) {
     if (qtTexts_.load(locale, QStringLiteral("qtbase"), separator, qtFolder)) {
         QCoreApplication::installTranslator(&qtTexts_);
     }
-    // Not from left to right otherwise: the user may have asked for the opposite.
+    // Never set to LeftToRight: the user may have asked for right-to-left.
     if (locale.textDirection() == Qt::RightToLeft) {
         QGuiApplication::setLayoutDirection(Qt::RightToLeft);
     }

@@ -5,16 +5,15 @@
 
 namespace kestrel {
 
-/// The program's texts in the user's language, as long as this lives; in English, as they are
-/// written, where the program has no translation for it. Needs an application object, and comes
-/// before every text.
+/// Installs translators for the user's language while it lives; without a translation, the texts
+/// stay English. Requires: an application object. Construct it before any text is translated.
 class Translation {
   public:
-    /// For the languages that the desktop says the user reads.
+    /// For the system's UI languages.
     Translation();
 
-    /// For the first of these languages, such as "pt-BR", that there is a translation for. Ends at
-    /// English. Qt's own texts are looked for in the folder, in that language too.
+    /// For the first of these languages, such as "pt-BR", that has a translation; stops at English.
+    /// Loads Qt's own translation into that language from `qtFolder`.
     Translation(const QStringList& languages, const QString& qtFolder);
 
   private:

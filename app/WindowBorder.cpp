@@ -21,7 +21,7 @@ void WindowBorder::paintEvent(QPaintEvent*) {
 }
 
 void WindowBorder::resizeEvent(QResizeEvent*) {
-    // What is inside the line is painted without it.
+    // Masked to the border: repaints inside it do not involve this widget.
     constexpr int width = 1;
     setMask(QRegion(rect()) - QRegion(rect().adjusted(width, width, -width, -width)));
 }

@@ -4,8 +4,8 @@
 
 namespace kestrel {
 
-/// The line around a window that has no other edge, over everything else in it. Lets the mouse
-/// through.
+/// The one-pixel border of the frameless window, on top of its other children. Transparent to mouse
+/// events.
 class WindowBorder : public QWidget {
     Q_OBJECT
 

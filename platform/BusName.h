@@ -5,8 +5,8 @@ class QString;
 
 namespace kestrel {
 
-/// Makes the program known by this name to the desktop that the bus belongs to, without waiting for
-/// the answer. While another instance has the name, this one stands in line for it. Main thread.
+/// Requests the well-known D-Bus name, without waiting for the reply. While another instance owns
+/// the name, this one is queued for it. Main thread.
 void requestBusName(const QDBusConnection& bus, const QString& name);
 
 } // namespace kestrel

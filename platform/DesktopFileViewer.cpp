@@ -22,7 +22,7 @@ namespace {
 using namespace Qt::StringLiterals;
 
 void openFolderOf(const FileURL& url) {
-    // From the encoded form: a path that is not UTF-8 has no other that is whole.
+    // Percent-encoded, since a QString loses bytes of a path that is not UTF-8.
     const std::string uri = uriFromFileUrl(url.deletingLastPathComponent());
     QDesktopServices::openUrl(QUrl::fromEncoded(QByteArray::fromStdString(uri)));
 }

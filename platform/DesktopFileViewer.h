@@ -10,12 +10,12 @@
 
 namespace kestrel {
 
-/// The file manager on the session bus; without one, whatever opens folders by default.
+/// The file manager on the session bus; falls back to the default application for folders.
 class DesktopFileViewer final : public QObject, public FileViewer {
     Q_OBJECT
 
   public:
-    /// `bus` gives the session bus, asked at every call.
+    /// `bus` returns the session bus; called by every `reveal`.
     explicit DesktopFileViewer(std::function<QDBusConnection()> bus);
 
     void reveal(const FileURL& url) override;

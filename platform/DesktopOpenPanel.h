@@ -11,14 +11,14 @@
 
 namespace kestrel {
 
-/// The panel of the user's desktop through its portal, Qt's dialog where no portal shows
-/// one. Starts in the folder that the last choice was made in, at first in the user's music folder.
+/// The file chooser of the desktop portal, or Qt's file dialog if no portal shows one. Starts in
+/// the folder of the last choice, at first in the user's music folder.
 class DesktopOpenPanel final : public OpenPanel {
   public:
-    /// `bus` gives the session bus, asked at every showing.
+    /// `bus` returns the session bus; called by every `runModal`.
     explicit DesktopOpenPanel(std::function<QDBusConnection()> bus);
 
-    /// None at once while another call has not returned.
+    /// Not reentrant: a nested call returns none at once.
     std::optional<std::vector<FileURL>> runModal(const Options& options) override;
 
   private:

@@ -21,28 +21,28 @@ struct Message {
     QString text;
 };
 
-/// Qt's own threads may write messages too.
-std::mutex lock;
-std::vector<Message> heldBack;
+/// Guards `deferred`: Qt's own threads log too.
+std::mutex mutex;
+std::vector<Message> deferred;
 
 bool isSet(const char* variable) {
     return !qEnvironmentVariableIsEmpty(variable);
 }
 
-/// Whether it says why a display could not be opened. Of a platform plugin that reports this, Qt
-/// also says that it could not be loaded, and which packages it would need.
+/// Whether the message says why the display could not be opened. Under "qt.qpa.plugin", Qt also
+/// logs that the platform plugin could not be loaded, and which packages it needs.
 bool isCause(const Message& message) {
     return message.category != "qt.qpa.plugin" ||
            message.text.startsWith(QStringLiteral("Could not find"));
 }
 
-QString whatIsMissing() {
+QString displayError() {
     if (!isSet("WAYLAND_DISPLAY") && !isSet("DISPLAY") && !isSet("QT_QPA_PLATFORM")) {
         return QStringLiteral("no display: neither WAYLAND_DISPLAY nor DISPLAY is set");
     }
-    const bool hasCause = std::any_of(heldBack.begin(), heldBack.end(), isCause);
+    const bool hasCause = std::any_of(deferred.begin(), deferred.end(), isCause);
     QStringList causes;
-    for (const Message& message : heldBack) {
+    for (const Message& message : deferred) {
         if (!hasCause || isCause(message)) {
             causes << message.text.simplified();
         }
@@ -54,14 +54,14 @@ QString whatIsMissing() {
 }
 
 void handle(QtMsgType type, const QMessageLogContext& context, const QString& text) {
-    const std::lock_guard guard(lock);
+    const std::lock_guard lock(mutex);
     if (type != QtFatalMsg) {
-        heldBack.push_back({type, context.category, text});
+        deferred.push_back({type, context.category, text});
         return;
     }
-    // No translation is installed before there is an application object.
+    // Not translated: translators are installed after the application object is constructed.
     static_cast<void>(
-        std::fprintf(stderr, "kestrel: %s\n", whatIsMissing().toLocal8Bit().constData()));
+        std::fprintf(stderr, "kestrel: %s\n", displayError().toLocal8Bit().constData()));
     static_cast<void>(std::fflush(stderr));
     std::_Exit(EXIT_FAILURE);
 }
@@ -72,8 +72,8 @@ DisplayErrorHandler::DisplayErrorHandler() : previous_(qInstallMessageHandler(ha
 
 DisplayErrorHandler::~DisplayErrorHandler() {
     qInstallMessageHandler(previous_);
-    const std::lock_guard guard(lock);
-    for (const Message& message : std::exchange(heldBack, {})) {
+    const std::lock_guard lock(mutex);
+    for (const Message& message : std::exchange(deferred, {})) {
         const QMessageLogContext context(nullptr, 0, nullptr, message.category.constData());
         previous_(message.type, context, message.text);
     }

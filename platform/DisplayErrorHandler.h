@@ -4,10 +4,10 @@
 
 namespace kestrel {
 
-/// Replaces the abort of Qt 6.4 to 6.11 where the application object finds no display: while it
-/// lives, a fatal Qt message ends the process with status 1 and one line on stderr that says what
-/// is missing. Qt's other messages are held back and written when it is destroyed. Construct it on
-/// the main thread before the application object, destroy it after that; one at a time.
+/// A Qt message handler for startup, since Qt 6.4 to 6.11 abort without a display: while it lives,
+/// a fatal message ends the process with status 1 and one line on stderr that says what is missing.
+/// Other messages are deferred until its destruction. Construct it on the main thread before the
+/// application object, destroy it once that is constructed; one at a time.
 class DisplayErrorHandler {
   public:
     DisplayErrorHandler();

@@ -10,15 +10,15 @@
 
 namespace kestrel {
 
-/// One item of a drop: the URI that its sender gave.
+/// One item of a drop: a URI from the drag source.
 class DroppedItem {
   public:
     explicit DroppedItem(std::string uri) : uri_(std::move(uri)) {}
 
-    /// Whether the URI has the file scheme; it may still name no location on this machine.
+    /// Returns whether the URI has the file scheme; it may still name no local file.
     bool hasFileURL() const;
 
-    /// The location, or none where the URI does not name one. Any thread.
+    /// Returns the location, or none if the URI names no local one. Thread-safe.
     std::optional<FileURL> loadFileURL() const;
 
   private:
@@ -28,8 +28,8 @@ class DroppedItem {
 /// The MIME type whose data `droppedItems` reads.
 inline constexpr std::string_view uriListType = "text/uri-list";
 
-/// The items of a "text/uri-list": one a line, comments and empty lines left out, in order. Accepts
-/// LF as well as CRLF, and a last line without its end or with a NUL byte.
+/// Parses a "text/uri-list": one item per line, in order, without comments and empty lines. Accepts
+/// LF and CRLF, and a last line without a line break or with NUL bytes.
 std::vector<DroppedItem> droppedItems(std::string_view uriList);
 
 } // namespace kestrel

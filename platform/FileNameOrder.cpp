@@ -18,8 +18,8 @@ struct KeyedUrl {
     FileURL url;
 };
 
-/// The locale is fixed: with the user's, the order would change from desktop to desktop, and in the
-/// "C" locale the sort keys of Qt 6.4 to 6.11 compare by code units.
+/// Fixed locale: the user's would make the order differ between desktops, and in the "C" locale the
+/// sort keys of Qt 6.4 to 6.11 compare by code units.
 QCollator fileNameCollator() {
     QCollator collator(QLocale(QLocale::English, QLocale::UnitedStates));
     collator.setNumericMode(true);

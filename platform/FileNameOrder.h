@@ -6,10 +6,9 @@
 
 namespace kestrel {
 
-/// Sorts by last path component the way a file manager shows names: ignoring case, runs of digits
-/// by their value ("2.opus" before "10.opus"), by the Unicode collation for English whatever the
-/// user's locale is. Locations whose names compare equal keep their order; folders play no part.
-/// Bytes that are not UTF-8 count as replacement characters. Any thread.
+/// Stable natural sort by last path component: case-insensitive, runs of digits by value ("2.opus"
+/// before "10.opus"), Unicode collation for English whatever the user's locale is. Folders are not
+/// compared; bytes that are not UTF-8 compare as replacement characters. Thread-safe.
 void sortByFileName(std::vector<FileURL>& urls);
 
 } // namespace kestrel

@@ -14,13 +14,13 @@ class FileViewer {
     FileViewer& operator=(const FileViewer&) = delete;
     virtual ~FileViewer() = default;
 
-    /// Opens the folder that holds the location, with the location selected where the file manager
-    /// can do that. Returns at once; failures are silent. Main thread.
+    /// Opens the containing folder, with the item selected if the file manager supports that.
+    /// Asynchronous; errors are ignored. Main thread.
     virtual void reveal(const FileURL& url) = 0;
 };
 
-/// The file manager that answers as org.freedesktop.FileManager1, or the one that opens folders by
-/// default where none answers.
+/// Returns a viewer that calls org.freedesktop.FileManager1, or on an error opens the containing
+/// folder in the default application.
 std::unique_ptr<FileViewer> makeDesktopFileViewer();
 
 } // namespace kestrel

@@ -17,10 +17,10 @@ namespace kestrel {
 
 namespace {
 
-/// Extensions that are everyday words as well ("pages", "numbers", "key", "action") are left out: a
-/// music folder may be named so, and nobody would find out why its tracks are missing.
+/// Without extensions that are everyday words as well ("pages", "numbers", "key", "action"): a
+/// music folder may be named so, and its tracks would be skipped silently.
 constexpr std::array<std::string_view, 37> packageExtensions = {
-    // Programs and what extends them.
+    // Applications and plug-ins.
     "app",
     "appex",
     "bundle",
@@ -50,7 +50,7 @@ constexpr std::array<std::string_view, 37> packageExtensions = {
     "rtfd",
     "scptd",
     "tvlibrary",
-    // Installers, disk images and what programs are made from.
+    // Installers, disk images and developer files.
     "docset",
     "dsym",
     "mpkg",
@@ -68,7 +68,7 @@ struct DirectoryCloser {
 
 using Directory = std::unique_ptr<DIR, DirectoryCloser>;
 
-/// Null where the folder cannot be opened.
+/// Returns null if the folder cannot be opened.
 Directory openFolder(const std::string& path, int extraFlags) {
     const int descriptor =
         ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC | extraFlags);
@@ -82,7 +82,7 @@ Directory openFolder(const std::string& path, int extraFlags) {
     return directory;
 }
 
-/// A symbolic link is no folder here, whatever it leads to.
+/// Does not follow symbolic links.
 bool isFolderEntry(const Directory& directory, const dirent& entry) {
     if (entry.d_type != DT_UNKNOWN) {
         return entry.d_type == DT_DIR;
@@ -94,18 +94,19 @@ bool isFolderEntry(const Directory& directory, const dirent& entry) {
            S_ISDIR(status.st_mode);
 }
 
-/// What one folder holds, hidden entries left out, and how far the walk has come in it.
-class Level {
+/// The sorted entries of one folder, without hidden ones, and a position among them.
+class FolderCursor {
   public:
     struct Entry {
         std::string_view name;
         bool isFolder = false;
     };
 
-    /// Reads the folder and closes it again, so that the depth of a tree costs no descriptors.
-    Level(const std::string& path, int extraFlags) : pathLength_(path == "/" ? 0 : path.size()) {
+    /// Reads the whole folder and closes it, so that open descriptors do not grow with the depth.
+    FolderCursor(const std::string& path, int extraFlags)
+        : pathLength_(path == "/" ? 0 : path.size()) {
         if (const Directory directory = openFolder(path, extraFlags)) {
-            // NOLINTNEXTLINE(concurrency-mt-unsafe): no other thread knows the stream.
+            // NOLINTNEXTLINE(concurrency-mt-unsafe): no other thread uses the stream.
             while (const dirent* entry = ::readdir(directory.get())) {
                 if (entry->d_name[0] != '.') {
                     append(static_cast<const char*>(entry->d_name),
@@ -117,19 +118,19 @@ class Level {
                   [this](const Span& a, const Span& b) { return name(a) < name(b); });
     }
 
-    /// How much of an entry's path is the folder's own.
+    /// The length of the folder's path, without a trailing slash.
     std::size_t pathLength() const { return pathLength_; }
 
     bool isAtEnd() const { return next_ == spans_.size(); }
 
-    /// Valid as long as this object stays where it is.
-    Entry takeNext() {
+    /// The name is valid until this object is moved or destroyed.
+    Entry next() {
         const Span& span = spans_[next_++];
         return {name(span), span.isFolder};
     }
 
   private:
-    /// A part of `names_`, which moves while it grows.
+    /// A range of `names_`, by offset: appending reallocates it.
     struct Span {
         std::size_t offset = 0;
         std::size_t length = 0;
@@ -156,21 +157,21 @@ class Level {
 std::vector<FileURL> listFolder(const FileURL& folder) {
     std::vector<FileURL> result;
     std::string path = folder.path();
-    std::vector<Level> levels;
-    levels.emplace_back(path, 0);
-    while (!levels.empty()) {
-        Level& level = levels.back();
-        if (level.isAtEnd()) {
-            levels.pop_back();
+    std::vector<FolderCursor> cursors;
+    cursors.emplace_back(path, 0);
+    while (!cursors.empty()) {
+        FolderCursor& cursor = cursors.back();
+        if (cursor.isAtEnd()) {
+            cursors.pop_back();
             continue;
         }
-        const Level::Entry entry = level.takeNext();
-        path.resize(level.pathLength());
+        const FolderCursor::Entry entry = cursor.next();
+        path.resize(cursor.pathLength());
         path += '/';
         path += entry.name;
         result.emplace_back(path);
         if (entry.isFolder && !isPackageName(entry.name)) {
-            levels.emplace_back(path, O_NOFOLLOW);
+            cursors.emplace_back(path, O_NOFOLLOW);
         }
     }
     return result;

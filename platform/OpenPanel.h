@@ -21,8 +21,7 @@ class OpenPanel {
         bool canChooseDirectories = false;
         bool canCreateDirectories = false;
         bool allowsMultipleSelection = false;
-        /// Extensions in lower case, without dots, of the files that can be chosen, in upper or
-        /// lower case; empty for any.
+        /// Lower-case extensions without dots, matched case-insensitively; empty for any file.
         std::vector<std::string> allowedExtensions{};
     };
 
@@ -31,14 +30,13 @@ class OpenPanel {
     OpenPanel& operator=(const OpenPanel&) = delete;
     virtual ~OpenPanel() = default;
 
-    /// Shows the panel and returns when the user is done: what was chosen, in the panel's order, or
-    /// none when the panel was dismissed. Main thread; runs the event loop meanwhile, with the
-    /// program's own windows deaf to the user.
+    /// Shows the panel in a nested event loop, with user input to the program's other windows
+    /// blocked (modal). Returns what was chosen, in the panel's order, or none if it was dismissed.
+    /// Main thread.
     virtual std::optional<std::vector<FileURL>> runModal(const Options& options) = 0;
 };
 
-/// The panel of the user's desktop, through its portal, or Qt's own where there is no
-/// portal.
+/// Returns the file chooser of the desktop portal, with Qt's file dialog as a fallback.
 std::unique_ptr<OpenPanel> makeDesktopOpenPanel();
 
 } // namespace kestrel

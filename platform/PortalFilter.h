@@ -7,7 +7,7 @@
 
 namespace kestrel {
 
-/// A file filter as the file chooser portal takes it: D-Bus type (sa(us)).
+/// A file filter of the file chooser portal: D-Bus type (sa(us)).
 struct PortalFilter {
     struct Pattern {
         enum Kind : unsigned { Glob = 0 };
@@ -25,8 +25,8 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, PortalFilter::Pat
 QDBusArgument& operator<<(QDBusArgument& argument, const PortalFilter& filter);
 const QDBusArgument& operator>>(const QDBusArgument& argument, PortalFilter& filter);
 
-/// Makes PortalFilter, and lists of it, known to D-Bus; to be called before either is sent. Any
-/// thread.
+/// Registers PortalFilter, and lists of it, with Qt's D-Bus type system; required before either is
+/// sent. Thread-safe.
 void registerPortalFilter();
 
 } // namespace kestrel

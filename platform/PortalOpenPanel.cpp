@@ -24,7 +24,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-// Functions, as the literals hold no memory of their own.
+// Functions rather than static objects: QString literals allocate nothing.
 QString portalService() {
     return u"org.freedesktop.portal.Desktop"_s;
 }
@@ -41,15 +41,15 @@ QString requestInterface() {
     return u"org.freedesktop.portal.Request"_s;
 }
 
-/// The first version of the interface that lets the user choose folders.
+/// The first FileChooser version with the "directory" option.
 constexpr uint folderVersion = 3;
-/// A portal that has to be started first may take seconds, but the user is waiting.
+/// D-Bus activation of the portal may take seconds, but the user is waiting.
 constexpr int versionTimeoutMilliseconds = 5000;
-/// The call is answered when the panel is on its way, not when the user is done.
+/// The reply comes when the request is created, not when the user has chosen.
 constexpr int openTimeoutMilliseconds = 25000;
 constexpr uint successResponse = 0;
 
-/// The window that the panel belongs to, as the portal wants it named.
+/// The active window as the portal's parent window identifier; empty outside X11.
 QString parentWindow() {
     const QWidget* window = QApplication::activeWindow();
     if (window == nullptr || QGuiApplication::platformName() != u"xcb"_s) {
@@ -58,7 +58,7 @@ QString parentWindow() {
     return u"x11:"_s + QString::number(window->winId(), 16);
 }
 
-/// Matches the extension in upper or lower case: the portal's globs mind it.
+/// Portal globs are case-sensitive.
 QString caseInsensitiveGlob(const std::string& extension) {
     QString glob = u"*."_s;
     for (const QChar c : QString::fromStdString(extension)) {
@@ -84,8 +84,8 @@ PortalFilter filterFor(const std::vector<std::string>& extensions) {
     return filter;
 }
 
-/// The text with its underscores kept: a single one marks the letter after it as a shortcut.
-QString withoutMnemonic(const std::string& label) {
+/// Escapes underscores, which mark mnemonics.
+QString escapedMnemonics(const std::string& label) {
     return QString::fromStdString(label).replace(u'_', u"__"_s);
 }
 
@@ -112,19 +112,19 @@ PortalOpenPanel::Answer PortalOpenPanel::run() {
         return {};
     }
     const UserInputFilter filter;
-    watchForLoss();
-    askVersion();
+    watchForDisconnect();
+    requestVersion();
     loop_.exec();
     if (!answer_) {
-        // The program quits.
+        // The event loop was quit: the program is exiting.
         closeRequest();
         return {.isFromPortal = true, .chosen = std::nullopt};
     }
     return *answer_;
 }
 
-void PortalOpenPanel::takeResponse(uint response, const QVariantMap& results) {
-    // Every other response is a dismissal: which one it is depends on how the panel was closed.
+void PortalOpenPanel::handleResponse(uint response, const QVariantMap& results) {
+    // Any other code is a dismissal; which one depends on how the panel was closed.
     if (response == successResponse) {
         finish({true, urlsFromUris(results.value(u"uris"_s).toStringList())});
     } else {
@@ -148,7 +148,7 @@ void PortalOpenPanel::call(const QDBusMessage& message, int timeoutMilliseconds,
             });
 }
 
-void PortalOpenPanel::watchForLoss() {
+void PortalOpenPanel::watchForDisconnect() {
     auto* watcher = new QDBusServiceWatcher(portalService(), bus_,
                                             QDBusServiceWatcher::WatchForUnregistration, this);
     connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this, &PortalOpenPanel::giveUp);
@@ -156,7 +156,7 @@ void PortalOpenPanel::watchForLoss() {
                  u"Disconnected"_s, this, SLOT(giveUp()));
 }
 
-void PortalOpenPanel::askVersion() {
+void PortalOpenPanel::requestVersion() {
     QDBusMessage message = QDBusMessage::createMethodCall(
         portalService(), portalPath(), u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
     message << chooserInterface() << u"version"_s;
@@ -174,7 +174,7 @@ void PortalOpenPanel::askVersion() {
 void PortalOpenPanel::openFile() {
     const QString token = u"kestrel"_s + QUuid::createUuid().toString(QUuid::Id128);
     QString sender = bus_.baseService().mid(1).replace(u'.', u'_');
-    // Subscribed before the call, as the response may come before the call's own reply.
+    // Subscribe first: the Response signal may arrive before the method's reply.
     setRequestPath(portalPath() + u"/request/"_s + sender + u'/' + token);
     QDBusMessage message = QDBusMessage::createMethodCall(portalService(), portalPath(),
                                                           chooserInterface(), u"OpenFile"_s);
@@ -196,11 +196,11 @@ void PortalOpenPanel::setRequestPath(const QString& path) {
     const QString signalName = u"Response"_s;
     if (!requestPath_.isEmpty()) {
         bus_.disconnect(portalService(), requestPath_, requestInterface(), signalName, this,
-                        SLOT(takeResponse(uint, QVariantMap)));
+                        SLOT(handleResponse(uint, QVariantMap)));
     }
     requestPath_ = path;
     bus_.connect(portalService(), requestPath_, requestInterface(), signalName, this,
-                 SLOT(takeResponse(uint, QVariantMap)));
+                 SLOT(handleResponse(uint, QVariantMap)));
 }
 
 void PortalOpenPanel::closeRequest() {
@@ -224,11 +224,11 @@ QVariantMap PortalOpenPanel::portalOptions(const QString& handleToken) const {
     const std::string& folder = startFolder_.path();
     QVariantMap result = {
         {u"handle_token"_s, handleToken},
-        {u"accept_label"_s, withoutMnemonic(options_.prompt)},
+        {u"accept_label"_s, escapedMnemonics(options_.prompt)},
         {u"modal"_s, true},
         {u"multiple"_s, options_.allowsMultipleSelection},
         {u"directory"_s, options_.canChooseDirectories},
-        // The portal takes the NUL byte at the end as a part of the text.
+        // The portal expects the terminating NUL in the byte array.
         {u"current_folder"_s,
          QByteArray(folder.c_str(), static_cast<qsizetype>(folder.size() + 1))},
     };

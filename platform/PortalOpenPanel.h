@@ -19,35 +19,34 @@ class QDBusPendingCallWatcher;
 
 namespace kestrel {
 
-/// One showing of the file chooser of the desktop portal; make another object for the next one.
-/// Main thread.
+/// One request to the file chooser of the desktop portal. Main thread; not reusable.
 class PortalOpenPanel final : public QObject {
     Q_OBJECT
 
   public:
     struct Answer {
-        /// Whether a portal showed the panel to its end. Where not, the user has not been asked.
+        /// Whether a portal completed the request. If not, the user has chosen nothing yet.
         bool isFromPortal = false;
         /// None when the panel was dismissed.
         std::optional<std::vector<FileURL>> chosen;
     };
 
-    /// `bus` may be disconnected: there is no portal then.
+    /// `bus` may be disconnected, which means no portal.
     PortalOpenPanel(QDBusConnection bus, OpenPanel::Options options, FileURL startFolder);
 
-    /// Runs the event loop until the portal has answered or is known to be missing, with the
-    /// program's windows deaf to the user. To be called once.
+    /// Runs a nested event loop, with user input blocked, until the portal has responded or is
+    /// known to be missing. Call it once.
     Answer run();
 
   private:
     using Handler = std::function<void(QDBusPendingCallWatcher&)>;
 
-    Q_SLOT void takeResponse(uint response, const QVariantMap& results);
+    Q_SLOT void handleResponse(uint response, const QVariantMap& results);
     Q_SLOT void giveUp();
 
     void call(const QDBusMessage& message, int timeoutMilliseconds, Handler handler);
-    void watchForLoss();
-    void askVersion();
+    void watchForDisconnect();
+    void requestVersion();
     void openFile();
     void setRequestPath(const QString& path);
     void closeRequest();
@@ -58,7 +57,7 @@ class PortalOpenPanel final : public QObject {
     OpenPanel::Options options_;
     FileURL startFolder_;
     QEventLoop loop_;
-    /// Where the portal sends its response; empty before the panel was asked for.
+    /// The object path of the portal's Request; empty before OpenFile is called.
     QString requestPath_;
     std::optional<Answer> answer_;
 };

@@ -22,13 +22,13 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// The dialog of Qt 6.4 to 6.11 writes its history to the user's settings when it is destroyed,
-/// without a way to ask it not to. A folder below a device file cannot be made by anybody.
-void keepSettingsOffTheDisk() {
+/// QFileDialog of Qt 6.4 to 6.11 always writes its history to the user's QSettings on destruction.
+/// A folder below a device file cannot be created, even by root.
+void disableSettingsStorage() {
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, u"/dev/null/settings"_s);
 }
 
-/// The name filter for the extensions; the dialog ignores case.
+/// The name filter for the extensions; QFileDialog matches case-insensitively.
 QString nameFilter(const std::vector<std::string>& extensions) {
     QStringList globs;
     for (const std::string& extension : extensions) {
@@ -39,7 +39,7 @@ QString nameFilter(const std::vector<std::string>& extensions) {
     return name + u" ("_s + globs.join(u' ') + u')';
 }
 
-/// The dialog's text for a path, or none where it has no text that leads back to the same bytes.
+/// Returns the path as text, or none if the text does not convert back to the same bytes.
 std::optional<QString> dialogPath(const FileURL& url) {
     const QByteArray bytes = QByteArray::fromStdString(url.path());
     QString text = QString::fromUtf8(bytes);
@@ -66,8 +66,8 @@ void setUpSelection(QFileDialog& dialog, const OpenPanel::Options& options) {
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly, !options.canChooseFiles);
     if (options.allowsMultipleSelection) {
-        // The dialog of Qt 6.4 to 6.11 has no mode for several folders, but accepts what its views
-        // have selected.
+        // QFileDialog of Qt 6.4 to 6.11 has no file mode for several folders, but accepts the
+        // selection of its views.
         for (auto* view : dialog.findChildren<QAbstractItemView*>()) {
             if (view->objectName() == u"listView"_s || view->objectName() == u"treeView"_s) {
                 view->setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -76,9 +76,9 @@ void setUpSelection(QFileDialog& dialog, const OpenPanel::Options& options) {
     }
 }
 
-/// The panel opens; it changes nothing but what it was allowed to, which is to add folders. Qt 6.4
-/// to 6.11 have one option for all changes, which hides no control.
-void setUpChanges(QFileDialog& dialog, bool canCreateDirectories) {
+/// Allows no file operation, except creating folders if `canCreateDirectories`. Qt 6.4 to 6.11 have
+/// one option for all of them (ReadOnly), which hides no control.
+void restrictFileOperations(QFileDialog& dialog, bool canCreateDirectories) {
     dialog.setOption(QFileDialog::ReadOnly, !canCreateDirectories);
     if (auto* button = dialog.findChild<QToolButton*>(u"newFolderButton"_s)) {
         button->setVisible(canCreateDirectories);
@@ -96,7 +96,7 @@ void setUpChanges(QFileDialog& dialog, bool canCreateDirectories) {
 void setUp(QFileDialog& dialog, const OpenPanel::Options& options, const FileURL& startFolder) {
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     setUpSelection(dialog, options);
-    setUpChanges(dialog, options.canCreateDirectories);
+    restrictFileOperations(dialog, options.canCreateDirectories);
     if (!options.allowedExtensions.empty()) {
         dialog.setNameFilter(nameFilter(options.allowedExtensions));
     }
@@ -106,8 +106,8 @@ void setUp(QFileDialog& dialog, const OpenPanel::Options& options, const FileURL
     dialog.setDirectory(nearestFolder(startFolder));
 }
 
-/// What the dialog's text names, left out where nothing of that name exists: the text was damaged
-/// then, or the file has vanished.
+/// Drops paths that do not exist: the name did not survive the conversion to text, or the file has
+/// vanished.
 std::vector<FileURL> urlsFromDialog(const QStringList& paths) {
     std::vector<FileURL> urls;
     for (const QString& path : paths) {
@@ -126,8 +126,8 @@ std::vector<FileURL> urlsFromDialog(const QStringList& paths) {
 
 std::optional<std::vector<FileURL>> runQtOpenPanel(const OpenPanel::Options& options,
                                                    const FileURL& startFolder) {
-    keepSettingsOffTheDisk();
-    // Owned by the window it belongs to, which may be destroyed while the dialog is open.
+    disableSettingsStorage();
+    // Owned by its parent window, which may be destroyed while the dialog is open.
     const QPointer<QFileDialog> dialog = new QFileDialog(QApplication::activeWindow());
     setUp(*dialog, options, startFolder);
     const int result = dialog->exec();
@@ -138,8 +138,8 @@ std::optional<std::vector<FileURL>> runQtOpenPanel(const OpenPanel::Options& opt
     QWidget* owner = dialog->parentWidget();
     delete dialog;
     if (owner != nullptr) {
-        // A window manager that heard of the dialog only after its end does not give it the focus
-        // back; Qt 6.4 to 6.11 then hold no window for active.
+        // A window manager that learns of the dialog only after it was closed does not return the
+        // focus; Qt 6.4 to 6.11 then have no active window.
         owner->activateWindow();
     }
     return result == QDialog::Accepted ? std::optional(urlsFromDialog(paths)) : std::nullopt;

@@ -8,11 +8,10 @@
 
 namespace kestrel {
 
-/// Shows Qt's own file dialog, starting in the folder given or the nearest one above it
-/// that the dialog can show, and returns when the user is done: what was chosen, or none when the
-/// dialog was dismissed. Entries whose names are not UTF-8 are not in the dialog. The dialog's
-/// history is neither read nor written: from the first call on, this process stores no settings of
-/// Qt. Main thread; runs the event loop meanwhile.
+/// Shows Qt's own file dialog in a nested event loop, in `startFolder` or its nearest ancestor that
+/// the dialog can show. Returns what was chosen, or none if the dialog was dismissed. Entries whose
+/// names are not UTF-8 are not listed. From the first call on, this process stores no user
+/// QSettings, so the dialog's history is neither read nor written. Main thread.
 std::optional<std::vector<FileURL>> runQtOpenPanel(const OpenPanel::Options& options,
                                                    const FileURL& startFolder);
 

@@ -59,8 +59,7 @@ bool UserInputFilter::eventFilter(QObject* /*watched*/, QEvent* event) {
     if (!isUserInput(event->type())) {
         return false;
     }
-    // Ignored as well as swallowed: the sender of a drop or a close event learns that it was
-    // refused.
+    // Ignored as well as filtered: the sender of a drop or a close event sees that it was refused.
     event->ignore();
     return true;
 }

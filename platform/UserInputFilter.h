@@ -4,9 +4,9 @@
 
 namespace kestrel {
 
-/// Makes every window of the program deaf to the user while it lives: keys, shortcuts, mouse,
-/// wheel, touch, tablet, drag and drop and closing are swallowed; painting and timers go on. For
-/// the time in which a panel of another process is this program's modal panel. Main thread.
+/// An event filter that blocks user input to all windows of the program while it lives: keys,
+/// shortcuts, mouse, wheel, touch, tablet, drag and drop, closing. Painting and timers continue.
+/// Makes a panel of another process modal to this program. Main thread.
 class UserInputFilter final : public QObject {
     Q_OBJECT
 

@@ -19,13 +19,13 @@ ConverterViewModel::Batch::Batch(std::shared_ptr<ConverterViewModel> model, std:
       settings_(model_->settings_),
       stop_(std::move(stop)) {}
 
-// The batch is the coroutine's own, by value: it lives as long as the run.
+// By value: the coroutine frame owns the batch.
 QCoro::Task<> ConverterViewModel::Batch::run(Batch batch) {
-    co_await batch.walk();
+    co_await batch.convertJobs();
     batch.model_->publish([&] { batch.model_->isConverting_ = false; });
 }
 
-QCoro::Task<> ConverterViewModel::Batch::walk() {
+QCoro::Task<> ConverterViewModel::Batch::convertJobs() {
     const std::size_t length = model_->jobs_.size();
     for (std::size_t position = 0; position < length; ++position) {
         if (position >= model_->jobs_.size()) {
@@ -51,7 +51,7 @@ ConverterViewModel::Batch::convertJob(std::size_t position) {
     model_->setState(id, JobState::converting());
     model_->setProgress(id, 0.0);
 
-    // A report that is still on its way keeps nothing alive.
+    // Weak: a queued progress report does not keep the model alive.
     auto onProgress = [model = std::weak_ptr(model_), id](double fraction) {
         runOnMainThread([model, id, fraction] {
             if (const auto alive = model.lock()) {
@@ -71,7 +71,7 @@ ConverterViewModel::Batch::record(const UUID& id, const std::exception_ptr& fail
     if (!failure) {
         model_->setState(id, JobState::completed());
         model_->setProgress(id, 1.0);
-        return Next::goOn;
+        return Next::proceed;
     }
     try {
         std::rethrow_exception(failure);
@@ -86,7 +86,7 @@ ConverterViewModel::Batch::record(const UUID& id, const std::exception_ptr& fail
     } catch (const std::exception& error) {
         model_->setState(id, JobState::failed(error.what()));
     }
-    return Next::goOn;
+    return Next::proceed;
 }
 
 } // namespace kestrel

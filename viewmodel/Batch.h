@@ -11,26 +11,25 @@
 
 namespace kestrel {
 
-/// One run over the queue: what was set when it started, and the walk itself. Main thread, except
+/// One pass over the queue, with the output folder and settings of its start. Main thread, except
 /// for the conversions.
 class ConverterViewModel::Batch {
   public:
-    /// Takes its copies of the output folder, which must be set, and of the settings.
+    /// Copies the output folder and the settings. Requires: the output folder is set.
     Batch(std::shared_ptr<ConverterViewModel> model, std::stop_token stop);
 
-    /// Converts the jobs that stand at the positions filled when it is called, one after the other,
-    /// and ends the model's converting. Stops between two jobs when that was requested, and at a
-    /// conversion that was cancelled. A position that is empty by the time the walk gets there is a
-    /// fatal error.
+    /// Converts the jobs at the indices that are valid when it is called, one after the other, then
+    /// ends `isConverting`. Stops between two jobs if a stop was requested, and after a cancelled
+    /// conversion. An index past the end by the time it is reached is a fatal error.
     static QCoro::Task<> run(Batch batch);
 
   private:
-    /// Whether the walk goes on to the next position.
-    enum class Next : unsigned char { goOn, stop };
+    /// Whether to continue with the next job.
+    enum class Next : unsigned char { proceed, stop };
 
-    QCoro::Task<> walk();
+    QCoro::Task<> convertJobs();
     QCoro::Task<Next> convertJob(std::size_t position);
-    /// Writes how the conversion of that job ended.
+    /// Sets the final state of the job; `failure` is null on success.
     Next record(const UUID& id, const std::exception_ptr& failure);
 
     std::shared_ptr<ConverterViewModel> model_;

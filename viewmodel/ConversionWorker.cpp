@@ -25,7 +25,7 @@ QFuture<std::exception_ptr> convertOnWorker(const std::shared_ptr<ConversionRunn
                                             const FileURL& source, const FileURL& destination,
                                             const ConversionSettings& settings,
                                             const ConversionRunner::ProgressHandler& onProgress) {
-    // Only ever touched on the main thread, to which the worker hands its share with the result.
+    // Used on the main thread only; the worker moves its reference there with the result.
     auto outcome = std::make_shared<Outcome>();
     outcome->start();
     QFuture<std::exception_ptr> future = outcome->future();

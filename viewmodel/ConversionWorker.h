@@ -9,10 +9,10 @@
 
 namespace kestrel {
 
-/// Runs one conversion on a thread of its own. The future belongs to the main thread and finishes
-/// in its event loop, after every report that the conversion handed to that loop; its result is the
-/// error that ended the conversion, or null. Nothing joins the thread: a program that quits
-/// meanwhile need not wait for it.
+/// Runs one conversion on its own detached thread, so that quitting need not join it. Called on the
+/// main thread, which alone uses the future: it finishes in the event loop, after every progress
+/// report posted before, with the exception that ended the conversion, or null; at once if the
+/// thread cannot be started.
 QFuture<std::exception_ptr> convertOnWorker(const std::shared_ptr<ConversionRunner>& runner,
                                             const FileURL& source, const FileURL& destination,
                                             const ConversionSettings& settings,

@@ -4,8 +4,9 @@
 
 namespace kestrel {
 
-/// Runs the task in the main thread's event loop, in a turn of its own, after all tasks handed over
-/// before it. Any thread, but the first call must come from the main one, with a QCoreApplication.
+/// Runs the task on the main thread, in its own event-loop iteration, after all tasks posted
+/// before. Thread-safe; other threads block while the queue is full. Requires: the first call comes
+/// from the main thread, with a QCoreApplication.
 void runOnMainThread(std::function<void()> task);
 
 } // namespace kestrel

@@ -5,8 +5,8 @@
 
 namespace kestrel {
 
-/// The file that the source is converted into: its base name and "_converted" in the folder given,
-/// followed by "_2", "_3" and so on while such a file exists and may not be replaced.
+/// Returns the output file: the source's base name and "_converted" in `folder`, followed by "_2",
+/// "_3" and so on while such a file exists and `settings.overwrite` is false.
 FileURL outputFile(const FileURL& source, const FileURL& folder,
                    const ConversionSettings& settings);
 

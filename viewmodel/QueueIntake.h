@@ -7,10 +7,9 @@
 
 namespace kestrel {
 
-/// The files to queue when the user gives these files and folders: folders replaced by the accepted
-/// files below them, what is queued already left out, the rest sorted by file name. What is
-/// accepted goes by the extension alone, in upper or lower case; a file need not exist. One given
-/// twice in one call is there twice.
+/// Returns the files to queue for these files and folders, sorted by name: folders are listed
+/// recursively, files without an accepted extension (case-insensitive) and files in `queue` are
+/// skipped. Files need not exist; duplicates within `urls` are kept.
 std::vector<FileURL> filesToQueue(const std::vector<FileURL>& urls,
                                   const std::vector<ConversionJob>& queue);
 

@@ -8,44 +8,44 @@
 namespace kestrel {
 namespace {
 
-/// Keeps what was done when it was painted last.
+/// Records the value of `done` at its last paint event.
 class PaintedWidget : public QWidget {
   public:
     explicit PaintedWidget(const int& done) : done_(done) {}
 
-    int paintings() const { return paintings_; }
+    int paintCount() const { return paintCount_; }
 
-    int doneBefore() const { return doneBefore_; }
+    int doneAtPaint() const { return doneAtPaint_; }
 
   protected:
     void paintEvent(QPaintEvent* /*event*/) override {
-        ++paintings_;
-        doneBefore_ = done_;
+        ++paintCount_;
+        doneAtPaint_ = done_;
     }
 
   private:
     const int& done_;
-    int paintings_ = 0;
-    int doneBefore_ = 0;
+    int paintCount_ = 0;
+    int doneAtPaint_ = 0;
 };
 
-TEST(FirstFrameTest, isPaintedBeforeWhatCanWaitIsDoneOnce) {
+TEST(FirstFrameTest, callsBackOnceAfterTheFirstPaintEvent) {
     int done = 0;
     PaintedWidget widget(done);
     new FirstFrame(widget, [&done] { ++done; });
     QCoreApplication::processEvents();
     EXPECT_EQ(done, 0);
     widget.show();
-    ASSERT_TRUE(test::runUntil([&] { return widget.paintings() > 0; }));
-    EXPECT_EQ(widget.doneBefore(), 0);
+    ASSERT_TRUE(test::runUntil([&] { return widget.paintCount() > 0; }));
+    EXPECT_EQ(widget.doneAtPaint(), 0);
     ASSERT_TRUE(test::runUntil([&] { return done > 0; }));
     widget.repaint();
     QCoreApplication::processEvents();
-    EXPECT_GE(widget.paintings(), 2);
+    EXPECT_GE(widget.paintCount(), 2);
     EXPECT_EQ(done, 1);
 }
 
-TEST(FirstFrameTest, isForgottenWithAWidgetThatWasNeverPainted) {
+TEST(FirstFrameTest, doesNotCallBackForAWidgetThatWasNeverPainted) {
     int done = 0;
     {
         PaintedWidget widget(done);

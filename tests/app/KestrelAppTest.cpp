@@ -76,7 +76,7 @@ TEST_F(KestrelAppTest, addsNothingFromTheKeyboardWhileTheAlertIsOpen) {
 
 TEST_F(KestrelAppTest, addsFromTheMenu) {
     fileMenu()->actions()[0]->trigger();
-    // Assistive technology has its answer before the panel opens.
+    // The AT-SPI client gets its reply before the panel opens.
     EXPECT_THAT(scenario_.panelTitles(), ElementsAre());
     settle();
     EXPECT_THAT(scenario_.panelTitles(), ElementsAre("Choose Opus audio to convert"));
@@ -120,9 +120,9 @@ TEST_F(KestrelAppTest, isTitledKestrel) {
     EXPECT_EQ(utf8(app_.window().windowTitle()), "Kestrel");
 }
 
-/// Runs the program in this process until `quit`, and leaves with its status; a batch waits for
-/// ever meanwhile, if there is one.
-[[noreturn]] void runUntil(bool hasBatch, const std::function<void(KestrelApp&)>& quit) {
+/// Runs the application in this process until `quit`, and exits with its status; with `hasBatch`, a
+/// conversion blocks for ever meanwhile.
+[[noreturn]] void runAndQuit(bool hasBatch, const std::function<void(KestrelApp&)>& quit) {
     auto* scenario = new Scenario;
     auto* app = new KestrelApp(scenario->model);
     if (hasBatch) {
@@ -144,7 +144,7 @@ TEST_F(KestrelAppTest, isTitledKestrel) {
     }
     delete app;
     delete scenario;
-    std::exit(status); // NOLINT(concurrency-mt-unsafe): the one thread there is
+    std::exit(status); // NOLINT(concurrency-mt-unsafe): there is one thread
 }
 
 class KestrelAppDeathTest : public ::testing::Test {
@@ -153,8 +153,8 @@ class KestrelAppDeathTest : public ::testing::Test {
 
     static void expectQuickQuit(bool hasBatch, const std::function<void(KestrelApp&)>& quit) {
         const auto start = std::chrono::steady_clock::now();
-        EXPECT_EXIT(runUntil(hasBatch, quit), ::testing::ExitedWithCode(0), "");
-        // Ample time for the start of a process; a worker that was waited for would never end.
+        EXPECT_EXIT(runAndQuit(hasBatch, quit), ::testing::ExitedWithCode(0), "");
+        // Generous for a process start; a joined worker would never end.
         EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
     }
 };

@@ -28,20 +28,20 @@ class MainWindowFixture : public ::testing::Test {
 
     ~MainWindowFixture() override { QApplication::setLayoutDirection(Qt::LeftToRight); }
 
-    TitleBar& strip() { return *window_.findChild<TitleBar*>(); }
+    TitleBar& titleBar() { return *window_.findChild<TitleBar*>(); }
 
-    CaptionButton& minimiseButton() { return *strip().buttons()[0]; }
+    CaptionButton& minimiseButton() { return *titleBar().buttons()[0]; }
 
-    CaptionButton& maximiseButton() { return *strip().buttons()[1]; }
+    CaptionButton& maximiseButton() { return *titleBar().buttons()[1]; }
 
-    CaptionButton& closeButton() { return *strip().buttons()[2]; }
+    CaptionButton& closeButton() { return *titleBar().buttons()[2]; }
 
-    /// A place in the strip where nothing lies over it.
-    QPoint freePlace() { return {window_.width() / 2, 14}; }
+    /// A point in the title bar's drag area.
+    QPoint dragPoint() { return {window_.width() / 2, 14}; }
 
     QPoint middleOf(QWidget& widget) { return widget.mapTo(&window_, widget.rect().center()); }
 
-    /// Clicks as the window system does, which knows nothing of widgets.
+    /// Clicks through the QWindow, as the window system does.
     void click(QPoint place) {
         QTest::mouseClick(window_.windowHandle(), Qt::LeftButton, {}, place);
         settle();
@@ -52,13 +52,13 @@ class MainWindowFixture : public ::testing::Test {
         settle();
     }
 
-    /// Waits until the window system agrees.
+    /// Waits until the window system has applied the state.
     bool waitForMaximised(bool isMaximised) {
-        const bool isSo = test::runUntil([this, isMaximised] {
+        const bool isReached = test::runUntil([this, isMaximised] {
             return window_.isMaximized() == isMaximised && (window_.width() > 1200) == isMaximised;
         });
         settle();
-        return isSo;
+        return isReached;
     }
 
     void maximise() {

@@ -35,7 +35,7 @@ class MainWindowTest : public MainWindowFixture {
 
     ContentView& contents() { return *window_.findChild<ContentView*>(); }
 
-    /// Makes the window system give the window this size, as if it knew of no minimum.
+    /// Makes the window system set this size, as if there were no minimum.
     void force(QSize size, bool isFinal) {
         QWindow& handle = *window_.windowHandle();
         handle.setMinimumSize({1, 1});
@@ -44,9 +44,9 @@ class MainWindowTest : public MainWindowFixture {
     }
 
     bool waitForSize(QSize size) {
-        const bool isSo = test::runUntil([this, size] { return window_.size() == size; });
+        const bool isReached = test::runUntil([this, size] { return window_.size() == size; });
         settle();
-        return isSo;
+        return isReached;
     }
 
     QColor pixel(QPoint place) { return window_.grab().toImage().pixelColor(place); }
@@ -54,7 +54,7 @@ class MainWindowTest : public MainWindowFixture {
     const QFont font_ = QApplication::font();
 };
 
-TEST_F(MainWindowTest, hasNoFrameButAllThatTheWindowSystemDoes) {
+TEST_F(MainWindowTest, isFramelessWithAllWindowSystemHints) {
     EXPECT_TRUE(window_.windowFlags().testFlag(Qt::FramelessWindowHint));
     for (const Qt::WindowType hint : {Qt::WindowSystemMenuHint, Qt::WindowMinimizeButtonHint,
                                       Qt::WindowMaximizeButtonHint, Qt::WindowCloseButtonHint}) {
@@ -63,36 +63,36 @@ TEST_F(MainWindowTest, hasNoFrameButAllThatTheWindowSystemDoes) {
     EXPECT_EQ(window_.frameGeometry(), window_.geometry());
 }
 
-TEST_F(MainWindowTest, startsWithItsContentsBelowTheStripAndTheSidebarUnderIt) {
+TEST_F(MainWindowTest, laysItsContentsBelowTheTitleBarAndTheSidebarUnderIt) {
     EXPECT_EQ(contents().geometry(), window_.rect());
-    EXPECT_EQ(strip().geometry(), QRect(0, 0, window_.width(), 28));
+    EXPECT_EQ(titleBar().geometry(), QRect(0, 0, window_.width(), 28));
     EXPECT_EQ(window_.findChild<SettingsSidebar*>()->geometry(),
               QRect(0, 0, 310, window_.height()));
     EXPECT_EQ(window_.findChild<QueueView*>()->mapTo(&window_, QPoint()).y(), 28);
     for (QLabel* label : window_.findChildren<QLabel*>()) {
         EXPECT_GE(label->mapTo(&window_, QPoint()).y(), 28) << utf8(label->text());
     }
-    // The dark ground of the sidebar is what one sees in the strip.
+    // The sidebar's dark background is visible in the title bar.
     EXPECT_LT(pixel({200, 14}).lightness(), 50);
 }
 
-TEST_F(MainWindowTest, asksForItsMinimumWhenItIsMadeSmaller) {
+TEST_F(MainWindowTest, requestsItsMinimumSizeWhenItIsMadeSmaller) {
     force({500, 400}, false);
     ASSERT_TRUE(test::runUntil([this] { return !window_.sizes.empty(); }));
     EXPECT_TRUE(waitForSize({960, 640}));
     EXPECT_THAT(window_.sizes, ElementsAre(QSize(960, 640)));
-    // And again, once it has had what it asked for.
+    // And again, once a request was granted.
     force({500, 400}, false);
     ASSERT_TRUE(test::runUntil([this] { return window_.sizes.size() == 2; }));
     EXPECT_TRUE(waitForSize({960, 640}));
 }
 
-TEST_F(MainWindowTest, asksOnceForEachSizeThatItIsKeptAt) {
-    window_.isHeard = false;
+TEST_F(MainWindowTest, requestsItsMinimumSizeOnceForEachRefusal) {
+    window_.forwardsSizes = false;
     for (const QSize size : {QSize(500, 400), QSize(600, 500), QSize(500, 700)}) {
         force(size, false);
         ASSERT_TRUE(waitForSize(size));
-        // Told of it again, as by a window manager that answers what it refuses.
+        // A second resize event, as from a window manager that reports what it refuses.
         QResizeEvent again(size, size);
         QApplication::sendEvent(&window_, &again);
         settle();
@@ -104,13 +104,13 @@ TEST_F(MainWindowTest, neverLaysItsContentsOutBelowTheMinimum) {
     force({500, 400}, true);
     ASSERT_TRUE(waitForSize({500, 400}));
     EXPECT_EQ(contents().geometry(), QRect(0, 0, 960, 640));
-    EXPECT_EQ(strip().width(), 500);
+    EXPECT_EQ(titleBar().width(), 500);
     QApplication::setLayoutDirection(Qt::RightToLeft);
     settle();
     EXPECT_EQ(contents().geometry(), QRect(500 - 960, 0, 960, 640));
 }
 
-TEST_F(MainWindowTest, doesNotResistWhileItIsMaximised) {
+TEST_F(MainWindowTest, doesNotEnforceItsMinimumSizeWhileMaximised) {
     maximise();
     QResizeEvent small({500, 400}, window_.size());
     window_.setMinimumSize(window_.size() + QSize(100, 100));
@@ -120,7 +120,7 @@ TEST_F(MainWindowTest, doesNotResistWhileItIsMaximised) {
     EXPECT_THAT(window_.sizes, ElementsAre());
 }
 
-TEST_F(MainWindowTest, needsMoreRoomForLargerLettersAndGivesItBack) {
+TEST_F(MainWindowTest, adaptsItsMinimumSizeToTheFont) {
     QFont large = font_;
     large.setPixelSize(30);
     QApplication::setFont(large);
@@ -131,15 +131,15 @@ TEST_F(MainWindowTest, needsMoreRoomForLargerLettersAndGivesItBack) {
     ASSERT_TRUE(test::runUntil([this] { return window_.minimumSize() == QSize(960, 640); }));
 }
 
-TEST_F(MainWindowTest, drawsALineAroundItselfWhereNothingElseDoes) {
+TEST_F(MainWindowTest, drawsABorderUnlessMaximised) {
     const QImage free = window_.grab().toImage();
     const int right = free.width() - 1;
     const int bottom = free.height() - 1;
-    const QColor ground = window_.palette().color(QPalette::Window);
-    EXPECT_EQ(free.pixelColor(right - 1, 300), ground);
+    const QColor background = window_.palette().color(QPalette::Window);
+    EXPECT_EQ(free.pixelColor(right - 1, 300), background);
     for (const QPoint place : {QPoint(right, 300), QPoint(600, 0), QPoint(600, bottom)}) {
         const int expected =
-            qRound(ground.red() * 0.8 + window_.palette().windowText().color().red() * 0.2);
+            qRound(background.red() * 0.8 + window_.palette().windowText().color().red() * 0.2);
         EXPECT_NEAR(free.pixelColor(place).red(), expected, 2);
     }
     EXPECT_NE(free.pixelColor(0, 300), free.pixelColor(1, 300));
@@ -148,15 +148,15 @@ TEST_F(MainWindowTest, drawsALineAroundItselfWhereNothingElseDoes) {
 
     maximise();
     const QImage maximised = window_.grab().toImage();
-    EXPECT_EQ(maximised.pixelColor(maximised.width() - 1, 300), ground);
-    EXPECT_EQ(maximised.pixelColor(600, 0), ground);
+    EXPECT_EQ(maximised.pixelColor(maximised.width() - 1, 300), background);
+    EXPECT_EQ(maximised.pixelColor(600, 0), background);
     window_.showNormal();
     ASSERT_TRUE(waitForMaximised(false));
-    EXPECT_NE(pixel({window_.width() - 1, 300}), ground);
+    EXPECT_NE(pixel({window_.width() - 1, 300}), background);
 }
 
-TEST_F(MainWindowTest, leavesTheButtonsOfTheWindowForLastOnTheKeyboard) {
-    // Rows that come later stand before them all the same.
+TEST_F(MainWindowTest, putsTheCaptionButtonsLastInTheTabOrder) {
+    // Rows that are created later still come before them.
     scenario_.add({"a.opus", "b.opus"});
     closeButton().setFocus();
     std::vector<QWidget*> visited;
@@ -172,7 +172,7 @@ TEST_F(MainWindowTest, leavesTheButtonsOfTheWindowForLastOnTheKeyboard) {
     EXPECT_EQ(QApplication::focusWidget(), &maximiseButton());
 }
 
-TEST_F(MainWindowTest, bringsItsIconInAllSizesAfterTheFirstFrame) {
+TEST_F(MainWindowTest, setsItsIconInAllSizesAfterTheFirstFrame) {
     ASSERT_TRUE(test::runUntil([this] { return !window_.windowIcon().isNull(); }));
     for (const int side : {16, 24, 32, 48, 64, 128}) {
         const QImage image = window_.windowIcon().pixmap(QSize(side, side), 1.0).toImage();
@@ -195,20 +195,20 @@ TEST_F(MainWindowTest, isAWindowToAssistiveTechnology) {
     EXPECT_EQ(QAccessible::queryAccessibleInterface(&contents())->role(), QAccessible::Client);
     ASSERT_EQ(accessible->childCount(), 2);
     EXPECT_EQ(accessible->child(0)->object(), &contents());
-    EXPECT_EQ(accessible->child(1)->object(), &strip());
+    EXPECT_EQ(accessible->child(1)->object(), &titleBar());
     EXPECT_EQ(accessible->child(2), nullptr);
     EXPECT_EQ(accessible->indexOfChild(accessible->child(1)), 1);
 }
 
-TEST_F(MainWindowTest, mirrorsWithTheDirectionOfReading) {
+TEST_F(MainWindowTest, mirrorsWithTheLayoutDirection) {
     QApplication::setLayoutDirection(Qt::RightToLeft);
     settle();
     EXPECT_EQ(closeButton().geometry(), QRect(0, 0, 36, 28));
     EXPECT_EQ(minimiseButton().geometry(), QRect(72, 0, 36, 28));
     const auto* sidebar = window_.findChild<SettingsSidebar*>();
     EXPECT_EQ(sidebar->geometry().right(), window_.width() - 1);
-    EXPECT_GE(strip().menuBar().geometry().left(), sidebar->geometry().left());
-    EXPECT_LT(window_.width() - strip().menuBar().geometry().right(), 30);
+    EXPECT_GE(titleBar().menuBar().geometry().left(), sidebar->geometry().left());
+    EXPECT_LT(window_.width() - titleBar().menuBar().geometry().right(), 30);
 }
 
 } // namespace

@@ -13,8 +13,7 @@
 namespace kestrel {
 namespace {
 
-/// Shows no mnemonics.
-class TacitStyle : public MenuBarStyle {
+class NoMnemonicsStyle : public MenuBarStyle {
   public:
     using MenuBarStyle::MenuBarStyle;
 
@@ -59,7 +58,7 @@ class MenuBarTest : public ::testing::Test {
 
     QImage picture() const { return window_.grab(bar_->geometry()).toImage(); }
 
-    void expectToOpenBy(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    void expectToOpenWith(Qt::Key key, Qt::KeyboardModifiers modifiers) {
         QTest::keyClick(&window_, key, modifiers);
         ASSERT_TRUE(QTest::qWaitForWindowExposed(menu_, test::timeout));
         EXPECT_EQ(utf8(menu_->activeAction()->text()), "One");
@@ -69,7 +68,7 @@ class MenuBarTest : public ::testing::Test {
         EXPECT_FALSE(menu_->isVisible());
     }
 
-    // To be painted from const members.
+    // mutable: grab() is not const.
     mutable QWidget window_;
     MenuBar* bar_;
     QMenu* menu_;
@@ -77,7 +76,7 @@ class MenuBarTest : public ::testing::Test {
     const QFont font_ = QApplication::font();
 };
 
-TEST_F(MenuBarTest, writesWhiteOnWhateverIsBehindIt) {
+TEST_F(MenuBarTest, drawsWhiteTextWithoutABackground) {
     EXPECT_GT(whitePixels(), 10);
     EXPECT_EQ(picture().pixelColor(1, 1), QColor(Qt::black));
     EXPECT_EQ(picture().pixelColor(1, 27), QColor(Qt::black));
@@ -91,16 +90,16 @@ TEST_F(MenuBarTest, isAsWideAsItsItems) {
 }
 
 TEST_F(MenuBarTest, highlightsTheItemUnderTheMouseAndMoreSoTheOpenOne) {
-    const auto ground = [this] { return picture().pixelColor(5, 14).red(); };
-    EXPECT_EQ(ground(), 0);
+    const auto background = [this] { return picture().pixelColor(5, 14).red(); };
+    EXPECT_EQ(background(), 0);
     QMouseEvent move(QEvent::MouseMove, QPointF(10, 14), bar_->mapToGlobal(QPointF(10, 14)),
                      Qt::NoButton, {}, {});
     QApplication::sendEvent(bar_, &move);
-    const int hovered = ground();
+    const int hovered = background();
     EXPECT_GT(hovered, 15);
     QTest::mousePress(bar_, Qt::LeftButton, {}, {10, 14});
     ASSERT_TRUE(menu_->isVisible());
-    EXPECT_GT(ground(), hovered);
+    EXPECT_GT(background(), hovered);
     menu_->close();
 }
 
@@ -110,28 +109,28 @@ TEST_F(MenuBarTest, opensAtTheTopEdgeOfTheScreen) {
     menu_->close();
 }
 
-TEST_F(MenuBarTest, underlinesTheMnemonicWhereTheStyleDoes) {
-    const QImage asTheDesktop = picture();
+TEST_F(MenuBarTest, underlinesTheMnemonicIfTheStyleDoes) {
+    const QImage withDesktopStyle = picture();
     const bool isUnderlined = bar_->style()->styleHint(QStyle::SH_UnderlineShortcut) != 0;
-    TacitStyle tacit(28);
-    bar_->setStyle(&tacit);
-    const QImage plain = picture();
-    EXPECT_EQ(asTheDesktop != plain, isUnderlined);
+    NoMnemonicsStyle noMnemonics(28);
+    bar_->setStyle(&noMnemonics);
+    const QImage withoutMnemonics = picture();
+    EXPECT_EQ(withDesktopStyle != withoutMnemonics, isUnderlined);
     bar_->setStyle(nullptr);
 }
 
-TEST_F(MenuBarTest, leavesItsMenusToTheDesktop) {
+TEST_F(MenuBarTest, keepsTheDesktopStyleOfItsMenus) {
     EXPECT_EQ(menu_->palette(), QApplication::palette(menu_));
     EXPECT_EQ(menu_->style(), QApplication::style());
     EXPECT_NE(menu_->palette().color(QPalette::Text), menu_->palette().color(QPalette::Base));
 }
 
-TEST_F(MenuBarTest, opensByF10) {
-    expectToOpenBy(Qt::Key_F10, {});
+TEST_F(MenuBarTest, opensWithF10) {
+    expectToOpenWith(Qt::Key_F10, {});
 }
 
-TEST_F(MenuBarTest, opensByTheMnemonic) {
-    expectToOpenBy(Qt::Key_F, Qt::AltModifier);
+TEST_F(MenuBarTest, opensWithTheMnemonic) {
+    expectToOpenWith(Qt::Key_F, Qt::AltModifier);
 }
 
 TEST_F(MenuBarTest, opensNothingWithoutMenus) {
@@ -140,7 +139,7 @@ TEST_F(MenuBarTest, opensNothingWithoutMenus) {
     EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
 }
 
-TEST_F(MenuBarTest, hasTheUsersFontAsFarAsItFits) {
+TEST_F(MenuBarTest, usesTheUsersFontShrunkToFit) {
     QFont font = font_;
     font.setPixelSize(17);
     QApplication::setFont(font);

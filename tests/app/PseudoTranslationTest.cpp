@@ -29,17 +29,17 @@
 namespace kestrel {
 namespace {
 
-/// What is shown as it is in every language.
+/// Texts that are the same in every language.
 const char* const verbatim[] = {
     // File names and paths.
     "/no-such-folder/Out", "/no-such-folder", "a.opus", "b.opus", "c.opus", "d.opus", "e.opus",
     "Album", "/usr/bin/ffmpeg",
     // Formats and bit depths.
     "MP3", "AIFF", "WAV", "16-bit", "24-bit",
-    // The words of ffmpeg and of the system.
+    // Error messages of ffmpeg and of the system.
     "Invalid data found", "Permission denied"};
 
-/// Whether letters are left over that no translation has touched.
+/// Whether no untranslated letters are left.
 bool isTranslated(QString text) {
     static const QRegularExpression markup(QStringLiteral("<[^>]*>"));
     static const QRegularExpression letter(QStringLiteral("[A-Za-z]"));
@@ -54,7 +54,7 @@ void expectTranslated(const std::string& text) {
     EXPECT_TRUE(isTranslated(QString::fromStdString(text))) << text;
 }
 
-/// A state of the window by its name.
+/// A named state of the window.
 struct State {
     const char* name;
     std::function<void(Scenario&)> prepare;
@@ -65,7 +65,7 @@ struct State {
     }
 };
 
-/// One job in each state, the batch having come to the third one.
+/// Jobs in every state but waiting: the second batch is converting the first one again.
 void showAllStates(Scenario& scenario) {
     scenario.failWith("a.opus", "Invalid data found");
     scenario.failWith("b.opus", "");
@@ -114,7 +114,7 @@ std::vector<State> states() {
     };
 }
 
-/// The smallest window, translated, in a state and a direction.
+/// The window at its minimum size, translated, in a state and a layout direction.
 class PseudoTranslationTest
     : public ::testing::TestWithParam<std::tuple<State, Qt::LayoutDirection>> {
   protected:
@@ -155,17 +155,17 @@ TEST_P(PseudoTranslationTest, translatesEveryText) {
     }
 }
 
-TEST_P(PseudoTranslationTest, keepsTheWindowAtItsSmallestSize) {
+TEST_P(PseudoTranslationTest, keepsTheWindowAtItsMinimumSize) {
     EXPECT_EQ(window().minimumSize(), QSize(960, 640));
     EXPECT_EQ(window().size(), QSize(960, 640));
 }
 
-TEST_P(PseudoTranslationTest, cutsNoTextOff) {
+TEST_P(PseudoTranslationTest, clipsNoText) {
     expectRoomForTexts(window());
     expectNoOverlap(window().findChild<ContentView*>());
     expectNoOverlap(window().findChild<TitleBar*>());
     for (const auto* label : window().findChildren<ElidedLabel*>()) {
-        // File names and paths are shortened, translations are not.
+        // File names and paths are elided, translations are not.
         if (label->isVisible() && label->text().startsWith(u'[')) {
             EXPECT_LE(label->fontMetrics().horizontalAdvance(label->text()), label->width())
                 << describe(label);
@@ -177,7 +177,7 @@ TEST_P(PseudoTranslationTest, cutsNoTextOff) {
     }
 }
 
-TEST_P(PseudoTranslationTest, cutsNothingOffInTheAlert) {
+TEST_P(PseudoTranslationTest, clipsNothingInTheAlert) {
     auto* alert = window().findChild<QMessageBox*>();
     ASSERT_EQ(alert != nullptr, scenario_.model->alertMessage().has_value());
     if (alert == nullptr) {
@@ -202,7 +202,7 @@ INSTANTIATE_TEST_SUITE_P(States, PseudoTranslationTest,
                                             ::testing::Values(Qt::LeftToRight, Qt::RightToLeft)),
                          nameOf);
 
-/// A translator alone.
+/// The translator without a window.
 class PseudoTranslatorTest : public ::testing::Test {
   public:
     PseudoTranslatorTest(const PseudoTranslatorTest&) = delete;
@@ -247,7 +247,7 @@ TEST_F(PseudoTranslatorTest, translatesThePanels) {
     }
 }
 
-TEST_F(PseudoTranslatorTest, translatesWhatThePanelCallsTheFilesItOffers) {
+TEST_F(PseudoTranslatorTest, translatesTheNameFilterOfThePanel) {
     QString filter;
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, &timer, [&filter] {

@@ -6,15 +6,15 @@
 
 namespace kestrel {
 
-/// The window, which writes down what it asks of the window system. It asks for sizes in earnest,
-/// unless told otherwise: only a pointer on a real screen can move a window or its edge.
+/// Records the requests to the window system. Only size requests are forwarded, unless disabled: an
+/// interactive move or resize needs a pointer on a real screen.
 class RecordingWindow : public MainWindow {
   public:
     using MainWindow::MainWindow;
 
-    /// Whether the window system is to hear what sizes it asks for. One that refuses them answers
-    /// in its own time.
-    bool isHeard = true;
+    /// Whether size requests are forwarded; false stands in for a window system that refuses them,
+    /// whose answer takes its own time.
+    bool forwardsSizes = true;
     int moves = 0;
     std::vector<Qt::Edges> resizes;
     std::vector<QSize> sizes;
@@ -24,10 +24,10 @@ class RecordingWindow : public MainWindow {
 
     void startResize(Qt::Edges edges) override { resizes.push_back(edges); }
 
-    void askForSize(QSize size) override {
+    void requestSize(QSize size) override {
         sizes.push_back(size);
-        if (isHeard) {
-            MainWindow::askForSize(size);
+        if (forwardsSizes) {
+            MainWindow::requestSize(size);
         }
     }
 };

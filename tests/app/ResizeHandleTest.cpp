@@ -14,25 +14,26 @@ using ::testing::ElementsAre;
 
 class ResizeHandleTest : public MainWindowFixture {
   protected:
-    QList<ResizeHandle*> edges() { return window_.findChildren<ResizeHandle*>(); }
+    QList<ResizeHandle*> handles() { return window_.findChildren<ResizeHandle*>(); }
 
     void expectToResize(QPoint place, Qt::Edges edges, Qt::CursorShape cursor) {
-        const auto* edge = dynamic_cast<ResizeHandle*>(window_.childAt(place));
-        ASSERT_NE(edge, nullptr);
-        EXPECT_EQ(edge->cursor().shape(), cursor);
+        const auto* handle = dynamic_cast<ResizeHandle*>(window_.childAt(place));
+        ASSERT_NE(handle, nullptr);
+        EXPECT_EQ(handle->cursor().shape(), cursor);
         window_.resizes.clear();
         click(place);
         EXPECT_THAT(window_.resizes, ElementsAre(edges));
     }
 
-    int visibleEdges() {
-        const auto all = edges();
-        return static_cast<int>(std::count_if(
-            all.begin(), all.end(), [](const ResizeHandle* edge) { return edge->isVisible(); }));
+    int visibleHandles() {
+        const auto all = handles();
+        return static_cast<int>(
+            std::count_if(all.begin(), all.end(),
+                          [](const ResizeHandle* handle) { return handle->isVisible(); }));
     }
 };
 
-TEST_F(ResizeHandleTest, resizesOnEachSide) {
+TEST_F(ResizeHandleTest, resizesAtEachEdge) {
     const QPoint middle = window_.rect().center();
     const int right = window_.width() - 1;
     const int bottom = window_.height() - 1;
@@ -45,10 +46,10 @@ TEST_F(ResizeHandleTest, resizesOnEachSide) {
 TEST_F(ResizeHandleTest, resizesAtEachCorner) {
     const int right = window_.width() - 1;
     const int bottom = window_.height() - 1;
-    // Close to the very corner, and along either side.
-    for (const QPoint off : {QPoint(1, 1), QPoint(11, 1), QPoint(1, 11)}) {
-        const int x = off.x();
-        const int y = off.y();
+    // At the corner, and along either edge.
+    for (const QPoint offset : {QPoint(1, 1), QPoint(11, 1), QPoint(1, 11)}) {
+        const int x = offset.x();
+        const int y = offset.y();
         expectToResize({x, y}, Qt::TopEdge | Qt::LeftEdge, Qt::SizeFDiagCursor);
         expectToResize({right - x, y}, Qt::TopEdge | Qt::RightEdge, Qt::SizeBDiagCursor);
         expectToResize({x, bottom - y}, Qt::BottomEdge | Qt::LeftEdge, Qt::SizeBDiagCursor);
@@ -57,11 +58,11 @@ TEST_F(ResizeHandleTest, resizesAtEachCorner) {
     }
 }
 
-TEST_F(ResizeHandleTest, leavesWhatIsInsideTheCornersToTheButtons) {
+TEST_F(ResizeHandleTest, leavesClicksInsideTheCornersToTheButtons) {
     EXPECT_EQ(window_.childAt(window_.width() - 6, 6), &closeButton());
 }
 
-TEST_F(ResizeHandleTest, takesItsPlaceInAWindowOfAnySize) {
+TEST_F(ResizeHandleTest, followsTheWindowSize) {
     window_.resize(1100, 700);
     ASSERT_TRUE(test::runUntil([this] { return window_.width() == 1100; }));
     settle();
@@ -74,23 +75,23 @@ TEST_F(ResizeHandleTest, resizesByTheLeftButtonAlone) {
     EXPECT_TRUE(window_.resizes.empty());
 }
 
-TEST_F(ResizeHandleTest, isThereOnlyWhileTheWindowFloats) {
-    EXPECT_EQ(visibleEdges(), 8);
+TEST_F(ResizeHandleTest, isHiddenWhileMaximisedOrFullScreen) {
+    EXPECT_EQ(visibleHandles(), 8);
     maximise();
-    EXPECT_EQ(visibleEdges(), 0);
+    EXPECT_EQ(visibleHandles(), 0);
     window_.showNormal();
     ASSERT_TRUE(waitForMaximised(false));
-    EXPECT_EQ(visibleEdges(), 8);
+    EXPECT_EQ(visibleHandles(), 8);
     window_.showFullScreen();
     ASSERT_TRUE(test::runUntil([this] { return window_.width() > 1200; }));
-    EXPECT_EQ(visibleEdges(), 0);
+    EXPECT_EQ(visibleHandles(), 0);
 }
 
-TEST_F(ResizeHandleTest, liesOverEverythingAndTakesNoFocus) {
+TEST_F(ResizeHandleTest, isOnTopAndTakesNoFocus) {
     const auto& children = window_.children();
-    for (ResizeHandle* edge : edges()) {
-        EXPECT_GT(children.indexOf(edge), children.indexOf(&strip()));
-        EXPECT_EQ(edge->focusPolicy(), Qt::NoFocus);
+    for (ResizeHandle* handle : handles()) {
+        EXPECT_GT(children.indexOf(handle), children.indexOf(&titleBar()));
+        EXPECT_EQ(handle->focusPolicy(), Qt::NoFocus);
     }
 }
 

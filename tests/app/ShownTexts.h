@@ -14,8 +14,8 @@ struct ShownText {
     QString text;
 };
 
-/// All texts of the widget and of everything below it: labels, buttons, entries of menus and lists,
-/// titles, tool tips, and what assistive technology is told. Parts that are hidden count too.
+/// Returns all texts of the widget and its descendants, hidden ones included: labels, buttons,
+/// entries of menus and lists, titles, tool tips, and accessible texts.
 std::vector<ShownText> shownTexts(QWidget& widget);
 
 } // namespace kestrel

@@ -17,47 +17,52 @@ namespace {
 
 class TitleBarTest : public MainWindowFixture {
   protected:
-    /// Moves the mouse over the strip, from the free place, with these buttons down.
-    void moveBy(QPoint way, Qt::MouseButtons buttons) {
-        const QPointF place = freePlace() + way;
-        QMouseEvent event(QEvent::MouseMove, place, strip().mapToGlobal(place), Qt::NoButton,
+    /// Sends a mouse move to the title bar, at this offset from the drag point, with these buttons
+    /// down.
+    void moveBy(QPoint offset, Qt::MouseButtons buttons) {
+        const QPointF place = dragPoint() + offset;
+        QMouseEvent event(QEvent::MouseMove, place, titleBar().mapToGlobal(place), Qt::NoButton,
                           buttons, {});
-        QApplication::sendEvent(&strip(), &event);
+        QApplication::sendEvent(&titleBar(), &event);
     }
 
-    /// Moves the pointer. Qt takes no notice where it believes it to be already, which is where the
-    /// last event that a test made has put it: in the middle of a button.
+    /// Moves the pointer near the button's centre. Qt ignores a move to the position that it last
+    /// saw, which is that of the last event that a test sent: a button's centre.
     void pointAt(QWidget& button) {
         QCursor::setPos(window_.mapToGlobal(middleOf(button) + QPoint(3, 0)));
     }
 
-    void press(Qt::MouseButton button) { QTest::mousePress(&strip(), button, {}, freePlace()); }
+    void press(Qt::MouseButton button) { QTest::mousePress(&titleBar(), button, {}, dragPoint()); }
 
-    void release(Qt::MouseButton button) { QTest::mouseRelease(&strip(), button, {}, freePlace()); }
+    void release(Qt::MouseButton button) {
+        QTest::mouseRelease(&titleBar(), button, {}, dragPoint());
+    }
 };
 
-TEST_F(TitleBarTest, carriesTheMenuBarAndTheButtonsAtItsEnds) {
+TEST_F(TitleBarTest, placesTheMenuBarAndTheButtonsAtItsEnds) {
     EXPECT_EQ(closeButton().geometry(), QRect(window_.width() - 36, 0, 36, 28));
     EXPECT_EQ(minimiseButton().geometry(), QRect(window_.width() - 108, 0, 36, 28));
-    EXPECT_EQ(strip().menuBar().height(), 28);
-    EXPECT_LT(strip().menuBar().geometry().right(), 100);
+    EXPECT_EQ(titleBar().menuBar().height(), 28);
+    EXPECT_LT(titleBar().menuBar().geometry().right(), 100);
     EXPECT_EQ(utf8(minimiseButton().accessibleName()), "Minimise");
     EXPECT_EQ(utf8(minimiseButton().toolTip()), "Minimise");
     EXPECT_EQ(utf8(closeButton().accessibleName()), "Close");
     EXPECT_EQ(utf8(closeButton().toolTip()), "Close");
 }
 
-struct Way {
+struct Activation {
     const char* name;
     /// None for the mouse.
     std::optional<Qt::Key> key;
 
-    friend std::ostream& operator<<(std::ostream& out, const Way& row) { return out << row.name; }
+    friend std::ostream& operator<<(std::ostream& out, const Activation& row) {
+        return out << row.name;
+    }
 };
 
-class WindowButtonTest : public TitleBarTest, public ::testing::WithParamInterface<Way> {
+class WindowButtonTest : public TitleBarTest, public ::testing::WithParamInterface<Activation> {
   protected:
-    /// In the way of this row.
+    /// With the mouse or the key of this row.
     void pressButton(QWidget& button) {
         if (!GetParam().key) {
             click(middleOf(button));
@@ -89,13 +94,14 @@ TEST_P(WindowButtonTest, closes) {
     EXPECT_TRUE(test::runUntil([this] { return !window_.isVisible(); }));
 }
 
-INSTANTIATE_TEST_SUITE_P(Ways, WindowButtonTest,
-                         ::testing::Values(Way{"mouse", {}}, Way{"space", Qt::Key_Space},
-                                           Way{"enter", Qt::Key_Return},
-                                           Way{"enterOfTheKeypad", Qt::Key_Enter}),
+INSTANTIATE_TEST_SUITE_P(Activations, WindowButtonTest,
+                         ::testing::Values(Activation{"mouse", {}},
+                                           Activation{"space", Qt::Key_Space},
+                                           Activation{"enter", Qt::Key_Return},
+                                           Activation{"keypadEnter", Qt::Key_Enter}),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(TitleBarTest, restoresAWindowThatFillsTheScreen) {
+TEST_F(TitleBarTest, restoresAFullScreenWindow) {
     window_.showFullScreen();
     ASSERT_TRUE(test::runUntil([this] { return window_.width() > 1200; }));
     EXPECT_EQ(utf8(maximiseButton().accessibleName()), "Restore");
@@ -104,8 +110,8 @@ TEST_F(TitleBarTest, restoresAWindowThatFillsTheScreen) {
     EXPECT_FALSE(window_.isFullScreen());
 }
 
-TEST_F(TitleBarTest, maximisesAndRestoresByADoubleClickOnItsFreeArea) {
-    doubleClick(freePlace());
+TEST_F(TitleBarTest, maximisesAndRestoresOnADoubleClickInItsDragArea) {
+    doubleClick(dragPoint());
     EXPECT_TRUE(waitForMaximised(true));
     // Over the sidebar as well.
     doubleClick({250, 14});
@@ -113,33 +119,33 @@ TEST_F(TitleBarTest, maximisesAndRestoresByADoubleClickOnItsFreeArea) {
     EXPECT_EQ(window_.moves, 0);
 }
 
-TEST_F(TitleBarTest, maximisesNothingByADoubleClickOnTheMenuBarOrAButton) {
+TEST_F(TitleBarTest, ignoresADoubleClickOnTheMenuBarOrAButton) {
     int openings = 0;
     QObject::connect(menu_, &QMenu::aboutToShow, [&openings] { ++openings; });
     int requests = 0;
-    QObject::connect(&strip(), &TitleBar::maximiseRequested, [&requests] { ++requests; });
-    doubleClick(middleOf(strip().menuBar()));
+    QObject::connect(&titleBar(), &TitleBar::maximiseRequested, [&requests] { ++requests; });
+    doubleClick(middleOf(titleBar().menuBar()));
     EXPECT_EQ(openings, 1);
     menu_->close();
     settle();
-    QObject::disconnect(&strip(), &TitleBar::minimiseRequested, nullptr, nullptr);
+    QObject::disconnect(&titleBar(), &TitleBar::minimiseRequested, nullptr, nullptr);
     doubleClick(middleOf(minimiseButton()));
     EXPECT_EQ(requests, 0);
-    // The double click of any other button means nothing.
-    QTest::mouseDClick(&strip(), Qt::RightButton, {}, freePlace());
+    // A double click with another mouse button is ignored.
+    QTest::mouseDClick(&titleBar(), Qt::RightButton, {}, dragPoint());
     EXPECT_EQ(requests, 0);
-    // Which holds the button down until then, for the tests after this one too.
+    // mouseDClick keeps the button pressed, for the tests after this one too.
     release(Qt::RightButton);
 }
 
-TEST_F(TitleBarTest, movesTheWindowOnceTheMouseHasGoneTheDragDistance) {
+TEST_F(TitleBarTest, movesTheWindowFromTheDragDistanceOn) {
     const int distance = QApplication::startDragDistance();
     press(Qt::LeftButton);
     moveBy({distance - 1, 0}, Qt::LeftButton);
     EXPECT_EQ(window_.moves, 0);
     moveBy({distance, 0}, Qt::LeftButton);
     EXPECT_EQ(window_.moves, 1);
-    // The window system has it now.
+    // The window system has taken over.
     moveBy({distance + 20, 0}, Qt::LeftButton);
     EXPECT_EQ(window_.moves, 1);
 }
@@ -156,7 +162,7 @@ TEST_F(TitleBarTest, movesNothingWithoutTheLeftButton) {
     EXPECT_EQ(window_.moves, 0);
 }
 
-TEST_F(TitleBarTest, leavesNoHighlightOnAButtonThatTheWindowTookFromUnderTheMouse) {
+TEST_F(TitleBarTest, clearsTheHoverOfAButtonThatMovedFromUnderTheMouse) {
     const QPoint before = QCursor::pos();
     pointAt(maximiseButton());
     EXPECT_TRUE(test::runUntil([this] { return maximiseButton().underMouse(); }));
@@ -168,7 +174,7 @@ TEST_F(TitleBarTest, leavesNoHighlightOnAButtonThatTheWindowTookFromUnderTheMous
     QCursor::setPos(before);
 }
 
-TEST_F(TitleBarTest, keepsTheHighlightOfAButtonThatStaysUnderTheMouse) {
+TEST_F(TitleBarTest, keepsTheHoverOfAButtonThatStaysUnderTheMouse) {
     const QPoint before = QCursor::pos();
     pointAt(minimiseButton());
     EXPECT_TRUE(test::runUntil([this] { return minimiseButton().underMouse(); }));
@@ -180,10 +186,10 @@ TEST_F(TitleBarTest, keepsTheHighlightOfAButtonThatStaysUnderTheMouse) {
 }
 
 TEST_F(TitleBarTest, showsTheCloseButtonInRedUnderTheMouse) {
-    const auto ground = [this] { return closeButton().grab().toImage().pixelColor(7, 14); };
-    EXPECT_EQ(ground(), window_.palette().color(QPalette::Window));
+    const auto background = [this] { return closeButton().grab().toImage().pixelColor(7, 14); };
+    EXPECT_EQ(background(), window_.palette().color(QPalette::Window));
     closeButton().setAttribute(Qt::WA_UnderMouse);
-    EXPECT_EQ(ground(), ThemeColor(ThemeColor::Name::red).color(window_.palette()));
+    EXPECT_EQ(background(), ThemeColor(ThemeColor::Name::red).color(window_.palette()));
     EXPECT_GT(closeButton().grab().toImage().pixelColor(18, 14).green(), 230);
 }
 

@@ -12,7 +12,8 @@
 namespace kestrel {
 namespace {
 
-/// The program's translations are into Esperanto and Yiddish here, Qt's into Esperanto.
+/// With the program's translations into Esperanto and Yiddish, and Qt's into Esperanto and Tok
+/// Pisin.
 class TranslationTest : public ::testing::Test {
   public:
     TranslationTest(const TranslationTest&) = delete;
@@ -22,75 +23,75 @@ class TranslationTest : public ::testing::Test {
     TranslationTest() = default;
 
     ~TranslationTest() override {
-        QLocale::setDefault(usualLocale_);
+        QLocale::setDefault(previousLocale_);
         QApplication::setLayoutDirection(Qt::LeftToRight);
     }
 
-    /// The program's word for "Cancel" and Qt's.
-    static std::string words() {
+    /// The program's translation of "Cancel", and Qt's.
+    static std::string cancelTexts() {
         return utf8(QueueView::tr("Cancel")) + " " +
                utf8(QCoreApplication::translate("QPlatformTheme", "Cancel"));
     }
 
-    static std::string wordsIn(const QStringList& languages) {
+    static std::string cancelTextsIn(const QStringList& languages) {
         const Translation translation(languages, QStringLiteral(":/translations"));
-        return words();
+        return cancelTexts();
     }
 
-    const QLocale usualLocale_;
+    const QLocale previousLocale_;
 };
 
-TEST_F(TranslationTest, speaksEnglishWithoutATranslation) {
-    EXPECT_EQ(wordsIn({}), "Cancel Cancel");
-    EXPECT_EQ(wordsIn({QStringLiteral("C")}), "Cancel Cancel");
-    EXPECT_EQ(wordsIn({QStringLiteral("zu-ZA"), QStringLiteral("zu")}), "Cancel Cancel");
+TEST_F(TranslationTest, staysEnglishWithoutATranslation) {
+    EXPECT_EQ(cancelTextsIn({}), "Cancel Cancel");
+    EXPECT_EQ(cancelTextsIn({QStringLiteral("C")}), "Cancel Cancel");
+    EXPECT_EQ(cancelTextsIn({QStringLiteral("zu-ZA"), QStringLiteral("zu")}), "Cancel Cancel");
 }
 
-TEST_F(TranslationTest, takesQtsTextsAlong) {
-    EXPECT_EQ(wordsIn({QStringLiteral("eo")}), "Nuligi Rezigni");
+TEST_F(TranslationTest, loadsQtsTranslationToo) {
+    EXPECT_EQ(cancelTextsIn({QStringLiteral("eo")}), "Nuligi Rezigni");
 }
 
-TEST_F(TranslationTest, leavesQtInEnglishWithoutATextOfItsOwn) {
+TEST_F(TranslationTest, leavesQtInEnglishWithoutATranslationOfItsOwn) {
     // There is a translation of Qt, but none of the program.
-    EXPECT_EQ(wordsIn({QStringLiteral("tpi")}), "Cancel Cancel");
+    EXPECT_EQ(cancelTextsIn({QStringLiteral("tpi")}), "Cancel Cancel");
 }
 
-TEST_F(TranslationTest, takesQtsTextsInNoOtherLanguage) {
-    EXPECT_EQ(wordsIn({QStringLiteral("yi"), QStringLiteral("eo")}), "אָפּזאָגן Cancel");
+TEST_F(TranslationTest, loadsQtsTranslationInNoOtherLanguage) {
+    EXPECT_EQ(cancelTextsIn({QStringLiteral("yi"), QStringLiteral("eo")}), "אָפּזאָגן Cancel");
 }
 
-TEST_F(TranslationTest, takesTheLanguageOfACountryForThatCountry) {
-    EXPECT_EQ(wordsIn({QStringLiteral("eo-001")}), "Nuligi Rezigni");
+TEST_F(TranslationTest, usesTheLanguageForItsTerritories) {
+    EXPECT_EQ(cancelTextsIn({QStringLiteral("eo-001")}), "Nuligi Rezigni");
 }
 
-TEST_F(TranslationTest, takesTheFirstLanguageThatThereIs) {
-    EXPECT_EQ(wordsIn({QStringLiteral("zu"), QStringLiteral("eo"), QStringLiteral("yi")}),
+TEST_F(TranslationTest, usesTheFirstAvailableLanguage) {
+    EXPECT_EQ(cancelTextsIn({QStringLiteral("zu"), QStringLiteral("eo"), QStringLiteral("yi")}),
               "Nuligi Rezigni");
 }
 
-TEST_F(TranslationTest, keepsToEnglishForThoseWhoPreferIt) {
-    EXPECT_EQ(wordsIn({QStringLiteral("en-GB"), QStringLiteral("eo")}), "Cancel Cancel");
+TEST_F(TranslationTest, stopsAtEnglish) {
+    EXPECT_EQ(cancelTextsIn({QStringLiteral("en-GB"), QStringLiteral("eo")}), "Cancel Cancel");
 }
 
-TEST_F(TranslationTest, asksTheSystemForTheLanguage) {
+TEST_F(TranslationTest, usesTheSystemsUiLanguages) {
     QLocale::setDefault(QLocale(QLocale::Esperanto));
     const Translation translation;
     EXPECT_EQ(utf8(QueueView::tr("Cancel")), "Nuligi");
 }
 
-TEST_F(TranslationTest, endsWithItsObject) {
-    EXPECT_EQ(wordsIn({QStringLiteral("eo")}), "Nuligi Rezigni");
-    EXPECT_EQ(words(), "Cancel Cancel");
+TEST_F(TranslationTest, isRemovedOnDestruction) {
+    EXPECT_EQ(cancelTextsIn({QStringLiteral("eo")}), "Nuligi Rezigni");
+    EXPECT_EQ(cancelTexts(), "Cancel Cancel");
 }
 
-TEST_F(TranslationTest, turnsTheWindowToTheDirectionOfItsLanguage) {
-    EXPECT_EQ(wordsIn({QStringLiteral("eo")}), "Nuligi Rezigni");
+TEST_F(TranslationTest, setsTheLayoutDirectionOfItsLanguage) {
+    EXPECT_EQ(cancelTextsIn({QStringLiteral("eo")}), "Nuligi Rezigni");
     EXPECT_TRUE(QApplication::isLeftToRight());
-    EXPECT_EQ(wordsIn({QStringLiteral("yi")}), "אָפּזאָגן Cancel");
+    EXPECT_EQ(cancelTextsIn({QStringLiteral("yi")}), "אָפּזאָגן Cancel");
     EXPECT_TRUE(QApplication::isRightToLeft());
 }
 
-TEST_F(TranslationTest, hasAFormForEachCount) {
+TEST_F(TranslationTest, usesPluralForms) {
     const Translation translation({QStringLiteral("eo")}, {});
     const Scenario scenario;
     QueueView view(scenario.model);

@@ -26,20 +26,20 @@ class BusNameTest : public testing::Test {
     QDBusConnection watcher_ = bus_.connect();
 };
 
-TEST_F(BusNameTest, isOwnedByTheProgramThatClaimsIt) {
+TEST_F(BusNameTest, isOwnedByTheProgramThatRequestsIt) {
     const QDBusConnection program = bus_.connect();
     requestBusName(program, name_);
     EXPECT_TRUE(waitForOwner(program));
 }
 
-TEST_F(BusNameTest, goesToTheNextInLineWhenItsOwnerEnds) {
+TEST_F(BusNameTest, passesToTheQueuedInstanceWhenItsOwnerDisconnects) {
     const QDBusConnection second = bus_.connect();
     {
         const QDBusConnection first = bus_.connect();
         requestBusName(first, name_);
         ASSERT_TRUE(waitForOwner(first));
         requestBusName(second, name_);
-        // Answered after the claim, which came first.
+        // A round trip: the bus has handled the request, which was sent first.
         ASSERT_TRUE(second.interface()->isServiceRegistered(name_).value());
         EXPECT_TRUE(waitForOwner(first));
         QDBusConnection::disconnectFromBus(first.name());
@@ -47,7 +47,7 @@ TEST_F(BusNameTest, goesToTheNextInLineWhenItsOwnerEnds) {
     EXPECT_TRUE(waitForOwner(second));
 }
 
-TEST_F(BusNameTest, isNotMissedWhereThereIsNoBus) {
+TEST_F(BusNameTest, isNotRequestedWithoutABus) {
     requestBusName(disconnectedBus(), name_);
 }
 

@@ -26,7 +26,7 @@ class DesktopFileViewerTest : public testing::Test {
         return runUntil([this] { return !handler_.opened().empty(); });
     }
 
-    /// Lets every message that is on its way arrive.
+    /// Waits until all messages sent so far have arrived.
     void settle() {
         QDBusConnection connection = client_;
         const QDBusMessage ping = QDBusMessage::createMethodCall(
@@ -79,7 +79,7 @@ TEST_F(DesktopFileViewerTest, opensTheContainingFolderWithoutABus) {
     EXPECT_THAT(handler_.opened(), ElementsAre(QUrl(u"file:///"_s)));
 }
 
-TEST_F(DesktopFileViewerTest, leavesNothingWaitingForAnAnswer) {
+TEST_F(DesktopFileViewerTest, leavesNoPendingCallWatcher) {
     manager_.answer = FakeFileManager::Answer::Error;
     viewer_.reveal(FileURL("/music/out"));
     ASSERT_TRUE(waitForOpened());
@@ -89,8 +89,8 @@ TEST_F(DesktopFileViewerTest, leavesNothingWaitingForAnAnswer) {
     EXPECT_THAT(viewer.children(), IsEmpty());
 }
 
-TEST_F(DesktopFileViewerTest, isMadeForTheSessionBus) {
-    // Which is out of reach here.
+TEST_F(DesktopFileViewerTest, usesTheSessionBusByDefault) {
+    // The session bus is unreachable here.
     makeDesktopFileViewer()->reveal(FileURL("/music/out"));
     EXPECT_THAT(handler_.opened(), ElementsAre(QUrl(u"file:///music"_s)));
 }
@@ -98,14 +98,14 @@ TEST_F(DesktopFileViewerTest, isMadeForTheSessionBus) {
 TEST_F(DesktopFileViewerTest, doesNotWaitForTheFileManager) {
     manager_.answer = FakeFileManager::Answer::None;
     viewer_.reveal(FileURL("/music/out"));
-    // The file manager lives in this thread: it cannot have been asked yet.
+    // The fake runs on this thread: it cannot have been called yet.
     EXPECT_THAT(manager_.shown(), IsEmpty());
     ASSERT_TRUE(waitForShown());
     settle();
     EXPECT_THAT(handler_.opened(), IsEmpty());
 }
 
-TEST_F(DesktopFileViewerTest, mayGoBeforeTheFileManagerAnswers) {
+TEST_F(DesktopFileViewerTest, mayBeDestroyedBeforeTheReply) {
     manager_.answer = FakeFileManager::Answer::Error;
     auto viewer = std::make_unique<DesktopFileViewer>([this] { return client_; });
     viewer->reveal(FileURL("/music/out"));

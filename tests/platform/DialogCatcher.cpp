@@ -11,16 +11,16 @@ namespace kestrel::test {
 namespace {
 
 constexpr int intervalMilliseconds = 5;
-constexpr int maximumLooks = 20000 / intervalMilliseconds;
+constexpr int maximumPollCount = 20000 / intervalMilliseconds;
 
 } // namespace
 
 DialogCatcher::DialogCatcher(Action action) : action_(std::move(action)) {
-    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { look(); });
+    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { poll(); });
     timer_.start(intervalMilliseconds);
 }
 
-void DialogCatcher::look() {
+void DialogCatcher::poll() {
     auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
     if (dialog != nullptr && dialog != current_ && dialog->isVisible()) {
         ++count_;
@@ -28,7 +28,7 @@ void DialogCatcher::look() {
         QObject::connect(dialog, &QObject::destroyed, &timer_, [this] { current_ = nullptr; });
         action_(*dialog);
     }
-    if (++looks_ > maximumLooks && current_ != nullptr) {
+    if (++pollCount_ > maximumPollCount && current_ != nullptr) {
         ADD_FAILURE() << "the dialog stays open";
         current_->reject();
     }

@@ -36,7 +36,7 @@ TEST(DroppedItem, hasNoFileUrlWithAnotherScheme) {
     EXPECT_EQ(item.loadFileURL(), std::nullopt);
 }
 
-TEST(DroppedItem, loadsNothingFromAFileUriOfAnotherMachine) {
+TEST(DroppedItem, loadsNothingFromAFileUriWithARemoteHost) {
     const DroppedItem item("file://another.example/a.opus");
     EXPECT_TRUE(item.hasFileURL());
     EXPECT_EQ(item.loadFileURL(), std::nullopt);
@@ -57,14 +57,14 @@ TEST(DroppedItems, areReadWithNulBytesAtTheEnd) {
     EXPECT_THAT(loaded("file:///a\r\0\0"sv), ElementsAre(FileURL("/a")));
 }
 
-TEST(DroppedItems, leaveOutCommentsAndEmptyLines) {
+TEST(DroppedItems, skipCommentsAndEmptyLines) {
     EXPECT_THAT(loaded("# a comment\r\n\r\nfile:///%23a\r\n\n#file:///b\n"),
                 ElementsAre(FileURL("/#a")));
     EXPECT_TRUE(droppedItems("").empty());
     EXPECT_TRUE(droppedItems("\r\n\r\n").empty());
 }
 
-TEST(DroppedItems, includeThoseThatAreNoFiles) {
+TEST(DroppedItems, includeUrisWithOtherSchemes) {
     const std::vector<DroppedItem> items = droppedItems("https://example.org\r\nfile:///a\r\n");
     ASSERT_EQ(items.size(), 2U);
     EXPECT_FALSE(items[0].hasFileURL());

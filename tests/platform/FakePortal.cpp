@@ -101,11 +101,11 @@ void FakePortal::open(const QDBusMessage& message) {
         onOpen(request);
     }
     bus_.send(message.createReply(QVariant::fromValue(QDBusObjectPath(request.path))));
-    awaitTaken(request);
+    awaitDelivery(request);
 }
 
-void FakePortal::awaitTaken(const Request& request) {
-    // Messages from one connection to another stay in order: who answers this has got the reply.
+void FakePortal::awaitDelivery(const Request& request) {
+    // D-Bus keeps messages between two connections in order: who replies to the ping has the reply.
     const QDBusMessage ping = QDBusMessage::createMethodCall(
         request.caller, u"/"_s, u"org.freedesktop.DBus.Peer"_s, u"Ping"_s);
     auto* watcher = new QDBusPendingCallWatcher(bus_.asyncCall(ping), this);

@@ -13,15 +13,15 @@
 
 namespace kestrel::test {
 
-/// A desktop portal with a file chooser that a test answers for. Owns its name on the bus from its
-/// making to its end.
+/// A fake desktop portal with a file chooser that the test responds for. Owns its bus name from
+/// construction until `vanish` or destruction.
 class FakePortal final : public QDBusVirtualObject {
     Q_OBJECT
 
   public:
     struct Request {
         QString caller;
-        /// Where the response is expected.
+        /// The object path of the Request.
         QString path;
         QString parentWindow;
         QString title;
@@ -35,13 +35,13 @@ class FakePortal final : public QDBusVirtualObject {
 
     /// None for a portal without a file chooser.
     std::optional<uint> version = 4;
-    /// Whether the call of the panel is answered by an error.
+    /// Whether OpenFile succeeds; otherwise the reply is an error.
     bool canOpen = true;
-    /// Called before the panel's call is answered.
+    /// Called before the reply to OpenFile is sent.
     std::function<void(const Request&)> onOpen;
-    /// Called when the caller has taken the answer.
+    /// Called when the caller has received the reply.
     std::function<void(const Request&)> onOpened;
-    /// Where requests are instead of at the path that their token asks for, as in old portals.
+    /// If not empty, replaces the request path that the token asks for, as in old portals.
     QString otherRequestPath;
 
     const std::vector<Request>& requests() const { return requests_; }
@@ -50,7 +50,7 @@ class FakePortal final : public QDBusVirtualObject {
 
     void respond(const Request& request, uint response, const QStringList& uris = {});
 
-    /// Gives up the name, as a portal does that crashes.
+    /// Releases the bus name, as a portal does that crashes.
     void vanish();
 
     QString introspect(const QString& path) const override;
@@ -59,7 +59,7 @@ class FakePortal final : public QDBusVirtualObject {
   private:
     void answerVersion(const QDBusMessage& message);
     void open(const QDBusMessage& message);
-    void awaitTaken(const Request& request);
+    void awaitDelivery(const Request& request);
 
     QDBusConnection bus_;
     std::vector<Request> requests_;

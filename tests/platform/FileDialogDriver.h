@@ -11,25 +11,25 @@ class QToolButton;
 
 namespace kestrel::test {
 
-/// Uses an open file dialog of Qt the way a user does.
+/// Drives an open QFileDialog with user input.
 class FileDialogDriver {
   public:
     explicit FileDialogDriver(QFileDialog& dialog) : dialog_(dialog) {}
 
-    /// The names in the list, sorted, once the expected number is there.
+    /// Waits for the expected number of entries and returns their names, sorted.
     QStringList names(int expectedCount) const;
 
     void click(const QString& name, Qt::KeyboardModifiers modifiers = {}) const;
     void doubleClick(const QString& name) const;
     void pressKey(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const;
 
-    /// Presses the tabulator until the widget has the keyboard focus.
+    /// Presses Tab until the widget has the keyboard focus.
     void tabTo(const QWidget* widget) const;
 
     /// Clicks the confirm button.
     void confirm() const;
 
-    /// Closes it by its window.
+    /// Closes the window.
     void close() const { dialog_.close(); }
 
     QPushButton* confirmButton() const;
@@ -39,7 +39,7 @@ class FileDialogDriver {
     QAbstractItemView* view() const;
 
   private:
-    /// Waits until the list has the name.
+    /// Waits until the view lists the name.
     QModelIndex item(const QString& name) const;
 
     QFileDialog& dialog_;

@@ -9,7 +9,7 @@
 
 namespace kestrel::test {
 
-/// One thing that a user does in an open file dialog, for the rows of a table.
+/// One user action in an open file dialog, for parameterised tests.
 using FileDialogStep = std::function<void(const FileDialogDriver& driver)>;
 
 inline FileDialogStep click(const char* name, Qt::KeyboardModifiers modifiers = {}) {
@@ -25,7 +25,7 @@ inline FileDialogStep press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
     return [=](const FileDialogDriver& driver) { driver.pressKey(key, modifiers); };
 }
 
-/// Waits until the list has so many names.
+/// Waits until the view lists this many names.
 inline FileDialogStep awaitNames(int count) {
     return [=](const FileDialogDriver& driver) { driver.names(count); };
 }

@@ -1,5 +1,5 @@
-// Sorts the names on standard input, one a line, and prints them below the name of the locale that
-// the process was started in. Fails where that locale does not exist.
+// Sorts the names on stdin, one per line, and prints them below the name of the process's locale.
+// Exits with status 1 if that locale does not exist.
 
 #include "FileNameOrder.h"
 

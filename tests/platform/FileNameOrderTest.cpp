@@ -31,7 +31,7 @@ std::vector<FileURL> urlsOf(const Names& paths) {
     return urls;
 }
 
-/// Names in the order that they are sorted into.
+/// Returns the names, sorted.
 Names sorted(const Names& names) {
     std::vector<FileURL> urls = urlsOf(names);
     sortByFileName(urls);
@@ -42,18 +42,18 @@ Names sorted(const Names& names) {
 }
 
 /// Names that the collations of different languages order differently.
-const Names contestedNames = {"ı.opus",  "I.opus", "i.opus", "İ.opus", "h.opus", "j.opus",
-                              "ä.opus",  "z.opus", "a.opus", "ö.opus", "o.opus", "p.opus",
-                              "ç.opus",  "c.opus", "d.opus", "10",     "2",      "_x",
-                              "caf\xE9", "Š",      "s",      "t"};
+const Names localeSensitiveNames = {"ı.opus",  "I.opus", "i.opus", "İ.opus", "h.opus", "j.opus",
+                                    "ä.opus",  "z.opus", "a.opus", "ö.opus", "o.opus", "p.opus",
+                                    "ç.opus",  "c.opus", "d.opus", "10",     "2",      "_x",
+                                    "caf\xE9", "Š",      "s",      "t"};
 
-struct HelperAnswer {
+struct HelperOutput {
     QByteArray locale;
     QList<QByteArray> names;
 };
 
-/// What another process, started in the locale, sorts the names into.
-HelperAnswer sortedUnderLocale(const QString& locale, const Names& names) {
+/// Sorts the names in a child process that runs in the locale.
+HelperOutput sortedUnderLocale(const QString& locale, const Names& names) {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.remove(QStringLiteral("LANGUAGE"));
     environment.insert(QStringLiteral("LC_ALL"), locale);
@@ -84,10 +84,10 @@ TEST(FileNameOrder, comparesRunsOfDigitsByTheirValue) {
                 ElementsAre("99999999999999999999999", "100000000000000000000000"));
 }
 
-TEST(FileNameOrder, passesOverLeadingZeros) {
+TEST(FileNameOrder, ignoresLeadingZeros) {
     EXPECT_THAT(sorted({"003.opus", "0010.opus", "02.opus", "1.opus"}),
                 ElementsAre("1.opus", "02.opus", "003.opus", "0010.opus"));
-    // Equal, so they stay as they were.
+    // Equal, so they keep their order.
     EXPECT_THAT(sorted({"07", "7", "007"}), ElementsAre("07", "7", "007"));
     EXPECT_THAT(sorted({"7", "007", "07"}), ElementsAre("7", "007", "07"));
 }
@@ -98,23 +98,23 @@ TEST(FileNameOrder, ignoresCase) {
     EXPECT_THAT(sorted({"track", "Track", "TRACK"}), ElementsAre("track", "Track", "TRACK"));
 }
 
-TEST(FileNameOrder, setsAccentsAfterTheBareLetter) {
+TEST(FileNameOrder, sortsAccentedLettersAfterTheBaseLetter) {
     EXPECT_THAT(sorted({"z", "ä", "b", "a", "Ä"}), ElementsAre("a", "ä", "Ä", "b", "z"));
 }
 
-TEST(FileNameOrder, looksAtTheLastComponentOnly) {
+TEST(FileNameOrder, comparesOnlyTheLastComponent) {
     std::vector<FileURL> urls = urlsOf({"/a/z.opus", "/z/a.opus", "/m/m.opus"});
     sortByFileName(urls);
     EXPECT_EQ(urls, urlsOf({"/z/a.opus", "/m/m.opus", "/a/z.opus"}));
 }
 
-TEST(FileNameOrder, keepsEqualNamesInTheirOrder) {
+TEST(FileNameOrder, isStable) {
     std::vector<FileURL> urls = urlsOf({"/c/x", "/d/w", "/a/X", "/b/x", "/a/x"});
     sortByFileName(urls);
     EXPECT_EQ(urls, urlsOf({"/d/w", "/c/x", "/a/X", "/b/x", "/a/x"}));
 }
 
-TEST(FileNameOrder, ordersAListedTree) {
+TEST(FileNameOrder, sortsAListedTree) {
     const TemporaryFolder temp;
     for (const char* name : {"b.opus", "A.ogg", ".hidden.opus", "sub/10.opus", "sub/2.oga"}) {
         temp.write(name);
@@ -134,9 +134,9 @@ TEST(FileNameOrder, keepsNamesThatAreNotUtf8) {
               std::find(result.begin(), result.end(), "b"));
 }
 
-TEST(FileNameOrder, isAWeakOrder) {
-    // Every three names sort the way that all of them together do.
-    Names all = sorted(contestedNames);
+TEST(FileNameOrder, isAStrictWeakOrder) {
+    // Any three names sort as they do within the whole list.
+    Names all = sorted(localeSensitiveNames);
     std::erase(all, "I.opus"); // equal to another one
     for (std::size_t i = 0; i < all.size(); ++i) {
         for (std::size_t j = i + 1; j < all.size(); ++j) {
@@ -147,7 +147,7 @@ TEST(FileNameOrder, isAWeakOrder) {
     }
 }
 
-TEST(FileNameOrder, sortsNothing) {
+TEST(FileNameOrder, acceptsAnEmptyList) {
     std::vector<FileURL> urls;
     sortByFileName(urls);
     EXPECT_TRUE(urls.empty());
@@ -155,15 +155,16 @@ TEST(FileNameOrder, sortsNothing) {
 
 class FileNameOrderUnderLocaleTest : public testing::TestWithParam<const char*> {};
 
-TEST_P(FileNameOrderUnderLocaleTest, isTheSame) {
-    const HelperAnswer answer = sortedUnderLocale(QString::fromLatin1(GetParam()), contestedNames);
-    // The locale was really in force over there.
-    EXPECT_EQ(answer.locale, QByteArray(GetParam()).split('.').first());
+TEST_P(FileNameOrderUnderLocaleTest, doesNotDependOnTheLocale) {
+    const HelperOutput output =
+        sortedUnderLocale(QString::fromLatin1(GetParam()), localeSensitiveNames);
+    // The locale was in effect in the child process.
+    EXPECT_EQ(output.locale, QByteArray(GetParam()).split('.').first());
     QList<QByteArray> expected;
-    for (const std::string& name : sorted(contestedNames)) {
+    for (const std::string& name : sorted(localeSensitiveNames)) {
         expected.append(QByteArray::fromStdString(name));
     }
-    EXPECT_EQ(answer.names, expected);
+    EXPECT_EQ(output.names, expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(Locales, FileNameOrderUnderLocaleTest,

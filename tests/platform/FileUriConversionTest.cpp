@@ -20,7 +20,7 @@ TEST(FileUriConversion, encodesAllButUnreservedCharactersAndSlashes) {
     EXPECT_EQ(uriFromFileUrl(FileURL("/caf\xC3\xA9/\xFF")), "file:///caf%C3%A9/%FF");
 }
 
-TEST(FileUriConversion, leadsBackToEveryByte) {
+TEST(FileUriConversion, roundTripsEveryByte) {
     std::string path = "/";
     for (int byte = 1; byte < 256; ++byte) {
         path += static_cast<char>(byte);
@@ -42,7 +42,7 @@ TEST(FileUriConversion, decodesEveryEncodedByte) {
     }
 }
 
-TEST(FileUriConversion, takesTheSchemeInEitherCase) {
+TEST(FileUriConversion, acceptsTheSchemeCaseInsensitively) {
     EXPECT_EQ(fileUrlFromUri("FILE:///a"), FileURL("/a"));
     EXPECT_EQ(fileUrlFromUri("File:/a/b"), FileURL("/a/b"));
     EXPECT_TRUE(hasFileScheme("fIlE:x"));
@@ -51,7 +51,7 @@ TEST(FileUriConversion, takesTheSchemeInEitherCase) {
     EXPECT_FALSE(hasFileScheme(""));
 }
 
-TEST(FileUriConversion, takesThisMachinesHostNamesOnly) {
+TEST(FileUriConversion, acceptsOnlyTheLocalHost) {
     std::array<char, 256> host{};
     ASSERT_EQ(::gethostname(host.data(), host.size() - 1), 0);
     EXPECT_EQ(fileUrlFromUri("file://localhost/a"), FileURL("/a"));
@@ -61,21 +61,21 @@ TEST(FileUriConversion, takesThisMachinesHostNamesOnly) {
     EXPECT_EQ(fileUrlFromUri(std::string("file://") + host.data() + "x/a"), none);
 }
 
-TEST(FileUriConversion, namesNoLocationWithoutAnAbsolutePath) {
+TEST(FileUriConversion, rejectsUrisWithoutAnAbsolutePath) {
     for (const char* uri : {"", "file:", "file:a", "file:a/b", "file://", "file://localhost",
                             "file:%2Fa", "http://localhost/a", "/a", "://a", "mailto:/a"}) {
         EXPECT_EQ(fileUrlFromUri(uri), none) << uri;
     }
 }
 
-TEST(FileUriConversion, namesNoLocationWithANulByte) {
+TEST(FileUriConversion, rejectsNulBytes) {
     using namespace std::string_view_literals;
     EXPECT_EQ(fileUrlFromUri("file:///a%00b"), none);
     EXPECT_EQ(fileUrlFromUri("file:///a%00"), none);
     EXPECT_EQ(fileUrlFromUri("file:///a\0b"sv), none);
 }
 
-TEST(FileUriConversion, takesWhatIsNotEncodedAsItStands) {
+TEST(FileUriConversion, keepsUnencodedBytes) {
     EXPECT_EQ(fileUrlFromUri("file:///50%"), FileURL("/50%"));
     EXPECT_EQ(fileUrlFromUri("file:///50%2"), FileURL("/50%2"));
     EXPECT_EQ(fileUrlFromUri("file:///50%zz%-1%+1% 1"), FileURL("/50%zz%-1%+1% 1"));

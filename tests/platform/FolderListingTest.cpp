@@ -28,7 +28,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// The paths of a listing, as they go on from the folder that was listed.
+/// The listed paths, relative to the folder.
 std::vector<std::string> listedPaths(const FileURL& folder) {
     std::vector<std::string> result;
     for (const FileURL& url : listFolder(folder)) {
@@ -38,8 +38,8 @@ std::vector<std::string> listedPaths(const FileURL& folder) {
     return result;
 }
 
-/// Makes a chain of folders of this name, one in the other, however long the path becomes.
-void addChain(const FileURL& folder, const std::string& name, int depth) {
+/// Creates `depth` folders of this name, each inside the last, however long the path becomes.
+void addNestedFolders(const FileURL& folder, const std::string& name, int depth) {
     int parent = ::open(folder.path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     for (int level = 0; level < depth; ++level) {
         ASSERT_EQ(::mkdirat(parent, name.c_str(), 0755), 0);
@@ -51,7 +51,7 @@ void addChain(const FileURL& folder, const std::string& name, int depth) {
     ::close(parent);
 }
 
-TEST(FolderListing, listsEveryDepthInTheOrderOfBytes) {
+TEST(FolderListing, listsAllLevelsInByteOrder) {
     const TemporaryFolder temp;
     for (const char* name :
          {"b.opus", "B.opus", "a/z.opus", "a/b/deep.ogg", "a/b.oga", "\xC3\xA4"}) {
@@ -63,16 +63,16 @@ TEST(FolderListing, listsEveryDepthInTheOrderOfBytes) {
                             "empty", "\xC3\xA4"));
 }
 
-TEST(FolderListing, putsAFoldersContentsRightAfterTheFolder) {
+TEST(FolderListing, isDepthFirst) {
     const TemporaryFolder temp;
-    // "a b" and "a.opus" sort before "a/" where whole paths are compared.
+    // In byte order of whole paths, "a b" and "a.opus" would come before "a/1".
     for (const char* name : {"a/1", "a b/1", "a.opus"}) {
         temp.write(name);
     }
     EXPECT_THAT(listedPaths(temp.url()), ElementsAre("a", "a/1", "a b", "a b/1", "a.opus"));
 }
 
-TEST(FolderListing, leavesOutHiddenEntriesWithAllTheyHold) {
+TEST(FolderListing, skipsHiddenEntriesWithTheirContents) {
     const TemporaryFolder temp;
     for (const char* name : {".hidden.opus", ".folder/inside.opus", "seen/.hidden.opus", "seen/..x",
                              "seen/track.opus"}) {
@@ -81,7 +81,7 @@ TEST(FolderListing, leavesOutHiddenEntriesWithAllTheyHold) {
     EXPECT_THAT(listedPaths(temp.url()), ElementsAre("seen", "seen/track.opus"));
 }
 
-TEST(FolderListing, listsAHiddenFolderThatItIsGiven) {
+TEST(FolderListing, listsTheGivenFolderIfItIsHidden) {
     const TemporaryFolder temp;
     temp.write(".folder/track.opus");
     EXPECT_THAT(listedPaths(temp.file(".folder")), ElementsAre("track.opus"));
@@ -97,13 +97,13 @@ TEST(FolderListing, listsPackagesWithoutEnteringThem) {
                 ElementsAre("Player.app", "Song.LogicX", "app", "app/c.opus", "file.app"));
 }
 
-TEST(FolderListing, listsAPackageThatItIsGiven) {
+TEST(FolderListing, listsTheGivenFolderIfItIsAPackage) {
     const TemporaryFolder temp;
     temp.write("Player.app/a.opus");
     EXPECT_THAT(listedPaths(temp.file("Player.app")), ElementsAre("a.opus"));
 }
 
-TEST(FolderListing, entersFoldersThatAreNamedLikeTracks) {
+TEST(FolderListing, entersFoldersWithAnAudioExtension) {
     const TemporaryFolder temp;
     temp.write("x.ogg/y.opus");
     EXPECT_THAT(listedPaths(temp.url()), ElementsAre("x.ogg", "x.ogg/y.opus"));
@@ -122,14 +122,14 @@ TEST(FolderListing, listsLinksWithoutFollowingThem) {
                                                      "folder/up", "loop", "outside"));
 }
 
-TEST(FolderListing, followsTheGivenFolderWhereItIsALink) {
+TEST(FolderListing, followsTheGivenFolderIfItIsALink) {
     const TemporaryFolder temp;
     temp.write("folder/track.opus");
     temp.makeLink("link", "folder");
     EXPECT_THAT(listedPaths(temp.file("link")), ElementsAre("track.opus"));
 }
 
-TEST(FolderListing, isEmptyForWhatIsNoFolder) {
+TEST(FolderListing, isEmptyForNonFolders) {
     const TemporaryFolder temp;
     temp.makeLink("loop", "loop");
     EXPECT_THAT(listFolder(temp.file("missing")), IsEmpty());
@@ -150,13 +150,13 @@ TEST(FolderListing, keepsTheBytesOfNames) {
                             "line\nend.opus", "tab\t:;&*"));
 }
 
-TEST(FolderListing, listsPipesWithoutOpeningThem) {
+TEST(FolderListing, listsFifosWithoutOpeningThem) {
     const TemporaryFolder temp;
     ASSERT_EQ(::mkfifo(temp.file("pipe.opus").path().c_str(), 0644), 0);
     EXPECT_THAT(listedPaths(temp.url()), ElementsAre("pipe.opus"));
 }
 
-TEST(FolderListing, opensNothingButFolders) {
+TEST(FolderListing, opensOnlyFolders) {
     const TemporaryFolder temp;
     temp.write("folder/track.opus");
     ASSERT_EQ(::mkfifo(temp.file("pipe").path().c_str(), 0644), 0);
@@ -179,11 +179,11 @@ TEST(FolderListing, opensNothingButFolders) {
     }
 }
 
-TEST(FolderListing, givesPathsBelowTheRootOneSlash) {
+TEST(FolderListing, startsPathsBelowTheRootWithOneSlash) {
     const TemporaryFolder temp;
     temp.write("a/track.opus");
     const int status = runInChild([&] {
-        // The root is another one for a child that may say so.
+        // chroot requires root or a user namespace.
         if ((::geteuid() != 0 && ::unshare(CLONE_NEWUSER) != 0) ||
             ::chroot(temp.url().path().c_str()) != 0) {
             return 2;
@@ -194,7 +194,7 @@ TEST(FolderListing, givesPathsBelowTheRootOneSlash) {
     EXPECT_EQ(status, 0);
 }
 
-TEST(FolderListing, takesADescriptorThatIsAStandardStreamsElsewhere) {
+TEST(FolderListing, worksWithStdinClosed) {
     const TemporaryFolder temp;
     temp.write("a/track.opus");
     const int status = runInChild([&] {
@@ -204,12 +204,12 @@ TEST(FolderListing, takesADescriptorThatIsAStandardStreamsElsewhere) {
     EXPECT_EQ(status, 0);
 }
 
-TEST(FolderListing, goesOnAfterASubfolderThatMayNotBeRead) {
+TEST(FolderListing, continuesAfterAnUnreadableSubfolder) {
     const TemporaryFolder temp;
     temp.write("a/secret.opus");
     temp.write("b/track.opus");
     std::filesystem::permissions(temp.file("a").path(), std::filesystem::perms::none);
-    // The superuser may read anything, so the listing is made by a user who is not.
+    // Root may read anything, so the child drops its privileges.
     const int status = runInChild([&] {
         if (!dropPrivileges() || ::access(temp.file("a").path().c_str(), R_OK) == 0) {
             return 2;
@@ -223,22 +223,22 @@ TEST(FolderListing, goesOnAfterASubfolderThatMayNotBeRead) {
     EXPECT_EQ(status, 0);
 }
 
-TEST(FolderListing, goesOnAfterAPathThatIsTooLongToOpen) {
+TEST(FolderListing, continuesAfterAPathThatIsTooLongToOpen) {
     const TemporaryFolder temp;
     const std::string longName(250, 'a');
-    addChain(temp.url(), longName, 20);
+    addNestedFolders(temp.url(), longName, 20);
     temp.write("b.opus");
     const std::vector<FileURL> urls = listFolder(temp.url());
     ASSERT_FALSE(urls.empty());
     EXPECT_EQ(urls.back(), temp.file("b.opus"));
-    // The last folder of the chain that can be opened gives one more entry, which cannot.
+    // The deepest folder that can be opened lists one more, which cannot.
     const std::size_t openable = (PATH_MAX - 1 - temp.url().path().size()) / (longName.size() + 1);
     EXPECT_EQ(urls.size(), openable + 1 + 1);
 }
 
 TEST(FolderListing, holdsNoDescriptorForEachLevelOfDepth) {
     const TemporaryFolder temp;
-    addChain(temp.url(), "d", 300);
+    addNestedFolders(temp.url(), "d", 300);
     const int status = runInChild([&] {
         const auto limit = static_cast<rlim_t>(ProcessCounts::now().descriptors + 2);
         const rlimit limits = {limit, limit};
@@ -253,7 +253,7 @@ TEST(FolderListing, leavesNoDescriptorOpen) {
     for (int i = 0; i < 50; ++i) {
         temp.write("folder " + std::to_string(i) + "/track.opus");
     }
-    addChain(temp.url(), std::string(250, 'a'), 20);
+    addNestedFolders(temp.url(), std::string(250, 'a'), 20);
     const std::size_t before = ProcessCounts::now().descriptors;
     EXPECT_GT(listFolder(temp.url()).size(), 100U);
     EXPECT_TRUE(listFolder(temp.file("missing")).empty());
@@ -270,7 +270,7 @@ TEST(FolderListing, listsAFolderOfManyFiles) {
     EXPECT_TRUE(std::is_sorted(paths.begin(), paths.end()));
 }
 
-TEST(PackageName, goesByTheExtensionInEitherCase) {
+TEST(PackageName, isRecognisedByItsExtensionCaseInsensitively) {
     for (const char* name : {"a.app", "A.APP", "b.bundle", "c.d.framework", "My Song.band",
                              "Photos Library.photoslibrary", "x.Rtfd", "y.xpc", "z.mpkg"}) {
         EXPECT_TRUE(isPackageName(name)) << name;

@@ -8,7 +8,7 @@ int main(int argc, char** argv) {
         // No display is needed to list the tests.
         return RUN_ALL_TESTS();
     }
-    // The buses of the tests are their own; the user's session bus is out of reach.
+    // The tests start private buses; the user's session bus is made unreachable.
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/dev/null/no-bus");
     const QApplication application(argc, argv);
     return RUN_ALL_TESTS();

@@ -17,7 +17,7 @@ namespace {
 using namespace Qt::StringLiterals;
 using Pattern = PortalFilter::Pattern;
 
-/// Two filters of two patterns each, as they come out at the other end of a bus.
+/// Two filters with two patterns each, as received over D-Bus.
 class PortalFilterTest : public testing::Test {
   protected:
     PortalFilterTest() {
@@ -30,7 +30,7 @@ class PortalFilterTest : public testing::Test {
         message << QString() << QString()
                 << QVariantMap{{u"handle_token"_s, u"test"_s},
                                {u"filters"_s, QVariant::fromValue(filters)}};
-        // Nobody waits for the answer.
+        // The reply is ignored.
         client_.send(message);
         EXPECT_TRUE(runUntil([this] { return !portal_.requests().empty(); }));
         received_ = portal_.requests().at(0).options.value(u"filters"_s);
@@ -47,7 +47,7 @@ void expectPattern(const Pattern& pattern, unsigned kind, const QString& text) {
     EXPECT_EQ(pattern.text, text);
 }
 
-TEST_F(PortalFilterTest, keepsEveryPartOnItsWayOverABus) {
+TEST_F(PortalFilterTest, roundTripsOverDBus) {
     const auto filters = qdbus_cast<QList<PortalFilter>>(received_);
     ASSERT_EQ(filters.size(), 2);
     EXPECT_EQ(filters[0].name, u"first"_s);
@@ -60,7 +60,7 @@ TEST_F(PortalFilterTest, keepsEveryPartOnItsWayOverABus) {
     expectPattern(filters[1].patterns[1], 0, u"*.d"_s);
 }
 
-TEST_F(PortalFilterTest, isReadOneAfterTheOther) {
+TEST_F(PortalFilterTest, isReadElementByElement) {
     const auto argument = received_.value<QDBusArgument>();
     PortalFilter first;
     PortalFilter second;
@@ -71,7 +71,7 @@ TEST_F(PortalFilterTest, isReadOneAfterTheOther) {
     EXPECT_EQ(second.name, u"second"_s);
 }
 
-TEST_F(PortalFilterTest, hasPatternsThatAreReadOneAfterTheOther) {
+TEST_F(PortalFilterTest, hasPatternsReadElementByElement) {
     const auto argument = received_.value<QDBusArgument>();
     QString name;
     Pattern first;

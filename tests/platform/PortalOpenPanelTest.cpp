@@ -47,7 +47,7 @@ OpenPanel::Options folderOptions() {
 
 class PortalOpenPanelTest : public testing::Test {
   protected:
-    /// What the panel returns when the portal responds so.
+    /// Runs the panel, with this response of the portal, and returns its result.
     Chosen runAndRespond(uint response, const QStringList& uris = {}) {
         portal_.onOpened = [this, response, uris](const FakePortal::Request& request) {
             portal_.respond(request, response, uris);
@@ -55,7 +55,7 @@ class PortalOpenPanelTest : public testing::Test {
         return panel_.runModal(fileOptions());
     }
 
-    /// The folder that each request is to start in.
+    /// The "current_folder" option of each request.
     std::vector<std::string> startFolders() const {
         std::vector<std::string> result;
         for (const FakePortal::Request& request : portal_.requests()) {
@@ -84,7 +84,7 @@ TEST_F(PortalOpenPanelTest, asksForFiles) {
     EXPECT_EQ(request.options.value(u"directory"_s), QVariant(false));
 }
 
-TEST_F(PortalOpenPanelTest, filtersByExtensionInEitherCase) {
+TEST_F(PortalOpenPanelTest, filtersByExtensionCaseInsensitively) {
     runAndRespond(cancelled);
     ASSERT_EQ(portal_.requests().size(), 1U);
     const QVariant value = portal_.requests().front().options.value(u"filters"_s);
@@ -120,7 +120,7 @@ TEST_F(PortalOpenPanelTest, asksForSeveralFolders) {
     EXPECT_EQ(portal_.requests().front().options.value(u"multiple"_s), QVariant(true));
 }
 
-TEST_F(PortalOpenPanelTest, keepsUnderscoresOfTheConfirmButton) {
+TEST_F(PortalOpenPanelTest, escapesUnderscoresOfTheConfirmButton) {
     OpenPanel::Options options = fileOptions();
     options.prompt = "add_audio";
     portal_.onOpened = [this](const auto& request) { portal_.respond(request, cancelled); };
@@ -135,7 +135,7 @@ TEST_F(PortalOpenPanelTest, returnsTheBytesOfTheChosenUrisInOrder) {
     EXPECT_EQ(qtDialogs_.count(), 0);
 }
 
-TEST_F(PortalOpenPanelTest, leavesOutUrisThatNameNoLocalFile) {
+TEST_F(PortalOpenPanelTest, skipsUrisThatNameNoLocalFile) {
     EXPECT_EQ(runAndRespond(success, {u"sftp://host/a"_s, u"file:///b"_s, u"file:///a%00"_s}),
               Chosen({FileURL("/b")}));
     EXPECT_EQ(runAndRespond(success, {}), Chosen(std::vector<FileURL>()));
@@ -148,14 +148,14 @@ TEST_F(PortalOpenPanelTest, returnsNoneWhenDismissed) {
     EXPECT_EQ(qtDialogs_.count(), 0);
 }
 
-TEST_F(PortalOpenPanelTest, takesAResponseThatComesBeforeTheReply) {
+TEST_F(PortalOpenPanelTest, acceptsAResponseBeforeTheReply) {
     portal_.onOpen = [this](const auto& request) {
         portal_.respond(request, success, {u"file:///a"_s});
     };
     EXPECT_EQ(panel_.runModal(fileOptions()), Chosen({FileURL("/a")}));
 }
 
-TEST_F(PortalOpenPanelTest, takesAResponseAtAPathOfThePortalsOwn) {
+TEST_F(PortalOpenPanelTest, acceptsAResponseAtAPathThatThePortalChose) {
     portal_.otherRequestPath = u"/org/freedesktop/portal/desktop/request/old/7"_s;
     portal_.onOpened = [this](const auto& request) {
         portal_.respond(request, success, {u"file:///a"_s});
@@ -163,7 +163,7 @@ TEST_F(PortalOpenPanelTest, takesAResponseAtAPathOfThePortalsOwn) {
     EXPECT_EQ(panel_.runModal(fileOptions()), Chosen({FileURL("/a")}));
 }
 
-TEST_F(PortalOpenPanelTest, passesOverResponsesToOthers) {
+TEST_F(PortalOpenPanelTest, ignoresResponsesToOtherRequests) {
     portal_.onOpened = [this](const FakePortal::Request& request) {
         FakePortal::Request other = request;
         other.path += u"x"_s;
@@ -173,7 +173,7 @@ TEST_F(PortalOpenPanelTest, passesOverResponsesToOthers) {
     EXPECT_EQ(panel_.runModal(fileOptions()), Chosen({FileURL("/right")}));
 }
 
-TEST_F(PortalOpenPanelTest, passesOverResponsesAtAPathThatThePortalDoesNotUse) {
+TEST_F(PortalOpenPanelTest, ignoresResponsesAtTheReplacedPath) {
     portal_.otherRequestPath = u"/org/freedesktop/portal/desktop/request/old/7"_s;
     portal_.onOpened = [this](const FakePortal::Request& request) {
         FakePortal::Request other = request;
@@ -192,7 +192,7 @@ TEST_F(PortalOpenPanelTest, asksAnOldPortalForFiles) {
     EXPECT_EQ(qtDialogs_.count(), 0);
 }
 
-TEST_F(PortalOpenPanelTest, givesWayToQtForFoldersOfAnOldPortal) {
+TEST_F(PortalOpenPanelTest, fallsBackToQtForFoldersWithAnOldPortal) {
     portal_.version = 2;
     EXPECT_EQ(panel_.runModal(folderOptions()), std::nullopt);
     EXPECT_EQ(qtDialogs_.count(), 1);
@@ -203,55 +203,55 @@ TEST_F(PortalOpenPanelTest, givesWayToQtForFoldersOfAnOldPortal) {
     EXPECT_EQ(qtDialogs_.count(), 1);
 }
 
-TEST_F(PortalOpenPanelTest, givesWayToQtWithoutAFileChooser) {
+TEST_F(PortalOpenPanelTest, fallsBackToQtWithoutAFileChooser) {
     portal_.version = std::nullopt;
     EXPECT_EQ(panel_.runModal(fileOptions()), std::nullopt);
     EXPECT_EQ(qtDialogs_.count(), 1);
     EXPECT_TRUE(portal_.requests().empty());
 }
 
-TEST_F(PortalOpenPanelTest, givesWayToQtOnAnError) {
+TEST_F(PortalOpenPanelTest, fallsBackToQtOnAnError) {
     portal_.canOpen = false;
     EXPECT_EQ(panel_.runModal(fileOptions()), std::nullopt);
     EXPECT_EQ(portal_.requests().size(), 1U);
     EXPECT_EQ(qtDialogs_.count(), 1);
-    // A portal that was only slow is told that nobody waits any more.
+    // The request is closed in case the portal was only slow.
     EXPECT_TRUE(runUntil([&] { return !portal_.closedPaths().empty(); }));
     EXPECT_THAT(portal_.closedPaths(), ElementsAre(portal_.requests().front().path));
 }
 
-TEST_F(PortalOpenPanelTest, givesWayToQtWithoutAPortal) {
+TEST_F(PortalOpenPanelTest, fallsBackToQtWithoutAPortal) {
     portal_.vanish();
     EXPECT_EQ(panel_.runModal(fileOptions()), std::nullopt);
     EXPECT_EQ(qtDialogs_.count(), 1);
 }
 
-TEST_F(PortalOpenPanelTest, givesWayToQtWithoutABus) {
+TEST_F(PortalOpenPanelTest, fallsBackToQtWithoutABus) {
     DesktopOpenPanel panel(&disconnectedBus);
     EXPECT_EQ(panel.runModal(fileOptions()), std::nullopt);
     EXPECT_EQ(qtDialogs_.count(), 1);
 }
 
-TEST_F(PortalOpenPanelTest, isMadeForTheSessionBus) {
-    // Which is out of reach here.
+TEST_F(PortalOpenPanelTest, usesTheSessionBusByDefault) {
+    // The session bus is unreachable here.
     EXPECT_EQ(makeDesktopOpenPanel()->runModal(fileOptions()), std::nullopt);
     EXPECT_EQ(qtDialogs_.count(), 1);
 }
 
-TEST_F(PortalOpenPanelTest, givesWayToQtWhenThePortalVanishes) {
+TEST_F(PortalOpenPanelTest, fallsBackToQtWhenThePortalVanishes) {
     portal_.onOpened = [this](const auto&) { portal_.vanish(); };
     EXPECT_EQ(panel_.runModal(fileOptions()), std::nullopt);
     EXPECT_EQ(portal_.requests().size(), 1U);
     EXPECT_EQ(qtDialogs_.count(), 1);
 }
 
-TEST_F(PortalOpenPanelTest, givesWayToQtWhenTheBusGoesDown) {
+TEST_F(PortalOpenPanelTest, fallsBackToQtWhenTheBusGoesDown) {
     portal_.onOpened = [this](const auto&) { bus_.stop(); };
     EXPECT_EQ(panel_.runModal(fileOptions()), std::nullopt);
     EXPECT_EQ(qtDialogs_.count(), 1);
 }
 
-TEST_F(PortalOpenPanelTest, returnsNoneForAPanelOverAnother) {
+TEST_F(PortalOpenPanelTest, isNotReentrant) {
     Chosen inner({FileURL("/not-run")});
     portal_.onOpened = [&](const FakePortal::Request& request) {
         inner = panel_.runModal(fileOptions());
@@ -265,7 +265,7 @@ TEST_F(PortalOpenPanelTest, returnsNoneForAPanelOverAnother) {
 
 TEST_F(PortalOpenPanelTest, closesThePanelWhenTheProgramQuits) {
     portal_.onOpened = [](const auto&) { QCoreApplication::exit(); };
-    // Only a running application can be told to quit.
+    // QCoreApplication::exit() requires a running event loop.
     std::optional<Chosen> result;
     QTimer::singleShot(0, QCoreApplication::instance(),
                        [&] { result = panel_.runModal(fileOptions()); });
@@ -276,7 +276,7 @@ TEST_F(PortalOpenPanelTest, closesThePanelWhenTheProgramQuits) {
     EXPECT_EQ(qtDialogs_.count(), 0);
 }
 
-TEST_F(PortalOpenPanelTest, startsInTheMusicFolderThenWhereTheLastChoiceWasMade) {
+TEST_F(PortalOpenPanelTest, startsInTheMusicFolderThenInTheFolderOfTheLastChoice) {
     const TemporaryFolder home;
     home.makeFolder("Music");
     home.makeFolder("Albums \xFF/One");
@@ -290,7 +290,7 @@ TEST_F(PortalOpenPanelTest, startsInTheMusicFolderThenWhereTheLastChoiceWasMade)
     EXPECT_THAT(startFolders(), ElementsAre(home.url().path() + "/Music", albums, albums));
 }
 
-TEST_F(PortalOpenPanelTest, startsWhereItCanWithoutAMusicFolder) {
+TEST_F(PortalOpenPanelTest, startsInTheHomeFolderOrRootWithoutAMusicFolder) {
     const TemporaryFolder home;
     home.write("user-dirs.dirs", "XDG_MUSIC_DIR=\"relative\"\n");
     const ScopedVariable configVariable("XDG_CONFIG_HOME", home.url().path());

@@ -9,8 +9,8 @@
 
 namespace kestrel::test {
 
-/// A message bus of its own, on which nothing is and nothing can be activated. Ends, with every
-/// connection to it, when this object goes.
+/// A private dbus-daemon without services or service activation. It is stopped, and every
+/// connection to it closed, on destruction.
 class PrivateBus {
   public:
     PrivateBus();
@@ -18,10 +18,9 @@ class PrivateBus {
     PrivateBus& operator=(const PrivateBus&) = delete;
     ~PrivateBus();
 
-    /// A new connection.
     QDBusConnection connect();
 
-    /// Kills the bus and waits for its end.
+    /// Kills the daemon and waits for its exit.
     void stop();
 
   private:
@@ -31,7 +30,7 @@ class PrivateBus {
     QStringList connectionNames_;
 };
 
-/// A connection to nothing.
+/// Returns a connection that is not connected.
 QDBusConnection disconnectedBus();
 
 } // namespace kestrel::test

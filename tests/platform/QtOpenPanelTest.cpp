@@ -65,7 +65,7 @@ OpenPanel::Options destinationOptions() {
             .canCreateDirectories = true};
 }
 
-/// What the panel returns when it is used so.
+/// Runs the panel, calls `use` with its dialog, and returns its result.
 Chosen run(const OpenPanel::Options& options, const FileURL& folder,
            const std::function<void(QFileDialog&)>& use) {
     const DialogCatcher catcher(use);
@@ -86,8 +86,8 @@ class QtOpenPanelTest : public testing::Test {
     TemporaryFolder music_;
 };
 
-/// What is done in a panel, and what it returns: paths below the folder that it shows, or "" for
-/// that.
+/// The steps in a panel and its result: paths relative to the folder that it shows, "" for that
+/// folder.
 struct Use {
     const char* name;
     OpenPanel::Options options;
@@ -120,7 +120,7 @@ std::vector<Use> uses() {
          fileOptions(),
          {click("X.OGA"), click("a.opus", Qt::ControlModifier), confirm()},
          {{"X.OGA", "a.opus"}}},
-        {"aFileBelowAFolderThatIsOpened",
+        {"aFileInAnOpenedFolder",
          fileOptions(),
          {doubleClick("Two"), click("2.opus"), press(Qt::Key_Return)},
          {{"Two/2.opus"}}},
@@ -133,11 +133,11 @@ std::vector<Use> uses() {
          {click("One"), press(Qt::Key_Down, Qt::ShiftModifier),
           press(Qt::Key_Down, Qt::ShiftModifier), confirmByKeyboard()},
          {{"One", "Three", "Two"}}},
-        {"oneFolderWhereNoMoreMayBePicked",
+        {"oneFolderInSingleSelection",
          destinationOptions(),
          {click("One"), click("Two", Qt::ControlModifier), confirm()},
          {{"Two"}}},
-        {"theFolderItShowsWhereNoneIsSelected",
+        {"theShownFolderIfNoneIsSelected",
          destinationOptions(),
          {awaitNames(3), confirm()},
          {{""}}},
@@ -149,7 +149,7 @@ std::vector<Use> uses() {
 INSTANTIATE_TEST_SUITE_P(Uses, UseOfQtOpenPanelTest, testing::ValuesIn(uses()),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(QtOpenPanelTest, showsFoldersAndAllowedFilesInEitherCase) {
+TEST_F(QtOpenPanelTest, showsFoldersAndAllowedFilesCaseInsensitively) {
     run(fileOptions(), music_.url(), [](QFileDialog& dialog) {
         EXPECT_EQ(Driver(dialog).names(6), QStringList({u"One"_s, u"Three"_s, u"Two"_s, u"X.OGA"_s,
                                                         u"a.opus"_s, u"b.ogg"_s}));
@@ -157,14 +157,14 @@ TEST_F(QtOpenPanelTest, showsFoldersAndAllowedFilesInEitherCase) {
     });
 }
 
-TEST_F(QtOpenPanelTest, showsFoldersOnlyWhereTheyAreAskedFor) {
+TEST_F(QtOpenPanelTest, showsOnlyFoldersToChooseFolders) {
     run(foldersOptions(), music_.url(), [](QFileDialog& dialog) {
         EXPECT_EQ(Driver(dialog).names(3), QStringList({u"One"_s, u"Three"_s, u"Two"_s}));
         dialog.reject();
     });
 }
 
-TEST_F(QtOpenPanelTest, hasTheTextsThatItIsGiven) {
+TEST_F(QtOpenPanelTest, showsTheGivenTexts) {
     OpenPanel::Options options = fileOptions();
     options.prompt = "Add & Audio";
     run(options, music_.url(), [](QFileDialog& dialog) {
@@ -181,7 +181,7 @@ TEST_F(QtOpenPanelTest, hasTheTextsThatItIsGiven) {
     });
 }
 
-TEST_F(QtOpenPanelTest, offersNewFoldersOnlyWhereTheyMayBeMade) {
+TEST_F(QtOpenPanelTest, offersNewFoldersOnlyIfAllowed) {
     for (const OpenPanel::Options& options : {fileOptions(), foldersOptions()}) {
         run(options, music_.url(), [](QFileDialog& dialog) {
             EXPECT_FALSE(Driver(dialog).newFolderButton()->isVisible());
@@ -196,7 +196,7 @@ TEST_F(QtOpenPanelTest, offersNewFoldersOnlyWhereTheyMayBeMade) {
     });
 }
 
-TEST_F(QtOpenPanelTest, makesAndPicksANewFolder) {
+TEST_F(QtOpenPanelTest, createsAndPicksANewFolder) {
     const Chosen chosen = run(destinationOptions(), music_.url(), [](QFileDialog& dialog) {
         const Driver driver(dialog);
         driver.names(3);
@@ -221,21 +221,21 @@ TEST_F(QtOpenPanelTest, makesAndPicksANewFolder) {
 
 TEST_F(QtOpenPanelTest, deletesNothing) {
     int questions = 0;
-    QTimer asker;
-    QObject::connect(&asker, &QTimer::timeout, &asker, [&] {
+    QTimer poller;
+    QObject::connect(&poller, &QTimer::timeout, &poller, [&] {
         if (auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
             ++questions;
             question->reject();
         }
     });
-    asker.start(1);
+    poller.start(1);
     for (const OpenPanel::Options& options : {fileOptions(), destinationOptions()}) {
         run(options, music_.url(), [](QFileDialog& dialog) {
             const Driver driver(dialog);
             driver.click(u"One"_s);
             EXPECT_FALSE(dialog.findChild<QAction*>(u"qt_delete_action"_s)->isVisible());
             driver.tabTo(driver.view());
-            QTest::keyClick(dialog.windowHandle(), Qt::Key_Delete); // where shortcuts are found
+            QTest::keyClick(dialog.windowHandle(), Qt::Key_Delete); // the window matches shortcuts
             QCoreApplication::processEvents();
             dialog.reject();
         });
@@ -254,15 +254,15 @@ TEST_F(QtOpenPanelTest, returnsNamesWithSpecialCharacters) {
     EXPECT_EQ(chosen, Chosen({file}));
 }
 
-TEST_F(QtOpenPanelTest, leavesOutNamesThatAreNotUtf8) {
+TEST_F(QtOpenPanelTest, skipsNamesThatAreNotUtf8) {
     music_.makeFolder("caf\xE9");
     music_.makeFolder("\xFF");
-    // Qt 6.8 stops listing a folder at the first such name, wherever the file system has it. Qt 6.4
-    // and 6.11 go on.
-    const bool isListedWhole = QLibraryInfo::version().minorVersion() != 8;
+    // Qt 6.8 stops listing a folder at the first such name, in directory order. Qt 6.4 and 6.11
+    // continue.
+    const bool isListedCompletely = QLibraryInfo::version().minorVersion() != 8;
     const Chosen chosen = run(foldersOptions(), music_.url(), [&](QFileDialog& dialog) {
         const Driver driver(dialog);
-        if (isListedWhole) {
+        if (isListedCompletely) {
             EXPECT_EQ(driver.names(3), QStringList({u"One"_s, u"Three"_s, u"Two"_s}));
         }
         driver.pressKey(Qt::Key_A, Qt::ControlModifier);
@@ -270,7 +270,7 @@ TEST_F(QtOpenPanelTest, leavesOutNamesThatAreNotUtf8) {
     });
     ASSERT_TRUE(chosen);
     const std::vector<FileURL> valid{music_.file("One"), music_.file("Three"), music_.file("Two")};
-    if (isListedWhole) {
+    if (isListedCompletely) {
         EXPECT_THAT(*chosen, UnorderedElementsAreArray(valid));
     } else if (*chosen != std::vector{music_.url()}) { // the folder itself, with nothing selected
         EXPECT_THAT(*chosen, testing::IsSubsetOf(valid));
@@ -293,7 +293,7 @@ TEST_F(QtOpenPanelTest, startsInTheNearestFolderThatItCanShow) {
     EXPECT_EQ(startFolder(FileURL("/")), "/");
 }
 
-TEST_F(QtOpenPanelTest, keepsOtherWindowsFromInput) {
+TEST_F(QtOpenPanelTest, blocksInputToOtherWindows) {
     QMainWindow window;
     auto* button = new QPushButton(&window);
     int clicks = 0;
@@ -313,7 +313,7 @@ TEST_F(QtOpenPanelTest, keepsOtherWindowsFromInput) {
     EXPECT_EQ(clicks, 1);
 }
 
-TEST_F(QtOpenPanelTest, givesTheKeyboardBackWhereTheWindowManagerHeardOfItTooLate) {
+TEST_F(QtOpenPanelTest, givesTheFocusBackUnderASlowWindowManager) {
     QMainWindow window;
     window.show();
     window.activateWindow();
@@ -329,7 +329,7 @@ TEST_F(QtOpenPanelTest, givesTheKeyboardBackWhereTheWindowManagerHeardOfItTooLat
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window, timeout));
 }
 
-TEST_F(QtOpenPanelTest, goesWithTheWindowItBelongsTo) {
+TEST_F(QtOpenPanelTest, isDestroyedWithItsParentWindow) {
     auto window = std::make_unique<QMainWindow>();
     window->show();
     window->activateWindow();
@@ -348,8 +348,8 @@ TEST_F(QtOpenPanelTest, leavesNoDescriptorOpen) {
             Driver(dialog).confirm();
         });
     };
-    // Qt keeps some of its own from its first need of them on: its caches of icons and of
-    // types, and the threads that help it paint. A panel that left one open would add it each time.
+    // Qt opens some descriptors at first use and keeps them: for its icon and type caches and its
+    // painting threads. A leak would add one per panel.
     constexpr int maximumPicks = 20;
     constexpr int enough = 3;
     int picksWithoutGrowth = 0;
@@ -362,7 +362,7 @@ TEST_F(QtOpenPanelTest, leavesNoDescriptorOpen) {
     EXPECT_EQ(picksWithoutGrowth, enough);
 }
 
-TEST_F(QtOpenPanelTest, comesUpAgainWhereTheLastChoiceWasMade) {
+TEST_F(QtOpenPanelTest, reopensInTheFolderOfTheLastChoice) {
     DesktopOpenPanel panel(&disconnectedBus);
     const ScopedVariable homeVariable("HOME", music_.url().path());
     const ScopedVariable configVariable("XDG_CONFIG_HOME", music_.url().path());
@@ -383,7 +383,7 @@ TEST_F(QtOpenPanelTest, comesUpAgainWhereTheLastChoiceWasMade) {
     EXPECT_EQ(folders, QStringList({home, home + u"/Two"_s}));
 }
 
-TEST_F(QtOpenPanelTest, returnsNoneForAPanelOverAnother) {
+TEST_F(QtOpenPanelTest, isNotReentrant) {
     DesktopOpenPanel panel(&disconnectedBus);
     Chosen inner({music_.url()});
     const DialogCatcher catcher([&](QFileDialog& dialog) {

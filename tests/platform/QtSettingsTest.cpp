@@ -22,7 +22,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// Everything below a folder, hidden or not, with the time of its last change.
+/// Everything below a folder, hidden or not, with its modification time.
 std::vector<std::pair<std::string, std::filesystem::file_time_type>>
 stateOf(const std::string& folder) {
     std::vector<std::pair<std::string, std::filesystem::file_time_type>> state;
@@ -33,7 +33,7 @@ stateOf(const std::string& folder) {
     return state;
 }
 
-TEST(QtSettings, leaveTheHomeFolderAsItWas) {
+TEST(QtSettings, leaveTheHomeFolderUnchanged) {
     const TemporaryFolder music;
     music.write("Two/2.opus");
     const TemporaryFolder home;
@@ -50,7 +50,7 @@ TEST(QtSettings, leaveTheHomeFolderAsItWas) {
     EXPECT_TRUE(runQtOpenPanel({.allowsMultipleSelection = true}, music.url()));
     QCoreApplication::processEvents();
     EXPECT_EQ(stateOf(home.url().path()), before);
-    // Nor another one: the first settings of a process decide where all of them are.
+    // Nor any other: the first QSettings of a process fixes the folder of all.
     EXPECT_FALSE(QFile::exists(QSettings(QSettings::UserScope, u"QtProject"_s).fileName()));
 }
 

@@ -6,7 +6,7 @@
 namespace kestrel::test {
 
 UrlHandler::UrlHandler() {
-    QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "take");
+    QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "record");
 }
 
 UrlHandler::~UrlHandler() {

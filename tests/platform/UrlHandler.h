@@ -7,7 +7,7 @@
 
 namespace kestrel::test {
 
-/// Takes, while it lives, the file URLs that would open in the user's desktop.
+/// Records, while it lives, the file URLs passed to QDesktopServices, which does not open them.
 class UrlHandler final : public QObject {
     Q_OBJECT
 
@@ -20,7 +20,7 @@ class UrlHandler final : public QObject {
     const std::vector<QUrl>& opened() const { return opened_; }
 
   private:
-    Q_SLOT void take(const QUrl& url) { opened_.push_back(url); }
+    Q_SLOT void record(const QUrl& url) { opened_.push_back(url); }
 
     std::vector<QUrl> opened_;
 };

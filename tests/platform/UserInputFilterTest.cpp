@@ -60,9 +60,8 @@ class RecordingWindow final : public QWidget {
     int triggered_ = 0;
 };
 
-/// Everything that a user can do to a window, through the window system where Qt's test
-/// helpers can do that.
-void useInEveryWay(RecordingWindow& window) {
+/// Sends all kinds of user input, through the window system where QTest supports that.
+void sendAllInput(RecordingWindow& window) {
     static QPointingDevice* const touchScreen = QTest::createTouchDevice();
     QWindow* const handle = window.windowHandle();
     const QPoint middle(100, 50);
@@ -89,25 +88,25 @@ constexpr std::array inputTypes = {
     QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick, QEvent::Wheel,
     QEvent::TouchBegin,         QEvent::DragEnter,           QEvent::Drop};
 
-TEST(UserInputFilter, keepsAllInputFromTheWindows) {
+TEST(UserInputFilter, blocksAllInput) {
     RecordingWindow window;
     {
         const UserInputFilter filter;
-        useInEveryWay(window);
+        sendAllInput(window);
         for (const QEvent::Type type : inputTypes) {
             EXPECT_FALSE(window.has(type)) << type;
         }
         EXPECT_EQ(window.triggered(), 0);
     }
-    // What was tried above does reach the window otherwise.
-    useInEveryWay(window);
+    // Without the filter, the same input reaches the window.
+    sendAllInput(window);
     for (const QEvent::Type type : inputTypes) {
         EXPECT_TRUE(window.has(type)) << type;
     }
     EXPECT_EQ(window.triggered(), 1);
 }
 
-TEST(UserInputFilter, keepsWindowsFromBeingClosed) {
+TEST(UserInputFilter, blocksClosing) {
     RecordingWindow window;
     auto filter = std::make_unique<UserInputFilter>();
     EXPECT_FALSE(window.windowHandle()->close());
@@ -119,7 +118,7 @@ TEST(UserInputFilter, keepsWindowsFromBeingClosed) {
     EXPECT_TRUE(window.has(QEvent::Close));
 }
 
-TEST(UserInputFilter, letsPaintsAndTimersThrough) {
+TEST(UserInputFilter, passesPaintAndTimerEvents) {
     RecordingWindow window;
     const UserInputFilter filter;
     bool hasFired = false;

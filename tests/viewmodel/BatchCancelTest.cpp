@@ -11,7 +11,7 @@
 namespace kestrel::test {
 namespace {
 
-/// A literal has more digits than a double where the processor's registers have.
+/// A constant: with extended-precision FPU registers, a literal differs from the stored double.
 constexpr double reached = 0.4;
 
 class BatchCancelTest : public ViewModelTest {
@@ -21,8 +21,8 @@ class BatchCancelTest : public ViewModelTest {
         chooseDestination();
     }
 
-    /// Lets the second conversion reach `reached`, wait for the interrupt and end as told; cancels
-    /// the batch there and runs to its end.
+    /// Makes the second conversion report `reached`, wait for the interrupt and call `end`; cancels
+    /// the batch there and waits for its end.
     void cancelDuringTheSecond(const std::function<void()>& end) {
         runner->setScript("2.opus", [this, end](const auto&, const auto& onProgress) {
             onProgress(reached);
@@ -39,27 +39,27 @@ class BatchCancelTest : public ViewModelTest {
     }
 };
 
-TEST_F(BatchCancelTest, leavesAJobCancelledWhoseChildWasKilled) {
+TEST_F(BatchCancelTest, marksTheJobCancelledIfItsChildWasKilled) {
     cancelDuringTheSecond([] { throw FFmpegError::cancelled(); });
     EXPECT_EQ(states(),
               (std::vector{JobState::completed(), JobState::cancelled(), JobState::waiting()}));
     EXPECT_EQ(job(1).progress, reached);
 }
 
-TEST_F(BatchCancelTest, leavesAJobFailedWhoseChildAnsweredTheInterrupt) {
+TEST_F(BatchCancelTest, marksTheJobFailedIfItsChildHandledTheInterrupt) {
     cancelDuringTheSecond([] { throw FFmpegError::processFailed("Exiting normally"); });
     EXPECT_EQ(states(), (std::vector{JobState::completed(), JobState::failed("Exiting normally"),
                                      JobState::waiting()}));
     EXPECT_EQ(job(1).progress, reached);
 }
 
-TEST_F(BatchCancelTest, leavesAJobCompletedWhoseChildWasDoneAlready) {
+TEST_F(BatchCancelTest, marksTheJobCompletedIfItsChildHadFinished) {
     cancelDuringTheSecond([] {});
     EXPECT_EQ(states(),
               (std::vector{JobState::completed(), JobState::completed(), JobState::waiting()}));
 }
 
-TEST_F(BatchCancelTest, stopsTheBatchAtADeathBySignalThatNobodyAskedFor) {
+TEST_F(BatchCancelTest, stopsTheBatchIfAChildDiesByAnUnrequestedSignal) {
     runner->setScript("2.opus", [](const auto&, const auto&) { throw FFmpegError::cancelled(); });
     startAndFinish();
     EXPECT_EQ(states(),
@@ -67,7 +67,7 @@ TEST_F(BatchCancelTest, stopsTheBatchAtADeathBySignalThatNobodyAskedFor) {
     EXPECT_EQ(runner->interrupts(), 0);
 }
 
-TEST_F(BatchCancelTest, stopsBeforeTheFirstJobWhereItComesBeforeTheFirstStep) {
+TEST_F(BatchCancelTest, stopsBeforeTheFirstJobIfRequestedRightAfterStart) {
     model->start();
     model->cancel();
     ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }));
@@ -86,7 +86,7 @@ TEST_F(BatchCancelTest, hasNoEffectWhileIdleNorOnTheNextBatch) {
     EXPECT_EQ(runner->interrupts(), 2);
 }
 
-TEST_F(BatchCancelTest, letsTheNextBatchConvertWhatWasLeft) {
+TEST_F(BatchCancelTest, letsTheNextBatchConvertTheRemainingJobs) {
     cancelDuringTheSecond([] { throw FFmpegError::cancelled(); });
     runner->setScript("2.opus", nullptr);
     startAndFinish();
@@ -94,7 +94,7 @@ TEST_F(BatchCancelTest, letsTheNextBatchConvertWhatWasLeft) {
     EXPECT_EQ(runner->calls().size(), 4U);
 }
 
-/// The same with the real service and a child that stands in for ffmpeg.
+/// The same with the real service and a helper process in place of ffmpeg.
 class BatchCancelWithChildTest : public ViewModelTest {
   protected:
     BatchCancelWithChildTest() {
@@ -116,14 +116,14 @@ class BatchCancelWithChildTest : public ViewModelTest {
     }
 };
 
-TEST_F(BatchCancelWithChildTest, leavesTheJobCancelledWhereTheInterruptKills) {
+TEST_F(BatchCancelWithChildTest, marksTheJobCancelledIfTheInterruptKillsTheChild) {
     cancelDuringTheSecond("");
     EXPECT_EQ(states(),
               (std::vector{JobState::completed(), JobState::cancelled(), JobState::waiting()}));
     EXPECT_EQ(job(1).progress, reached);
 }
 
-TEST_F(BatchCancelWithChildTest, leavesTheJobFailedWhereTheChildExitsByItself) {
+TEST_F(BatchCancelWithChildTest, marksTheJobFailedIfTheChildHandlesTheInterrupt) {
     cancelDuringTheSecond("convert on-interrupt 255 \nconvert err received signal 2\\n\n");
     EXPECT_EQ(states(), (std::vector{JobState::completed(), JobState::failed("received signal 2"),
                                      JobState::waiting()}));

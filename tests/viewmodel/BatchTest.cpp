@@ -47,7 +47,7 @@ TEST_F(BatchTest, refusesAMissingFfmpegLast) {
     EXPECT_EQ(states(), std::vector{JobState::waiting()});
 }
 
-TEST_F(BatchTest, saysInWordsThatMemoryIsShort) {
+TEST_F(BatchTest, reportsBadAllocAsAnErrorMessage) {
     queue({"a.opus", "b.opus"});
     chooseDestination();
     runner->setScript("a.opus", [](const auto&, const auto&) { throw std::bad_alloc(); });
@@ -98,7 +98,7 @@ TEST_F(BatchTest, convertsTheQueueInItsOrder) {
     }
 }
 
-TEST_F(BatchTest, announcesEveryFieldThatItWrites) {
+TEST_F(BatchTest, emitsWillChangeForEveryFieldItWrites) {
     queue({"a.opus"});
     chooseDestination();
     runner->setScript("a.opus", [](const auto&, const auto& onProgress) {
@@ -109,7 +109,7 @@ TEST_F(BatchTest, announcesEveryFieldThatItWrites) {
     EXPECT_EQ(notifications([this] { startAndFinish(); }), 1 + 2 + 2 + 2 + 1);
 }
 
-TEST_F(BatchTest, showsEveryValueOnlyAfterItsAnnouncement) {
+TEST_F(BatchTest, emitsWillChangeBeforeEveryWrite) {
     queue({"a.opus"});
     chooseDestination();
     runner->setScript("a.opus", [](const auto&, const auto& onProgress) { onProgress(0.5); });
@@ -124,22 +124,22 @@ TEST_F(BatchTest, showsEveryValueOnlyAfterItsAnnouncement) {
     EXPECT_EQ(before, expected);
 }
 
-TEST_F(BatchTest, stampsEveryStepOnTheMainThreadAndConvertsElsewhere) {
+TEST_F(BatchTest, writesOnTheMainThreadAndConvertsOnAWorker) {
     queue({"a.opus"});
     chooseDestination();
     QThread* const mainThread = QThread::currentThread();
-    bool isElsewhere = false;
+    bool isOnWorker = false;
     runner->setScript("a.opus", [&](const auto&, const auto& onProgress) {
-        isElsewhere = QThread::currentThread() != mainThread;
+        isOnWorker = QThread::currentThread() != mainThread;
         onProgress(0.5);
     });
     QObject::connect(model.get(), &ConverterViewModel::willChange,
                      [mainThread] { EXPECT_EQ(QThread::currentThread(), mainThread); });
     startAndFinish();
-    EXPECT_TRUE(isElsewhere);
+    EXPECT_TRUE(isOnWorker);
 }
 
-TEST_F(BatchTest, appliesReportsInTheirOrderAndAsTheyAre) {
+TEST_F(BatchTest, appliesProgressReportsInOrderAndUnchanged) {
     queue({"a.opus"});
     chooseDestination();
     runner->setScript("a.opus", [](const auto&, const auto& onProgress) {
@@ -154,11 +154,11 @@ TEST_F(BatchTest, appliesReportsInTheirOrderAndAsTheyAre) {
     EXPECT_THAT(seen, ElementsAre(0, 0, 0, 0, -0.5, 0.9, 0.1, 1.0, 0.25, 0.25, 1.0));
 }
 
-TEST_F(BatchTest, goesOnAfterAFailureAndConvertsOnlyWhatIsNotDoneNextTime) {
+TEST_F(BatchTest, continuesAfterAFailureAndThenConvertsOnlyUnfinishedJobs) {
     queue({"a.opus", "b.opus", "c.opus"});
     chooseDestination();
     runner->setScript("b.opus", [](const auto& call, const auto& onProgress) {
-        std::filesystem::create_directory(call.destination.path()); // something is left behind
+        std::filesystem::create_directory(call.destination.path()); // a leftover output
         onProgress(0.4);
         throw FFmpegError::processFailed("last words");
     });
@@ -194,7 +194,7 @@ TEST_F(BatchTest, resetsTheProgressOfAJobThatItConvertsAgain) {
     ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }));
 }
 
-TEST_F(BatchTest, showsThePlatformsWordsOfAnErrorThatIsNotFfmpegs) {
+TEST_F(BatchTest, showsTheMessageOfAPlatformError) {
     queue({"a.opus", "b.opus", "c.opus"});
     chooseDestination();
     runner->setScript("a.opus", [this](const auto&, const auto&) {
@@ -219,7 +219,7 @@ TEST_F(BatchTest, acceptsAQueueOfCompletedJobsAndEndsAtOnce) {
     EXPECT_EQ(runner->calls().size(), 1U);
 }
 
-TEST_F(BatchTest, endsAtOnceWhereTheQueueIsEmptiedBeforeItGetsToIt) {
+TEST_F(BatchTest, endsAtOnceIfTheQueueIsEmptiedRightAfterStart) {
     queue({"a.opus"});
     chooseDestination();
     model->start();
@@ -228,7 +228,7 @@ TEST_F(BatchTest, endsAtOnceWhereTheQueueIsEmptiedBeforeItGetsToIt) {
     EXPECT_TRUE(runner->calls().empty());
 }
 
-TEST_F(BatchTest, takesInWhatIsAddedBetweenItsStartAndItsFirstStep) {
+TEST_F(BatchTest, includesJobsAddedRightAfterStart) {
     queue({"a.opus"});
     chooseDestination();
     model->start();
@@ -237,7 +237,7 @@ TEST_F(BatchTest, takesInWhatIsAddedBetweenItsStartAndItsFirstStep) {
     EXPECT_EQ(states(), std::vector(2, JobState::completed()));
 }
 
-TEST_F(BatchTest, keepsSourcesOfOneBaseNameApart) {
+TEST_F(BatchTest, numbersOutputsOfOneBaseNameUnlessOverwriting) {
     model->add({folder.file("a/x.opus")});
     model->add({folder.file("b/x.ogg")});
     chooseDestination();
@@ -264,7 +264,7 @@ TEST_F(BatchTest, keepsSourcesOfOneBaseNameApart) {
     EXPECT_TRUE(calls[3].settings.overwrite);
 }
 
-TEST_F(BatchTest, dropsTheOutcomeOfAJobThatWasRemovedAndGoesOn) {
+TEST_F(BatchTest, ignoresTheOutcomeOfARemovedJobAndContinues) {
     queue({"a.opus", "b.opus"});
     chooseDestination();
     runner->setScript("a.opus", [this](const auto&, const auto& onProgress) {
@@ -274,19 +274,19 @@ TEST_F(BatchTest, dropsTheOutcomeOfAJobThatWasRemovedAndGoesOn) {
     model->start();
     ASSERT_TRUE(runUntil([this] { return isConverting(0); }));
     model->remove(job(0));
-    // Another takes the freed position; without it the walk would end beyond the queue.
+    // Fills the freed index; without it the batch would run past the end of the queue.
     queue({"c.opus"});
     runner->release();
     ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }));
-    // b moved into the position that was done, and was passed over.
+    // b moved to an index that was done, and was skipped.
     EXPECT_THAT(names(), ElementsAre("b.opus", "c.opus"));
     EXPECT_EQ(states(), (std::vector{JobState::waiting(), JobState::completed()}));
 }
 
-/// Removes the second of three jobs while the first converts, and runs on for as long as it may.
+/// Removes the second of three jobs while the first converts, then waits for the batch to end.
 void removeDuringABatch(ConverterViewModel& model, ScriptedRunner& runner,
                         const TemporaryFolder& folder) {
-    // The process that dies here has made a folder of its own, and will not remove it.
+    // The process that aborts here created its own temporary folder and would not remove it.
     std::filesystem::remove_all(folder.url().path());
     model.start();
     runUntil([&runner] { return !runner.calls().empty(); });
@@ -295,11 +295,11 @@ void removeDuringABatch(ConverterViewModel& model, ScriptedRunner& runner,
     runUntil([&model] { return !model.isConverting(); });
 }
 
-TEST_F(BatchTest, haltsTheProgramBeyondTheEndOfAShortenedQueue) {
+TEST_F(BatchTest, abortsPastTheEndOfAShortenedQueue) {
     queue({"a.opus", "b.opus", "c.opus"});
     chooseDestination();
     runner->setScript("a.opus", [this](const auto&, const auto&) { runner->waitForRelease(); });
-    // It gets as far as converting c, at position 1, before it comes to position 2.
+    // The batch still converts c, at index 1, before it reaches index 2.
     runner->setScript("c.opus", [](const auto&, const auto&) {
         static_cast<void>(std::fputs("c converted; ", stderr));
     });
@@ -307,7 +307,7 @@ TEST_F(BatchTest, haltsTheProgramBeyondTheEndOfAShortenedQueue) {
                  "c converted; Fatal error: Index out of range");
 }
 
-TEST_F(BatchTest, convertsAThousandJobsWithoutDepthOrDelay) {
+TEST_F(BatchTest, convertsAThousandJobsWithoutRecursion) {
     std::vector<FileURL> files;
     files.reserve(1000);
     for (int i = 0; i < 1000; ++i) {

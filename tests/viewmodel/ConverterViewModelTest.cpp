@@ -30,7 +30,7 @@ TEST_F(ConverterViewModelTest, canBeMadeOnTheRealDesktopWithoutADisplay) {
     EXPECT_FALSE(real->destination());
 }
 
-TEST_F(ConverterViewModelTest, announcesEveryWriteOnceAndBeforehand) {
+TEST_F(ConverterViewModelTest, emitsWillChangeOnceBeforeEachWrite) {
     int count = 0;
     ConversionSettings settings;
     settings.quality = 40;
@@ -43,13 +43,13 @@ TEST_F(ConverterViewModelTest, announcesEveryWriteOnceAndBeforehand) {
     EXPECT_EQ(model->settings(), settings);
 }
 
-TEST_F(ConverterViewModelTest, announcesWritesThatChangeNothingToo) {
+TEST_F(ConverterViewModelTest, emitsWillChangeForUnchangedValuesToo) {
     EXPECT_EQ(notifications([this] { model->setSettings(model->settings()); }), 1);
     EXPECT_EQ(notifications([this] { model->setIsDropTargeted(false); }), 1);
     EXPECT_EQ(notifications([this] { model->setAlertMessage(std::nullopt); }), 1);
 }
 
-TEST_F(ConverterViewModelTest, keepsWhatTheViewsWrite) {
+TEST_F(ConverterViewModelTest, storesWhatTheViewsWrite) {
     EXPECT_EQ(notifications([this] { model->setIsDropTargeted(true); }), 1);
     EXPECT_TRUE(model->isDropTargeted());
     EXPECT_EQ(notifications([this] { model->setAlertMessage("text"); }), 1);
@@ -61,7 +61,7 @@ TEST_F(ConverterViewModelTest, keepsWhatTheViewsWrite) {
 TEST_F(ConverterViewModelTest, countsCompletedJobsAndTheMeanOfAllProgress) {
     queue({"a.opus", "b.opus", "c.opus", "d.opus"});
     chooseDestination();
-    // b fails at 0.3, c stands at 0.5, d waits.
+    // b fails at 0.3, c is at 0.5, d waits.
     runner->setScript("b.opus", [](const auto&, const auto& onProgress) {
         onProgress(0.3);
         throw FFmpegError::processFailed("no");
@@ -83,7 +83,7 @@ TEST_F(ConverterViewModelTest, countsCompletedJobsAndTheMeanOfAllProgress) {
     EXPECT_EQ(model->completedCount(), 1U);
 }
 
-TEST_F(ConverterViewModelTest, countsACompletedJobAsOneWhateverItsProgressSays) {
+TEST_F(ConverterViewModelTest, countsACompletedJobAsOneWhateverItsProgress) {
     queue({"a.opus", "b.opus"});
     chooseDestination();
     ConversionRunner::ProgressHandler late;
@@ -96,7 +96,7 @@ TEST_F(ConverterViewModelTest, countsACompletedJobAsOneWhateverItsProgressSays) 
     EXPECT_EQ(model->overallProgress(), 1.0);
 }
 
-TEST_F(ConverterViewModelTest, hasNoProgressWhereEveryJobFailedAtItsStart) {
+TEST_F(ConverterViewModelTest, hasNoProgressIfEveryJobFailedAtItsStart) {
     queue({"a.opus", "b.opus"});
     chooseDestination();
     for (const char* name : {"a.opus", "b.opus"}) {
@@ -108,12 +108,12 @@ TEST_F(ConverterViewModelTest, hasNoProgressWhereEveryJobFailedAtItsStart) {
     EXPECT_EQ(model->overallProgress(), 0.0);
 }
 
-TEST_F(ConverterViewModelTest, survivesObserversThatChangeTheQueueAtAnAnnouncement) {
+TEST_F(ConverterViewModelTest, survivesASlotThatModifiesTheQueue) {
     queue({"a.opus", "b.opus", "c.opus"});
     chooseDestination();
     bool isRemoved = false;
     QObject::connect(model.get(), &ConverterViewModel::willChange, model.get(), [this, &isRemoved] {
-        // The end of the second conversion has just been announced.
+        // This emission is for the end of the second conversion.
         if (!isRemoved && runner->calls().size() == 2) {
             isRemoved = true;
             model->remove(job(0));
@@ -126,7 +126,7 @@ TEST_F(ConverterViewModelTest, survivesObserversThatChangeTheQueueAtAnAnnounceme
     EXPECT_EQ(job(0).state, JobState::completed());
 }
 
-TEST_F(ConverterViewModelTest, writesToTheSameJobWhereverItHasGone) {
+TEST_F(ConverterViewModelTest, writesToTheSameJobAtItsNewIndex) {
     queue({"a.opus", "b.opus", "c.opus"});
     chooseDestination();
     runner->setScript("b.opus", [this](const auto&, const auto& report) {
@@ -148,7 +148,7 @@ TEST_F(ConverterViewModelTest, writesToTheSameJobWhereverItHasGone) {
     EXPECT_EQ(job(1).state, JobState::waiting());
 }
 
-TEST_F(ConverterViewModelTest, writesNothingToAJobThatAnObserverRemovesAtTheAnnouncement) {
+TEST_F(ConverterViewModelTest, writesNothingToAJobThatASlotRemoves) {
     queue({"a.opus"});
     chooseDestination();
     bool isRemoved = false;
@@ -162,7 +162,7 @@ TEST_F(ConverterViewModelTest, writesNothingToAJobThatAnObserverRemovesAtTheAnno
     EXPECT_THAT(names(), ::testing::IsEmpty());
 }
 
-TEST_F(ConverterViewModelTest, livesUntilItsBatchEndsThoughNobodyElseHoldsIt) {
+TEST_F(ConverterViewModelTest, isKeptAliveByARunningBatch) {
     queue({"a.opus"});
     chooseDestination();
     runner->setScript("a.opus", [this](const auto&, const auto&) { runner->waitForRelease(); });
@@ -175,7 +175,7 @@ TEST_F(ConverterViewModelTest, livesUntilItsBatchEndsThoughNobodyElseHoldsIt) {
     EXPECT_TRUE(runUntil([&weak] { return weak.expired(); }));
 }
 
-TEST_F(ConverterViewModelTest, isNotKeptAliveByReportsOnTheirWay) {
+TEST_F(ConverterViewModelTest, isNotKeptAliveByQueuedProgressReports) {
     queue({"a.opus"});
     chooseDestination();
     ConversionRunner::ProgressHandler late;
@@ -186,7 +186,7 @@ TEST_F(ConverterViewModelTest, isNotKeptAliveByReportsOnTheirWay) {
     late(0.5);
     model.reset();
     EXPECT_TRUE(weak.expired());
-    // The report finds nobody and does nothing.
+    // The report's weak pointer has expired; it does nothing.
     QCoreApplication::processEvents();
 }
 

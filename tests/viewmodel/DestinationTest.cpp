@@ -40,7 +40,7 @@ TEST_F(DestinationTest, isNoneWhenThePanelConfirmsNothing) {
     EXPECT_FALSE(model->destination());
 }
 
-TEST_F(DestinationTest, isNeitherMadeNorLookedAt) {
+TEST_F(DestinationTest, isNeitherCreatedNorChecked) {
     panel->answer = std::vector{folder.file("not there")};
     model->chooseDestination();
     EXPECT_EQ(model->destination(), folder.file("not there"));
@@ -56,7 +56,7 @@ TEST_F(DestinationTest, isShownInTheFileViewer) {
     EXPECT_THAT(viewer->revealed, ElementsAre(destination));
 }
 
-TEST_F(DestinationTest, changesForTheNextBatchAlone) {
+TEST_F(DestinationTest, takesEffectWithTheNextBatch) {
     queue({"a.opus", "b.opus"});
     chooseDestination();
     runner->setScript("a.opus", [this](const auto&, const auto&) { runner->waitForRelease(); });

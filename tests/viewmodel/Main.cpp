@@ -6,10 +6,10 @@
 
 int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);
-    // Tests that see the program die run in a process of their own, which has no threads yet.
+    // Death tests re-execute the program, so that the child has no other threads.
     ::testing::GTEST_FLAG(death_test_style) = "threadsafe";
     const QCoreApplication application(argc, argv);
-    // Opens what the tests' leak guards must find open already.
+    // Opens the task queue's descriptors before the first LeakGuard counts them.
     kestrel::runOnMainThread([] {});
     return RUN_ALL_TESTS();
 }

@@ -14,9 +14,9 @@
 namespace kestrel::test {
 namespace {
 
-TEST(MainThread, runsTasksLaterAndInTheirOrder) {
+TEST(MainThread, runsTasksLaterAndInOrder) {
     std::vector<int> ran;
-    // More than may wait for another thread.
+    // More than other threads may queue.
     for (int i = 0; i < 3000; ++i) {
         runOnMainThread([&ran, i] { ran.push_back(i); });
     }
@@ -27,12 +27,12 @@ TEST(MainThread, runsTasksLaterAndInTheirOrder) {
     EXPECT_EQ(ran, expected);
 }
 
-TEST(MainThread, runsEachTaskOnceAndInATurnOfItsOwn) {
+TEST(MainThread, runsEachTaskOnceInItsOwnEventLoopIteration) {
     int first = 0;
     int second = 0;
     runOnMainThread([&] {
         ++first;
-        // An event loop inside a task is not held up by it.
+        // A nested event loop runs the other tasks.
         EXPECT_TRUE(runUntil([&second] { return second > 0; }));
     });
     runOnMainThread([&] { ++second; });
@@ -42,7 +42,7 @@ TEST(MainThread, runsEachTaskOnceAndInATurnOfItsOwn) {
     EXPECT_EQ(second, 1);
 }
 
-TEST(MainThread, runsTheTasksOfOtherThreadsItself) {
+TEST(MainThread, runsTasksOfOtherThreadsOnTheMainThread) {
     const QThread* const mainThread = QThread::currentThread();
     const QThread* seen = nullptr;
     std::thread([&seen] { runOnMainThread([&seen] { seen = QThread::currentThread(); }); }).join();
@@ -51,43 +51,43 @@ TEST(MainThread, runsTheTasksOfOtherThreadsItself) {
     EXPECT_EQ(seen, mainThread);
 }
 
-TEST(MainThread, letsOtherThreadsBe1024TasksAhead) {
-    bool isUpToDate = false;
-    runOnMainThread([&isUpToDate] { isUpToDate = true; });
-    ASSERT_TRUE(runUntil([&isUpToDate] { return isUpToDate; }));
-    std::atomic<int> handedOver = 0;
+TEST(MainThread, queues1024TasksWithoutBlocking) {
+    bool isDrained = false;
+    runOnMainThread([&isDrained] { isDrained = true; });
+    ASSERT_TRUE(runUntil([&isDrained] { return isDrained; }));
+    std::atomic<int> posted = 0;
     std::atomic<int> ran = 0;
     std::thread worker([&] {
         for (int i = 0; i < 1024; ++i) {
             runOnMainThread([&ran] { ++ran; });
-            ++handedOver;
+            ++posted;
         }
     });
-    EXPECT_TRUE(waitUntil([&handedOver] { return handedOver == 1024; }));
+    EXPECT_TRUE(waitUntil([&posted] { return posted == 1024; }));
     EXPECT_EQ(ran, 0);
     EXPECT_TRUE(runUntil([&ran] { return ran == 1024; }));
     worker.join();
 }
 
-TEST(MainThread, holdsUpAThreadThatIsFasterThanItself) {
+TEST(MainThread, blocksAProducerThatIsTooFast) {
     constexpr int count = 20'000;
     constexpr int bound = 2'000;
-    std::atomic<int> handedOver = 0;
+    std::atomic<int> posted = 0;
     int ran = 0;
-    int mostWaiting = 0;
+    int mostQueued = 0;
     std::thread worker([&] {
         for (int i = 0; i < count; ++i) {
             runOnMainThread([&] {
-                mostWaiting = std::max(mostWaiting, handedOver - ran);
+                mostQueued = std::max(mostQueued, posted - ran);
                 ++ran;
             });
-            ++handedOver;
+            ++posted;
         }
     });
-    EXPECT_TRUE(waitUntil([&handedOver] { return handedOver > bound / 4; }));
+    EXPECT_TRUE(waitUntil([&posted] { return posted > bound / 4; }));
     EXPECT_TRUE(runUntil([&ran] { return ran == count; }));
     worker.join();
-    EXPECT_LE(mostWaiting, bound);
+    EXPECT_LE(mostQueued, bound);
 }
 
 } // namespace

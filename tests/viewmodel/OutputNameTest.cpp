@@ -44,7 +44,7 @@ TEST_F(OutputNameTest, isTakenByAFolderToo) {
     EXPECT_EQ(name("song.opus"), "song_converted_2.mp3");
 }
 
-TEST_F(OutputNameTest, isFreeWhereNothingCanExist) {
+TEST_F(OutputNameTest, isFreeIfTheNameIsTooLongToExist) {
     EXPECT_EQ(name(std::string(250, 'n') + ".opus"), std::string(250, 'n') + "_converted.mp3");
 }
 

@@ -17,7 +17,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using QueueIntakeTest = ViewModelTest;
 
-TEST_F(QueueIntakeTest, takesTheAcceptedFilesOfATreeInTheOrderOfTheirNames) {
+TEST_F(QueueIntakeTest, addsTheAcceptedFilesOfATreeSortedByName) {
     for (const char* name : {"tree/b.opus", "tree/A.ogg", "tree/notes.txt", "tree/.hidden.opus",
                              "tree/sub/10.opus", "tree/sub/2.oga", "tree/.hidden/3.opus"}) {
         folder.write(name);
@@ -30,7 +30,7 @@ TEST_F(QueueIntakeTest, takesTheAcceptedFilesOfATreeInTheOrderOfTheirNames) {
     EXPECT_FALSE(job(0).duration);
 }
 
-TEST_F(QueueIntakeTest, takesFilesAndFoldersInOneCallSortedTogether) {
+TEST_F(QueueIntakeTest, sortsFilesAndFoldersOfOneCallTogether) {
     folder.write("one/c.opus");
     folder.write("two/a.opus");
     model->add({folder.file("d.opus"), folder.file("one"), folder.file("b.txt"), folder.file("two"),
@@ -38,24 +38,24 @@ TEST_F(QueueIntakeTest, takesFilesAndFoldersInOneCallSortedTogether) {
     EXPECT_THAT(names(), ElementsAre("a.opus", "b.ogg", "c.opus", "d.opus"));
 }
 
-TEST_F(QueueIntakeTest, appendsNewcomersBehindWhatIsThereWithoutSortingItAgain) {
+TEST_F(QueueIntakeTest, appendsWithoutSortingTheQueueAgain) {
     queue({"b.opus", "a.opus"});
     model->add({folder.file("z.opus"), folder.file("0.opus")});
     EXPECT_THAT(names(), ElementsAre("b.opus", "a.opus", "0.opus", "z.opus"));
 }
 
-TEST_F(QueueIntakeTest, keepsRoomForNoMoreThanTwiceTheJobsAndMovesThemSeldom) {
-    int moves = 0;
+TEST_F(QueueIntakeTest, growsGeometricallyToAtMostTwiceTheSize) {
+    int reallocations = 0;
     for (int number = 0; number < 500; ++number) {
-        const std::size_t room = model->jobs().capacity();
+        const std::size_t capacity = model->jobs().capacity();
         model->add({folder.file(std::to_string(number) + ".opus")});
-        moves += model->jobs().capacity() == room ? 0 : 1;
+        reallocations += model->jobs().capacity() == capacity ? 0 : 1;
         ASSERT_LE(model->jobs().capacity(), 2 * model->jobs().size());
     }
-    EXPECT_LE(moves, 10);
+    EXPECT_LE(reallocations, 10);
 }
 
-TEST_F(QueueIntakeTest, acceptsNamesInUpperCaseAndNothingByContent) {
+TEST_F(QueueIntakeTest, matchesExtensionsCaseInsensitivelyAndIgnoresContent) {
     model->add({folder.file("X.OGA"), folder.file("y.Opus"), folder.file("z.opus.bak"),
                 folder.file("noextension"), folder.file("song.mp3"), folder.file(".opus")});
     EXPECT_THAT(names(), ElementsAre(".opus", "X.OGA", "y.Opus"));
@@ -66,7 +66,7 @@ TEST_F(QueueIntakeTest, queuesAFileThatDoesNotExist) {
     EXPECT_THAT(names(), ElementsAre("gone.opus"));
 }
 
-TEST_F(QueueIntakeTest, knowsAQueuedFileByADifferentlyWrittenPath) {
+TEST_F(QueueIntakeTest, recognisesAQueuedFileByAnotherSpellingOfItsPath) {
     queue({"a.opus"});
     model->add({FileURL(folder.url().path() + "/./x/..//a.opus")});
     EXPECT_EQ(names().size(), 1U);
@@ -81,7 +81,7 @@ TEST_F(QueueIntakeTest, keepsThePathAsItWasGiven) {
     EXPECT_EQ(names().size(), 1U);
 }
 
-TEST_F(QueueIntakeTest, queuesAFileTwiceThatIsGivenTwiceInOneCallOnly) {
+TEST_F(QueueIntakeTest, keepsDuplicatesWithinOneCallOnly) {
     const FileURL file = folder.write("tree/a.opus");
     model->add({file, file});
     EXPECT_EQ(names().size(), 2U);
@@ -91,24 +91,24 @@ TEST_F(QueueIntakeTest, queuesAFileTwiceThatIsGivenTwiceInOneCallOnly) {
     EXPECT_EQ(names().size(), 2U);
 }
 
-TEST_F(QueueIntakeTest, takesAFolderInsideAnotherForWhatItsNameSays) {
+TEST_F(QueueIntakeTest, queuesANestedFolderWithAnAcceptedExtension) {
     folder.write("tree/x.ogg/inner.opus");
     model->add({folder.file("tree")});
     EXPECT_THAT(names(), ElementsAre("inner.opus", "x.ogg"));
-    // Given by itself it is a folder like any other.
+    // Added directly, it is a folder like any other.
     model->remove(job(0));
     model->remove(job(0));
     model->add({folder.file("tree/x.ogg")});
     EXPECT_THAT(names(), ElementsAre("inner.opus"));
 }
 
-TEST_F(QueueIntakeTest, announcesAnAdditionOfNothing) {
+TEST_F(QueueIntakeTest, emitsWillChangeEvenIfNothingIsAdded) {
     EXPECT_EQ(notifications([this] { model->add({}); }), 1);
     EXPECT_EQ(notifications([this] { model->add({folder.file("notes.txt")}); }), 1);
     EXPECT_TRUE(model->jobs().empty());
 }
 
-TEST_F(QueueIntakeTest, removesTheJobOfThatIdentityAlone) {
+TEST_F(QueueIntakeTest, removesOnlyTheJobWithThatIdentity) {
     const FileURL file = folder.file("a.opus");
     model->add({file, file, folder.file("b.opus")});
     const ConversionJob first = job(0);
@@ -165,7 +165,7 @@ TEST_F(QueueIntakeTest, changesNothingWhenAPanelIsDismissed) {
     EXPECT_EQ(panel->shown.size(), 2U);
 }
 
-TEST_F(QueueIntakeTest, addsEveryDroppedItemByItselfAndLater) {
+TEST_F(QueueIntakeTest, addsEachDroppedItemLaterAndSeparately) {
     folder.write("tree/2.opus");
     folder.write("tree/1.opus");
     const std::string base = "file://" + folder.url().path();
@@ -189,7 +189,7 @@ TEST_F(QueueIntakeTest, acceptsADropWithoutFilesAndChangesNothing) {
     EXPECT_TRUE(model->jobs().empty());
 }
 
-TEST_F(QueueIntakeTest, forgetsADropWhoseModelIsGone) {
+TEST_F(QueueIntakeTest, ignoresADropOnceTheModelIsDestroyed) {
     model->handleDrop({DroppedItem("file://" + folder.url().path() + "/a.opus")});
     const std::weak_ptr<ConverterViewModel> weak = model;
     model.reset();
@@ -197,7 +197,7 @@ TEST_F(QueueIntakeTest, forgetsADropWhoseModelIsGone) {
     QCoreApplication::processEvents();
 }
 
-TEST_F(QueueIntakeTest, addsDuringABatchWhatThatBatchDoesNotConvert) {
+TEST_F(QueueIntakeTest, doesNotConvertJobsAddedDuringTheBatch) {
     queue({"a.opus"});
     chooseDestination();
     runner->setScript("a.opus", [this](const auto&, const auto&) { runner->waitForRelease(); });

@@ -65,7 +65,7 @@ TEST_F(RealBatchTest, convertsEighteenOfTwentyFilesAroundACorruptAndAMissingOne)
     }
 }
 
-TEST_F(RealBatchTest, convertsOnceMoreUnderTheNextName) {
+TEST_F(RealBatchTest, numbersTheOutputIfTheNameIsTaken) {
     makeOpusFile(folder.file("a/x.opus"), 1);
     makeOpusFile(folder.file("b/x.ogg"), 1);
     model->add({folder.file("a"), folder.file("b")});
@@ -91,7 +91,7 @@ TEST_F(RealBatchTest, endsWithAFailedJobWhenTheRealFfmpegIsCancelled) {
     EXPECT_EQ(job(2).state, JobState::waiting());
 }
 
-TEST_F(RealBatchTest, failsWithASentenceWhereTheOutputFolderCannotBeMade) {
+TEST_F(RealBatchTest, failsWithAMessageIfTheOutputFolderCannotBeCreated) {
     makeOpusFile(folder.file("1.opus"), 1);
     model->add({folder.file("1.opus")});
     destination = folder.write("file", "in the way").appendingPathComponent("out");

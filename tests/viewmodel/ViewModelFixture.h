@@ -19,12 +19,12 @@
 
 namespace kestrel::test {
 
-/// A view model among scripted surroundings, and what a test asks of it.
+/// A view model with scripted dependencies.
 class ViewModelTest : public ::testing::Test {
   protected:
     ViewModelTest() { makeModel(runner); }
 
-    /// Makes the view model anew, with another service to convert with.
+    /// Replaces the view model by one with this service.
     void makeModel(std::shared_ptr<ConversionRunner> service) {
         auto ownPanel = std::make_unique<ScriptedOpenPanel>();
         auto ownViewer = std::make_unique<ScriptedFileViewer>();
@@ -35,7 +35,7 @@ class ViewModelTest : public ::testing::Test {
                                              std::move(ownPanel), std::move(ownViewer)});
     }
 
-    /// Queues files of these names, in this order, which need not exist.
+    /// Queues files with these names, in this order; they need not exist.
     void queue(const std::vector<std::string>& names) {
         for (const std::string& name : names) {
             model->add({folder.file(name)});
@@ -77,7 +77,7 @@ class ViewModelTest : public ::testing::Test {
         return job(position).state.is(JobState::Case::converting);
     }
 
-    /// How often observers are told of a change while the function runs.
+    /// Counts the emissions of `willChange` while the function runs.
     int notifications(const std::function<void()>& function) const {
         int count = 0;
         const auto connection = QObject::connect(model.get(), &ConverterViewModel::willChange,

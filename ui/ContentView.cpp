@@ -22,7 +22,7 @@ namespace kestrel {
 ContentView::ContentView(std::shared_ptr<ConverterViewModel> model,
                          std::function<std::optional<FileURL>()> locateBinary, QWidget* parent)
     : QWidget(parent), model_(std::move(model)) {
-    // Before there is a view that it is asked about.
+    // Must precede the first view.
     installAccessibleViews();
     sidebar_ = new SettingsSidebar(model_, std::move(locateBinary), this);
     queue_ = new QueueView(model_, this);
@@ -54,8 +54,7 @@ void ContentView::scheduleRefresh() {
     if (isRefreshScheduled_) {
         return;
     }
-    // The announcement comes before the change; what it announces is there when the event loop
-    // turns.
+    // `willChange` is emitted before the write; the queued refresh runs after it.
     isRefreshScheduled_ = true;
     QMetaObject::invokeMethod(this, &ContentView::refresh, Qt::QueuedConnection);
 }
@@ -97,12 +96,12 @@ void ContentView::showAlert(const QString& message) {
     connect(alert_, &QDialog::finished, this, [this] {
         alert_.clear();
         model_->setAlertMessage(std::nullopt);
-        // Once the alert is gone. A window manager that heard of it only after the answer does not
-        // give the focus back; Qt 6.4 to 6.11 then hold no window for active.
+        // Queued, to run after the close. A window manager that learns of the alert only after its
+        // dismissal does not restore the focus; Qt 6.4 to 6.11 then have no active window.
         QMetaObject::invokeMethod(this, &QWidget::activateWindow, Qt::QueuedConnection);
     });
-    // For all windows: when the window behind is clicked, only such an alert gets the keyboard
-    // back in Qt 6.4. Qt 6.8 and 6.11 give it back to one for this window too.
+    // In Qt 6.4 only an application-modal dialog regains the keyboard focus when the blocked window
+    // is clicked; in Qt 6.8 and 6.11 a window-modal one does too.
     alert_->setWindowModality(Qt::ApplicationModal);
     alert_->show();
 }

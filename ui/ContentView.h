@@ -19,13 +19,13 @@ class BatchAnnouncer;
 class QueueView;
 class SettingsSidebar;
 
-/// Everything in the main window: the sidebar beside the queue panel, and the one alert. Redraws
-/// from the model once per turn of the event loop in which the model announces changes.
+/// The main window's contents: the sidebar, the queue panel and the alert. Coalesces the model's
+/// `willChange` signals into one refresh per event-loop iteration.
 class ContentView : public QWidget {
     Q_OBJECT
 
   public:
-    /// `locateBinary` returns ffmpeg's location, or none where it is not installed; called at every
+    /// `locateBinary` returns ffmpeg's location, or nullopt if it is not installed; called at every
     /// refresh.
     ContentView(std::shared_ptr<ConverterViewModel> model,
                 std::function<std::optional<FileURL>()> locateBinary, QWidget* parent = nullptr);
@@ -33,8 +33,8 @@ class ContentView : public QWidget {
     /// Shows the model as it is now.
     void refresh();
 
-    /// Keeps this height at the top free of contents for what lies over it; the backgrounds reach
-    /// below it.
+    /// Reserves this height, in pixels, at the top for the title bar drawn over it; the backgrounds
+    /// extend under it.
     void setTopInset(int height);
 
   private:

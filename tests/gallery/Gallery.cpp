@@ -18,8 +18,8 @@
 namespace kestrel {
 namespace {
 
-/// One picture: what happens before the window is there, and with it.
-struct Picture {
+/// One screenshot, and how to set up what it shows.
+struct Screenshot {
     const char* name;
     std::function<void(Scenario&)> prepare = [](Scenario&) {};
     bool hasFFmpeg = true;
@@ -58,7 +58,7 @@ void addAlbum(const Scenario& scenario) {
     scenario.chooseDestination("/home/ada/Music/Converted");
 }
 
-/// Two batches, of which the first one was cancelled.
+/// The first of two batches was cancelled.
 void showAllStates(Scenario& scenario) {
     addAlbum(scenario);
     const std::string message =
@@ -90,7 +90,7 @@ void showLongNames(Scenario& scenario) {
     scenario.chooseDestination("/home/ada/Music/" + words + words + "/Converted");
 }
 
-void showTenThousand(Scenario& scenario) {
+void showTenThousandJobs(Scenario& scenario) {
     std::vector<FileURL> urls;
     constexpr int count = 10'000;
     urls.reserve(count);
@@ -101,7 +101,7 @@ void showTenThousand(Scenario& scenario) {
     scenario.chooseDestination("/home/ada/Music/Converted");
 }
 
-std::vector<Picture> pictures() {
+std::vector<Screenshot> screenshots() {
     return {
         {.name = "empty"},
         {.name = "hovered", .prepare = [](Scenario& s) { s.model->setIsDropTargeted(true); }},
@@ -110,7 +110,7 @@ std::vector<Picture> pictures() {
         {.name = "all-states", .prepare = showAllStates},
         {.name = "converting", .prepare = showConverting},
         {.name = "long-names", .prepare = showLongNames},
-        {.name = "ten-thousand-jobs", .prepare = showTenThousand},
+        {.name = "ten-thousand-jobs", .prepare = showTenThousandJobs},
         {.name = "no-ffmpeg", .prepare = addAlbum, .hasFFmpeg = false},
         {.name = "alert",
          .prepare =
@@ -130,26 +130,26 @@ std::vector<Picture> pictures() {
     };
 }
 
-/// The window, and the alert over it if there is one.
+/// Grabs the window, and the alert over it if there is one.
 QPixmap grab(QWidget& window) {
-    QPixmap picture = window.grab();
+    QPixmap image = window.grab();
     QWidget* alert = window.findChild<QMessageBox*>();
     if (alert != nullptr && QTest::qWaitForWindowExposed(alert, test::timeout)) {
         QRect place = alert->rect();
         place.moveCenter(window.rect().center());
-        QPainter painter(&picture);
+        QPainter painter(&image);
         painter.fillRect(place.adjusted(-1, -1, 1, 1), QColor(0, 0, 0, 60));
         painter.drawPixmap(place.topLeft(), alert->grab());
     }
-    return picture;
+    return image;
 }
 
-bool take(const Picture& picture, const QString& path, bool isPseudo) {
-    const QFont usual = QApplication::font();
-    QFont font = usual;
-    font.setPointSizeF(usual.pointSizeF() * picture.fontPercent / 100);
+bool take(const Screenshot& screenshot, const QString& path, bool isPseudo) {
+    const QFont original = QApplication::font();
+    QFont font = original;
+    font.setPointSizeF(original.pointSizeF() * screenshot.fontPercent / 100);
     QApplication::setFont(font);
-    QApplication::setLayoutDirection(picture.isRightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
+    QApplication::setLayoutDirection(screenshot.isRightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
     bool isSaved = false;
     {
         PseudoTranslator translator(QApplication::layoutDirection());
@@ -157,19 +157,19 @@ bool take(const Picture& picture, const QString& path, bool isPseudo) {
             QCoreApplication::installTranslator(&translator);
         }
         Scenario scenario;
-        KestrelApp app(scenario.model, [&picture] {
-            return picture.hasFFmpeg ? std::optional(FileURL("/usr/bin/ffmpeg")) : std::nullopt;
+        KestrelApp app(scenario.model, [&screenshot] {
+            return screenshot.hasFFmpeg ? std::optional(FileURL("/usr/bin/ffmpeg")) : std::nullopt;
         });
         QWidget& window = app.window();
         window.resize(1060, 700);
         window.show();
-        picture.prepare(scenario);
+        screenshot.prepare(scenario);
         settle();
         isSaved = QTest::qWaitForWindowExposed(&window, test::timeout);
         settle();
         isSaved = isSaved && grab(window).save(path);
     }
-    QApplication::setFont(usual);
+    QApplication::setFont(original);
     QApplication::setLayoutDirection(Qt::LeftToRight);
     return isSaved;
 }
@@ -183,11 +183,11 @@ int run(const QString& folder, bool isPseudo) {
     for (const auto& [scheme, palette] :
          {std::pair("light", light), std::pair("dark", darkPalette())}) {
         QApplication::setPalette(palette);
-        for (const Picture& picture : pictures()) {
+        for (const Screenshot& screenshot : screenshots()) {
             const QString path =
                 QStringLiteral("%1/%2-%3.png")
-                    .arg(folder, QString::fromLatin1(picture.name), QString::fromLatin1(scheme));
-            if (!take(picture, path, isPseudo)) {
+                    .arg(folder, QString::fromLatin1(screenshot.name), QString::fromLatin1(scheme));
+            if (!take(screenshot, path, isPseudo)) {
                 static_cast<void>(std::fprintf(stderr, "gallery: cannot make %s\n",
                                                path.toLocal8Bit().constData()));
                 return 1;

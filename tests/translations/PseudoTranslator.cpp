@@ -12,7 +12,7 @@ QString lettersOf(Qt::LayoutDirection direction) {
                                         : QStringLiteral("áƀçďéƒğĥíĵķļɱñóþɋřšţúṽŵẋýž");
 }
 
-/// The letter in other letters, those from "a" to "z" in order; twice if it is a vowel.
+/// Maps a letter to its counterpart in `letters`, which correspond to "a" to "z"; doubles vowels.
 QString stretched(QChar letter, const QString& letters) {
     const int index = letter.toLower().unicode() - u'a';
     if (index < 0 || index >= letters.size()) {
@@ -87,7 +87,7 @@ QString PseudoTranslator::translated(const QString& source) const {
     QString rest = source;
     rest.remove(kept);
     static const QRegularExpression letter(QStringLiteral("[a-zA-Z]"));
-    // Some texts have few vowels.
+    // Doubled vowels alone may not lengthen it enough.
     while (rest.contains(letter) && 5 * result.size() < 7 * source.size()) {
         result += letters_.back();
     }

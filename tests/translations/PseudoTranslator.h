@@ -10,12 +10,12 @@
 
 namespace kestrel {
 
-/// Stands for a translation into a language whose texts are longer than the English ones: puts each
-/// text into brackets, and in the place of all its letters those with accents, or for a language
-/// from right to left Hebrew ones. What stays in plain letters has not been translated. Any thread.
+/// Pseudo-localisation: puts each text into brackets, lengthens it, and replaces its letters by
+/// accented ones, or by Hebrew ones for right-to-left layouts. Text that keeps its plain letters is
+/// not translated. Thread-safe.
 class PseudoTranslator final : public QTranslator {
   public:
-    /// Knows the texts of the committed template, and only those.
+    /// Translates the texts of the committed template only.
     explicit PseudoTranslator(Qt::LayoutDirection direction = Qt::LeftToRight);
 
     bool isEmpty() const override { return false; }
@@ -23,13 +23,13 @@ class PseudoTranslator final : public QTranslator {
     QString translate(const char* context, const char* sourceText, const char* disambiguation,
                       int n) const override;
 
-    /// The texts that the program asked for so far and that are not in the template.
+    /// The texts requested so far that are not in the template.
     QStringList missing() const;
 
     /// The texts of the template.
     QStringList sources() const;
 
-    /// At least 1.4 times as long, if there is a letter in it. Keeps placeholders and mnemonics.
+    /// At least 1.4 times as long if it has a letter. Keeps placeholders and mnemonics.
     QString translated(const QString& source) const;
 
   private:

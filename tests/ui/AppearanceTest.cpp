@@ -44,7 +44,7 @@ bool isNear(const QColor& a, const QColor& b, int tolerance) {
     EXPECT_TRUE(isNear(actual, expected, tolerance))                                               \
         << utf8((actual).name()) << " is not " << utf8((expected).name())
 
-/// Looks at the pixels of the window, light unless told.
+/// Checks the window's pixels, in a light palette by default.
 class AppearanceTest : public ::testing::Test {
   protected:
     AppearanceTest()
@@ -98,19 +98,19 @@ class AppearanceTest : public ::testing::Test {
         return strongest;
     }
 
-    /// How long the dashes and the gaps between them are, in pixels; whole ones only.
+    /// The lengths of the dashes and gaps, in pixels, without the cut ones at both ends.
     std::vector<int> dashes(int column) {
-        const QColor ink = outlineColor(column);
+        const QColor dashColor = outlineColor(column);
         std::vector<int> runs;
-        bool wasInk = false;
+        bool wasDash = false;
         for (const QColor& color : outline(column)) {
-            const bool isInk = std::abs(color.green() - ink.green()) <
-                               std::abs(color.green() - windowColor().green());
-            if (isInk != wasInk || runs.empty()) {
+            const bool isDash = std::abs(color.green() - dashColor.green()) <
+                                std::abs(color.green() - windowColor().green());
+            if (isDash != wasDash || runs.empty()) {
                 runs.push_back(0);
             }
             ++runs.back();
-            wasInk = isInk;
+            wasDash = isDash;
         }
         runs.erase(runs.begin());
         runs.pop_back();
@@ -152,7 +152,7 @@ TEST_F(AppearanceTest, letsTheBadgeGlow) {
     EXPECT_COLOR(sidebar.pixelColor(23, 54), expected, 12);
 }
 
-TEST_F(AppearanceTest, liftsTheSelectedFormat) {
+TEST_F(AppearanceTest, highlightsTheSelectedFormat) {
     const auto buttons = view_.findChildren<FormatButton*>();
     const QImage selected = image(buttons[0]);
     const QImage other = image(buttons[1]);
@@ -175,16 +175,16 @@ TEST_F(AppearanceTest, checksTheSelectedFormatInPurple) {
     EXPECT_FALSE(isNear(image(buttons[0]).pixelColor(checkMark), QColor(QRgb(darkPurple)), 60));
 }
 
-TEST_F(AppearanceTest, drawsTheTrackOfTheSliderThroughTheMiddleOfItsThumbOnWholePixels) {
+TEST_F(AppearanceTest, alignsTheSliderTrackToTheMiddleOfItsThumbAndToPixels) {
     const QImage slider = image(view_.findChild<QualitySlider*>());
     const int middle = slider.height() / 2;
     const QColor purple{QRgb(darkPurple)};
-    const QColor ground = slider.pixelColor(40, 2);
-    EXPECT_COLOR(slider.pixelColor(40, middle - 3), ground, 3);
+    const QColor background = slider.pixelColor(40, 2);
+    EXPECT_COLOR(slider.pixelColor(40, middle - 3), background, 3);
     for (const int y : {middle - 2, middle - 1, middle, middle + 1}) {
         EXPECT_COLOR(slider.pixelColor(40, y), purple, 1);
     }
-    EXPECT_COLOR(slider.pixelColor(40, middle + 2), ground, 3);
+    EXPECT_COLOR(slider.pixelColor(40, middle + 2), background, 3);
 }
 
 TEST_F(AppearanceTest, outlinesTheDropZoneThinAndPale) {
@@ -211,7 +211,7 @@ TEST_F(AppearanceTest, outlinesTheTargetedDropZoneTwiceAsWideInPurple) {
     EXPECT_EQ(image(zone()), idle);
 }
 
-TEST_F(AppearanceTest, dashesTheOutlineInSevens) {
+TEST_F(AppearanceTest, dashesTheOutlineEverySevenPixels) {
     for (const bool isTargeted : {false, true}) {
         scenario_.model->setIsDropTargeted(isTargeted);
         settle();
@@ -230,16 +230,18 @@ TEST_F(AppearanceTest, keepsTheOutlineAwayFromTheEdges) {
     settle();
     const QImage picture = image(zone());
     const QColor purple{QRgb(lightPurple)};
-    const auto isInk = [&](int x, int y) { return isNear(picture.pixelColor(x, y), purple, 40); };
-    QRect ink;
+    const auto isOutline = [&](int x, int y) {
+        return isNear(picture.pixelColor(x, y), purple, 40);
+    };
+    QRect bounds;
     for (int y = 0; y < picture.height(); ++y) {
         for (int x = 0; x < picture.width(); ++x) {
-            if (isInk(x, y)) {
-                ink |= QRect(x, y, 1, 1);
+            if (isOutline(x, y)) {
+                bounds |= QRect(x, y, 1, 1);
             }
         }
     }
-    EXPECT_EQ(ink, zone()->rect().adjusted(26, 20, -26, -20));
+    EXPECT_EQ(bounds, zone()->rect().adjusted(26, 20, -26, -20));
 }
 
 TEST_F(AppearanceTest, colorsTheStatusOfFFmpeg) {
@@ -289,7 +291,7 @@ TEST_F(AppearanceTest, fillsProgressInPurple) {
                  mixed(windowColor(), Qt::black, 0.12), 2);
 }
 
-TEST_F(AppearanceTest, followsTheDesktopIntoTheDarkExceptInTheSidebar) {
+TEST_F(AppearanceTest, followsADarkPaletteExceptInTheSidebar) {
     const QImage sidebar = image(view_.findChild<SettingsSidebar*>());
     makeDark();
     EXPECT_EQ(image(view_.findChild<SettingsSidebar*>()), sidebar);

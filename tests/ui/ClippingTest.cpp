@@ -15,15 +15,15 @@ namespace {
 
 enum class Contents { empty, jobs, uncompressed };
 
-/// A window of the smallest size, by font size in percent, direction, palette and contents.
-using Situation = std::tuple<int, Qt::LayoutDirection, bool, Contents>;
+/// Font size in percent, layout direction, high contrast, contents; all in the smallest window.
+using Configuration = std::tuple<int, Qt::LayoutDirection, bool, Contents>;
 
-class ClippingTest : public ::testing::TestWithParam<Situation> {
+class ClippingTest : public ::testing::TestWithParam<Configuration> {
   protected:
     void SetUp() override {
         const auto [percent, direction, isHighContrast, contents] = GetParam();
-        QFont font = usualFont_;
-        font.setPointSizeF(usualFont_.pointSizeF() * percent / 100);
+        QFont font = originalFont_;
+        font.setPointSizeF(originalFont_.pointSizeF() * percent / 100);
         QApplication::setFont(font);
         QApplication::setLayoutDirection(direction);
         if (isHighContrast) {
@@ -40,8 +40,8 @@ class ClippingTest : public ::testing::TestWithParam<Situation> {
 
     void TearDown() override {
         view_.reset();
-        QApplication::setFont(usualFont_);
-        QApplication::setPalette(usualPalette_);
+        QApplication::setFont(originalFont_);
+        QApplication::setPalette(originalPalette_);
         QApplication::setLayoutDirection(Qt::LeftToRight);
     }
 
@@ -59,8 +59,8 @@ class ClippingTest : public ::testing::TestWithParam<Situation> {
         static_cast<void>(scenario_.waitForProgress(2));
     }
 
-    const QFont usualFont_ = QApplication::font();
-    const QPalette usualPalette_ = QApplication::palette();
+    const QFont originalFont_ = QApplication::font();
+    const QPalette originalPalette_ = QApplication::palette();
     Scenario scenario_;
     std::unique_ptr<ContentView> view_;
 };
@@ -69,15 +69,15 @@ TEST_P(ClippingTest, fitsIntoTheSmallestWindow) {
     EXPECT_EQ(view_->size(), QSize(960, 640 - 28));
 }
 
-TEST_P(ClippingTest, cutsNoTextOff) {
+TEST_P(ClippingTest, clipsNoText) {
     expectRoomForTexts(*view_);
 }
 
-TEST_P(ClippingTest, laysNothingOverSomethingElse) {
+TEST_P(ClippingTest, overlapsNoWidgets) {
     expectNoOverlap(view_.get());
 }
 
-std::string nameOfSituation(const ::testing::TestParamInfo<Situation>& info) {
+std::string configurationName(const ::testing::TestParamInfo<Configuration>& info) {
     const auto [percent, direction, isHighContrast, contents] = info.param;
     const char* const names[] = {"Empty", "Jobs", "Uncompressed"};
     return std::to_string(percent) +
@@ -85,20 +85,20 @@ std::string nameOfSituation(const ::testing::TestParamInfo<Situation>& info) {
            (isHighContrast ? "HighContrast" : "") + names[static_cast<int>(contents)];
 }
 
-INSTANTIATE_TEST_SUITE_P(Situations, ClippingTest,
+INSTANTIATE_TEST_SUITE_P(Configurations, ClippingTest,
                          ::testing::Combine(::testing::Values(100, 125, 150, 200),
                                             ::testing::Values(Qt::LeftToRight, Qt::RightToLeft),
                                             ::testing::Values(false),
                                             ::testing::Values(Contents::empty, Contents::jobs,
                                                               Contents::uncompressed)),
-                         nameOfSituation);
+                         configurationName);
 
 INSTANTIATE_TEST_SUITE_P(HighContrast, ClippingTest,
                          ::testing::Combine(::testing::Values(100, 200),
                                             ::testing::Values(Qt::LeftToRight),
                                             ::testing::Values(true),
                                             ::testing::Values(Contents::empty, Contents::jobs)),
-                         nameOfSituation);
+                         configurationName);
 
 } // namespace
 } // namespace kestrel

@@ -20,16 +20,16 @@ class ContentViewTest : public ::testing::Test {
   protected:
     ContentViewTest()
         : view_(scenario_.model, [this]() -> std::optional<FileURL> {
-              ++looks_;
+              ++lookups_;
               return std::nullopt;
           }) {
         view_.resize(960, 640);
         EXPECT_TRUE(showActive(view_));
-        looks_ = 0;
+        lookups_ = 0;
     }
 
-    /// A refresh looks for ffmpeg twice, for the colour and for the words.
-    int refreshes() const { return looks_ / 2; }
+    /// A refresh locates ffmpeg twice, for the colour and for the text.
+    int refreshes() const { return lookups_ / 2; }
 
     QMessageBox* alert() const { return view_.findChild<QMessageBox*>(); }
 
@@ -49,12 +49,12 @@ class ContentViewTest : public ::testing::Test {
     }
 
     Scenario scenario_;
-    /// For ffmpeg.
-    int looks_ = 0;
+    /// Calls of `locateBinary`.
+    int lookups_ = 0;
     ContentView view_;
 };
 
-TEST_F(ContentViewTest, refreshesOnceForManyAnnouncements) {
+TEST_F(ContentViewTest, coalescesManyChangesIntoOneRefresh) {
     for (int count = 0; count < 50; ++count) {
         scenario_.model->setIsDropTargeted(count % 2 == 0);
     }
@@ -63,7 +63,7 @@ TEST_F(ContentViewTest, refreshesOnceForManyAnnouncements) {
     EXPECT_EQ(refreshes(), 1);
 }
 
-TEST_F(ContentViewTest, refreshesAgainInTheNextTurn) {
+TEST_F(ContentViewTest, refreshesAgainInTheNextIteration) {
     scenario_.model->setIsDropTargeted(true);
     settle();
     scenario_.model->setIsDropTargeted(false);
@@ -120,7 +120,7 @@ TEST_F(ContentViewTest, showsOneAlertWithTheLatestText) {
     EXPECT_EQ(utf8(alert()->text()), "second");
 }
 
-TEST_F(ContentViewTest, takesTheAlertBackWithTheMessage) {
+TEST_F(ContentViewTest, closesTheAlertWhenTheMessageIsReset) {
     raise("first");
     scenario_.model->setAlertMessage(std::nullopt);
     settle();

@@ -5,7 +5,7 @@
 
 namespace kestrel {
 
-/// Holds threads back until it is opened, for good. Any thread.
+/// One-shot latch: blocks threads until it is opened, for good. Thread-safe.
 class Gate {
   public:
     void pass() {

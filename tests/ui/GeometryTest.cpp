@@ -37,7 +37,7 @@ struct Measure {
     int expected;
 };
 
-/// The places and sizes of real widgets, in pixels of a window without a strip at its top.
+/// Checks positions and sizes of widgets, in pixels, in a window without a title bar.
 class GeometryTest : public ::testing::Test {
   protected:
     GeometryTest() : view_(scenario_.model, [] { return FileURL("/usr/bin/ffmpeg"); }) {
@@ -63,12 +63,12 @@ class GeometryTest : public ::testing::Test {
 
     static int bottom(const QRect& rect) { return rect.y() + rect.height(); }
 
-    /// The room between a box and the next one on its right, or below it.
+    /// The gap between a box and the next one to its right, or below it.
     static int across(const QRect& a, const QRect& b) { return b.x() - end(a); }
 
     static int down(const QRect& a, const QRect& b) { return b.y() - bottom(a); }
 
-    /// Has the list show a row that failed, one that is converted and two that wait.
+    /// Shows one failed, one converting and two waiting rows.
     std::vector<JobRow*> showRows() {
         scenario_.holdBack("b.opus", 0.5);
         scenario_.add({"a.opus", "b.opus", "c.opus", "d.opus"});
@@ -79,7 +79,7 @@ class GeometryTest : public ::testing::Test {
         return view_.findChild<JobScrollArea*>()->rows();
     }
 
-    /// A part of a row by its name.
+    /// The box of a row's child widget, by object name.
     QRect part(const JobRow* row, const char* name) const { return box(find<QWidget>(*row, name)); }
 
     static void expectAll(const std::vector<Measure>& measures) {
@@ -296,7 +296,7 @@ TEST_F(GeometryTest, laysOutTheRowsOfTheList) {
     });
 }
 
-TEST_F(GeometryTest, keepsTheCirclesAtTheEndsOfRowsInLine) {
+TEST_F(GeometryTest, alignsCheckMarksAndRemoveButtons) {
     scenario_.add({"a.opus"});
     static_cast<void>(scenario_.convertAll());
     scenario_.add({"b.opus"});
@@ -318,7 +318,7 @@ TEST_F(GeometryTest, keepsTheSidebarAtItsWidthInAWiderWindow) {
     });
 }
 
-TEST_F(GeometryTest, keepsContentsOutOfTheTopInsetAndBackgroundsUnderIt) {
+TEST_F(GeometryTest, insetsContentsButNotBackgroundsAtTheTop) {
     view_.setTopInset(28);
     settle();
     expectAll({
@@ -331,7 +331,7 @@ TEST_F(GeometryTest, keepsContentsOutOfTheTopInsetAndBackgroundsUnderIt) {
     });
 }
 
-TEST_F(GeometryTest, sizesItsFontsAfterTheUsersFont) {
+TEST_F(GeometryTest, scalesFontsWithTheApplicationFont) {
     scenario_.add({"a.opus"});
 
     struct Text {
@@ -373,7 +373,7 @@ TEST_F(GeometryTest, keepsTheSectionLabelsAtTheirOwnSize) {
     for (const SectionLabel* label : view_.findChildren<SectionLabel*>()) {
         EXPECT_EQ(label->font().pixelSize(), 10);
         EXPECT_EQ(label->font().weight(), QFont::Bold);
-        // Qt keeps it in sixty-fourths.
+        // Qt stores it in units of 1/64.
         EXPECT_NEAR(label->font().letterSpacing(), 1.1, 1.0 / 64);
         EXPECT_EQ(label->font().letterSpacingType(), QFont::AbsoluteSpacing);
     }

@@ -48,7 +48,7 @@ class KeyboardTest : public ::testing::Test {
                         : focus->accessibleName());
     }
 
-    /// The names of all that takes the focus, from the first format on, until that comes again.
+    /// The names of all tab stops, from the first format on until it has the focus again.
     std::vector<std::string> tabOrder(Qt::Key key) {
         view_.findChild<FormatButton*>()->setFocus(Qt::TabFocusReason);
         std::vector<std::string> names;
@@ -64,7 +64,7 @@ class KeyboardTest : public ::testing::Test {
         ASSERT_TRUE(widget->hasFocus());
     }
 
-    /// By the button that starts a batch, which then has the focus.
+    /// Through the start button, which then has the focus.
     void raiseAlert() {
         scenario_.add({"a.opus"});
         focus(find<Button>(view_, "startButton"));
@@ -82,13 +82,13 @@ class KeyboardTest : public ::testing::Test {
     ContentView view_;
 };
 
-TEST_F(KeyboardTest, goesThroughAnEmptyWindowInTheOrderOfReading) {
+TEST_F(KeyboardTest, tabsThroughAnEmptyWindowInReadingOrder) {
     EXPECT_THAT(tabOrder(Qt::Key_Tab),
                 ElementsAre("MP3", "AIFF", "WAV", "Quality", "Folder", "Add Audio", "Choose Audio",
                             "Choose Folder", "Save to Choose destination…"));
 }
 
-TEST_F(KeyboardTest, goesThroughAFilledWindowInTheOrderOfReading) {
+TEST_F(KeyboardTest, tabsThroughAFilledWindowInReadingOrder) {
     ConversionSettings settings;
     settings.format = OutputFormat::wav;
     scenario_.model->setSettings(settings);
@@ -185,7 +185,7 @@ TEST_F(KeyboardTest, givesTheFocusBackAfterTheAlert) {
     EXPECT_TRUE(test::runUntil([] { return focusName() == "Convert 1 File"; }));
 }
 
-TEST_F(KeyboardTest, givesTheFocusBackAfterAnAlertThatTheWindowManagerHeardOfTooLate) {
+TEST_F(KeyboardTest, givesTheFocusBackAfterTheAlertUnderASlowWindowManager) {
     {
         const test::SlowWindowManager slow;
         ASSERT_NO_FATAL_FAILURE(raiseAlert());
@@ -195,7 +195,7 @@ TEST_F(KeyboardTest, givesTheFocusBackAfterAnAlertThatTheWindowManagerHeardOfToo
     EXPECT_TRUE(test::runUntil([] { return focusName() == "Convert 1 File"; }));
 }
 
-TEST_F(KeyboardTest, showsWhereTheFocusIsOnEveryControl) {
+TEST_F(KeyboardTest, drawsTheFocusRingOfEveryControl) {
     scenario_.chooseDestination("/no-such-folder/Out");
     std::vector<QWidget*> controls;
     for (QWidget* widget : view_.findChildren<QWidget*>()) {
@@ -216,7 +216,7 @@ TEST_F(KeyboardTest, showsWhereTheFocusIsOnEveryControl) {
     }
 }
 
-TEST_F(KeyboardTest, showsNoFocusToThoseWhoClick) {
+TEST_F(KeyboardTest, showsNoFocusRingForMouseFocus) {
     auto* slider = view_.findChild<QualitySlider*>();
     press(Qt::Key_Tab);
     QTest::mouseClick(slider, Qt::LeftButton);
@@ -226,7 +226,7 @@ TEST_F(KeyboardTest, showsNoFocusToThoseWhoClick) {
     EXPECT_TRUE(KeyboardFocus::isShownOn(*slider));
 }
 
-TEST_F(KeyboardTest, leavesTheFocusWhereItIsWhenAButtonIsClicked) {
+TEST_F(KeyboardTest, keepsTheFocusWhenAButtonIsClicked) {
     auto* slider = view_.findChild<QualitySlider*>();
     focus(slider);
     QTest::mouseClick(findButton<Button>(view_, "Add Audio"), Qt::LeftButton);

@@ -7,14 +7,14 @@
 
 namespace kestrel {
 
-/// A square without anything in it.
+/// A transparent square.
 inline QImage blankImage(int size) {
     QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     return image;
 }
 
-/// The SVG file as Qt's own reader paints it; blank where it cannot be read.
+/// The SVG file as rendered by QSvgRenderer; blank if it cannot be read.
 inline QImage paintedFromFile(const QString& file, int size) {
     QImage image = blankImage(size);
     QSvgRenderer renderer(file);

@@ -16,7 +16,7 @@
 
 namespace kestrel {
 
-/// The widget's class, name and text, for the report of a failure.
+/// The widget's class, name and text, for failure messages.
 inline std::string describe(const QWidget* widget) {
     const auto* label = qobject_cast<const QLabel*>(widget);
     const auto* button = qobject_cast<const QAbstractButton*>(widget);
@@ -27,7 +27,7 @@ inline std::string describe(const QWidget* widget) {
            widget->objectName().toStdString() + " \"" + text.toStdString() + "\"";
 }
 
-/// Whether everything of a label's text is inside its rectangle, or left out with an ellipsis.
+/// Returns true iff the label's text fits into its rectangle or is elided.
 inline bool hasRoomForText(const Label& label) {
     if (qobject_cast<const ElidedLabel*>(&label) != nullptr) {
         return label.height() >= QFontMetricsF(label.font()).height() &&
@@ -57,14 +57,14 @@ template <typename Widget> void expectRoomForTextsOf(const QWidget& parent) {
     }
 }
 
-/// Expects that no text below the widget is cut off.
+/// Expects that no descendant's text is clipped.
 inline void expectRoomForTexts(const QWidget& parent) {
     expectRoomForTextsOf<Label>(parent);
     expectRoomForTextsOf<Button>(parent);
     expectRoomForTextsOf<PopUpButton>(parent);
 }
 
-/// Expects that each widget below this one is inside its parent, and that none lies over another.
+/// Expects that each descendant is inside its parent, and that no siblings overlap.
 inline void expectNoOverlap(const QWidget* parent) {
     const auto isShown = [](const QWidget* widget) {
         return widget->isVisible() && !widget->isWindow() && widget->width() > 1 &&

@@ -21,23 +21,22 @@
 
 namespace kestrel {
 
-/// Lets everything happen that is due now.
+/// Processes all pending events, deferred deletions included.
 inline void settle() {
     QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCoreApplication::processEvents();
 }
 
-/// Waits until the window is on the display and has the keyboard; false if it does not come to.
-/// Before a window is exposed, the X server may still send the size that it was created with, and
-/// Qt lays it out in that size for a moment.
+/// Waits until the window is exposed and active; returns false on a timeout. Before a window is
+/// exposed, the X server may still report the size it was created with, and Qt lays it out in that
+/// size for a moment.
 inline bool waitUntilShown(QWidget& window) {
     return QTest::qWaitForWindowExposed(&window, test::timeout) &&
            QTest::qWaitForWindowActive(&window, test::timeout);
 }
 
-/// Shows the widget in a window that has the keyboard, once everything that is due has happened;
-/// false if it does not get it.
+/// Shows the widget in an active window and processes pending events; returns false on a timeout.
 inline bool showActive(QWidget& widget) {
     widget.show();
     widget.activateWindow();
@@ -46,18 +45,18 @@ inline bool showActive(QWidget& widget) {
     return isShown;
 }
 
-/// A view model with scripted surroundings, and the steps that bring it into a state. A batch that
-/// waits at the gate is cancelled when the scenario ends.
+/// A view model with scripted dependencies, and the steps that bring it into a state. The
+/// destructor cancels a batch that waits at the gate.
 class Scenario {
   public:
     Scenario() {
-        auto surroundings =
+        auto dependencies =
             ConverterViewModel::Dependencies{runner, [] { return FileURL("/usr/bin/ffmpeg"); },
                                              std::make_unique<test::ScriptedOpenPanel>(),
                                              std::make_unique<test::ScriptedFileViewer>()};
-        panel = static_cast<test::ScriptedOpenPanel*>(surroundings.openPanel.get());
-        viewer = static_cast<test::ScriptedFileViewer*>(surroundings.fileViewer.get());
-        model = std::make_shared<ConverterViewModel>(std::move(surroundings));
+        panel = static_cast<test::ScriptedOpenPanel*>(dependencies.openPanel.get());
+        viewer = static_cast<test::ScriptedFileViewer*>(dependencies.fileViewer.get());
+        model = std::make_shared<ConverterViewModel>(std::move(dependencies));
     }
 
     Scenario(const Scenario&) = delete;
@@ -79,7 +78,7 @@ class Scenario {
         settle();
     }
 
-    /// Queues so many files, 0.opus, 1.opus and so on, of a folder that does not exist.
+    /// Queues `count` files, 0.opus, 1.opus and so on, of a folder that does not exist.
     void addMany(int count) const {
         std::vector<FileURL> urls;
         urls.reserve(static_cast<std::size_t>(count));
@@ -126,12 +125,12 @@ class Scenario {
         settle();
     }
 
-    /// Waits until the job at a place in the queue reports progress; false if it does not.
+    /// Waits until the job at an index reports progress; returns false on a timeout.
     bool waitForProgress(std::size_t index) const {
         return test::runUntil([this, index] { return model->jobs()[index].progress > 0; });
     }
 
-    /// Waits for the end of the batch; false if it does not come.
+    /// Waits for the end of the batch; returns false on a timeout.
     bool finish() const {
         const bool isOver = test::runUntil([this] { return !model->isConverting(); });
         settle();
@@ -154,18 +153,18 @@ class Scenario {
 
     Gate gate;
     std::shared_ptr<test::ScriptedRunner> runner = std::make_shared<test::ScriptedRunner>();
-    // The model owns both.
+    // Owned by the model.
     test::ScriptedOpenPanel* panel = nullptr;
     test::ScriptedFileViewer* viewer = nullptr;
     std::shared_ptr<ConverterViewModel> model;
 };
 
-/// The one descendant with this object name; null if there is none.
+/// The descendant with this object name, or null.
 template <typename Widget> Widget* find(const QWidget& parent, const char* name) {
     return parent.findChild<Widget*>(QString::fromLatin1(name));
 }
 
-/// The first descendant button with this text that is in sight; null if there is none.
+/// The first visible descendant button with this text, or null.
 template <typename Widget> Widget* findButton(const QWidget& parent, const char* text) {
     for (Widget* button : parent.findChildren<Widget*>()) {
         if (button->text() == QString::fromUtf8(text) && button->isVisible()) {

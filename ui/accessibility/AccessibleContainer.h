@@ -6,8 +6,8 @@
 
 namespace kestrel {
 
-/// What assistive technology sees of a widget that chooses which objects are its children. A
-/// question for one that is not there, or no longer, is answered with none.
+/// Accessible interface of a widget that selects its accessible children. For a child that does not
+/// exist, or no longer does, `child` returns null and `indexOfChild` -1.
 class AccessibleContainer : public QAccessibleWidget {
   public:
     using QAccessibleWidget::QAccessibleWidget;
@@ -23,8 +23,8 @@ class AccessibleContainer : public QAccessibleWidget {
     }
 
   protected:
-    /// The children, in order. Also asked of a widget that is being destroyed, which by then is no
-    /// longer of its own class.
+    /// The accessible children, in order. Also called while the widget is being destroyed, when
+    /// `qobject_cast` to its own class already returns null.
     virtual QObjectList parts() const = 0;
 };
 

@@ -14,8 +14,8 @@
 namespace kestrel {
 namespace {
 
-/// The list with its scroll bar. Qt 6.4 to 6.11 have one of their own for this, which crashes where
-/// somebody who has counted both parts asks for the second when it has been hidden.
+/// The list with its scroll bar. Replaces Qt's own interface, which in Qt 6.4 to 6.11 crashes when
+/// a client that has counted both children queries the second after it was hidden.
 class AccessibleJobScrollArea : public AccessibleContainer {
   public:
     explicit AccessibleJobScrollArea(JobScrollArea* area)
@@ -28,7 +28,7 @@ class AccessibleJobScrollArea : public AccessibleContainer {
             return {};
         }
         QObjectList parts{area->viewport()};
-        // The widget around the bar.
+        // The scroll bar's container widget.
         QWidget* side = area->verticalScrollBar()->parentWidget();
         if (side->isVisible()) {
             parts.push_back(side);
@@ -46,7 +46,7 @@ class AccessibleJobList : public AccessibleContainer {
   protected:
     QObjectList parts() const override {
         QObjectList parts;
-        // A list that is being destroyed is no longer one while its viewport still is there.
+        // During destruction the viewport outlives the JobScrollArea part of its parent.
         if (const auto* area = qobject_cast<const JobScrollArea*>(widget()->parentWidget())) {
             for (JobRow* row : area->rows()) {
                 parts.push_back(row);
@@ -56,7 +56,7 @@ class AccessibleJobList : public AccessibleContainer {
     }
 };
 
-/// Offers to remove the job as long as its row has the button for that.
+/// Offers the press action, which removes the job, iff the row has a remove button.
 class AccessibleJobRow : public QAccessibleWidget {
   public:
     explicit AccessibleJobRow(JobRow& row)

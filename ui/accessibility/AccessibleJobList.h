@@ -2,8 +2,8 @@
 
 namespace kestrel {
 
-/// Has assistive technology see job lists and their rows as a list and its items. A list has only
-/// the rows that are widgets at the time, in their order. Calls after the first do nothing.
+/// Exposes job lists and their rows to assistive technology as lists and list items. Only rows that
+/// currently have a widget are items, in queue order. Idempotent.
 void installAccessibleJobList();
 
 } // namespace kestrel

@@ -15,7 +15,7 @@
 namespace kestrel {
 namespace {
 
-/// A slider whose value is the quality itself, not the number of its steps.
+/// A slider whose accessible value is the quality in percent, not the slider position.
 class AccessibleQualitySlider : public QAccessibleWidget, public QAccessibleValueInterface {
   public:
     explicit AccessibleQualitySlider(QualitySlider* slider)

@@ -2,8 +2,8 @@
 
 namespace kestrel {
 
-/// Installs the accessible interfaces of the views that Qt has none for, job lists included. Calls
-/// after the first do nothing. Main thread, before the first view.
+/// Installs the accessible interfaces of the views that Qt's own do not fit, job lists included.
+/// Idempotent. Called on the main thread, before the first view is created.
 void installAccessibleViews();
 
 } // namespace kestrel

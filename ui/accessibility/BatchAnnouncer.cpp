@@ -17,7 +17,7 @@ BatchAnnouncer::BatchAnnouncer(std::shared_ptr<ConverterViewModel> model, QWidge
       model_(std::move(model)),
       wasConverting_(model_->isConverting()),
       batchLength_(model_->jobs().size()) {
-    // What has no size is not showing, and what is not showing is not read.
+    // A widget without a size is not "showing" in AT-SPI, and screen readers skip it.
     setFixedSize(1, 1);
     setAttribute(Qt::WA_TransparentForMouseEvents);
 }
@@ -44,7 +44,7 @@ QString BatchAnnouncer::outcome() const {
     };
     const auto completed = count(JobState::Case::completed);
     const auto failed = count(JobState::Case::failed);
-    // The jobs that came while the batch ran stand behind its own and wait for the next one.
+    // Jobs queued during the batch come after its own and wait for the next one.
     const std::size_t length = std::min(batchLength_, jobs.size());
     const bool isOver = std::all_of(
         jobs.begin(), std::next(jobs.begin(), static_cast<std::ptrdiff_t>(length)),
@@ -64,8 +64,8 @@ QString BatchAnnouncer::outcome() const {
 
 void BatchAnnouncer::announce(const QString& text) {
     setAccessibleName(text);
-    // A notification is read when it appears. Qt 6.4 has no announcement event; Qt 6.8 and 6.11
-    // have.
+    // Screen readers speak a notification when it is shown. Qt 6.4 has no announcement event;
+    // Qt 6.8 and 6.11 have.
     for (const QAccessible::Event type : {QAccessible::ObjectHide, QAccessible::ObjectShow}) {
         QAccessibleEvent event(this, type);
         QAccessible::updateAccessibility(&event);

@@ -9,15 +9,15 @@
 
 namespace kestrel {
 
-/// Tells assistive technology when a batch starts and how it ended, without taking the focus.
-/// Nothing of it is seen.
+/// Announces the start and the outcome of a batch to screen readers, without taking the focus.
+/// Paints nothing.
 class BatchAnnouncer : public QWidget {
     Q_OBJECT
 
   public:
     explicit BatchAnnouncer(std::shared_ptr<ConverterViewModel> model, QWidget* parent = nullptr);
 
-    /// Announces what has changed since the last call.
+    /// Announces a batch that has started or ended since the last call.
     void refresh();
 
   private:
@@ -26,7 +26,7 @@ class BatchAnnouncer : public QWidget {
 
     std::shared_ptr<ConverterViewModel> model_;
     bool wasConverting_ = false;
-    /// How long the queue was when the batch began, which goes no further.
+    /// The queue's length when the batch started; later jobs are not part of it.
     std::size_t batchLength_ = 0;
 };
 

@@ -21,14 +21,14 @@ namespace {
 constexpr int symbolGap = 6;
 constexpr double disabledTextOpacity = 0.4;
 
-struct Measures {
+struct Metrics {
     int minHeight;
     int verticalPadding;
     int horizontalPadding;
     double radius;
 };
 
-Measures measures(Button::Variant variant, Button::ControlSize size) {
+Metrics metricsOf(Button::Variant variant, Button::ControlSize size) {
     if (variant == Button::Variant::plain) {
         return {24, 2, 4, 6};
     }
@@ -52,7 +52,7 @@ Button::Button(Variant variant, const QString& text, QWidget* parent)
     : QPushButton(text, parent), variant_(variant) {
     setFocusPolicy(Qt::TabFocus);
     setAttribute(Qt::WA_Hover);
-    // Enter presses it, as Space does; in Qt 6.4 to 6.11, not without this.
+    // In Qt 6.4 to 6.11, Enter presses only auto-default buttons.
     setAutoDefault(true);
     setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
     if (variant == Variant::prominent) {
@@ -77,8 +77,8 @@ void Button::setTextFont(const TextFont& font) {
     updateGeometry();
 }
 
-void Button::setThemeColor(ThemeColor ink) {
-    themeColor_ = ink;
+void Button::setThemeColor(ThemeColor color) {
+    themeColor_ = color;
     update();
 }
 
@@ -97,11 +97,11 @@ void Button::markDestructive() {
 }
 
 int Button::padding() const {
-    return measures(variant_, controlSize_).horizontalPadding;
+    return metricsOf(variant_, controlSize_).horizontalPadding;
 }
 
 void Button::refreshHover() {
-    // Qt 6.4 to 6.11 send this event with the mouse's next motion only.
+    // Qt 6.4 to 6.11 send Leave only with the next mouse move.
     if (underMouse() && !rect().contains(mapFromGlobal(QCursor::pos()))) {
         QEvent leave(QEvent::Leave);
         QCoreApplication::sendEvent(this, &leave);
@@ -110,7 +110,7 @@ void Button::refreshHover() {
 }
 
 double Button::cornerRadius() const {
-    return measures(variant_, controlSize_).radius;
+    return metricsOf(variant_, controlSize_).radius;
 }
 
 int Button::labelWidth() const {
@@ -122,10 +122,10 @@ int Button::labelWidth() const {
 }
 
 QSize Button::sizeHint() const {
-    const Measures all = measures(variant_, controlSize_);
+    const Metrics metrics = metricsOf(variant_, controlSize_);
     const int contents = std::max(lineHeight(font()), symbol_ ? symbolSize(font()) : 0);
-    const int height = std::max(all.minHeight, contents + 2 * all.verticalPadding);
-    return {std::max(labelWidth(), minimumLabelWidth_) + 2 * all.horizontalPadding, height};
+    const int height = std::max(metrics.minHeight, contents + 2 * metrics.verticalPadding);
+    return {std::max(labelWidth(), minimumLabelWidth_) + 2 * metrics.horizontalPadding, height};
 }
 
 QSize Button::minimumSizeHint() const {

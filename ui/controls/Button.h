@@ -10,35 +10,35 @@
 
 namespace kestrel {
 
-/// A button in one of the window's own looks. Pressed by the mouse, Space or Enter; takes the
-/// keyboard focus by Tab, not by a click.
+/// A custom-painted push button. Pressed by the mouse, Space or Enter; takes the keyboard focus by
+/// Tab, not by a click.
 class Button : public QPushButton {
     Q_OBJECT
 
   public:
     enum class Variant {
-        /// Nothing but the label.
+        /// The label only.
         plain,
         bordered,
-        /// Filled, for what people mostly want next.
+        /// Filled, for the primary action.
         prominent,
     };
     enum class ControlSize { regular, large };
 
     explicit Button(Variant variant, const QString& text = {}, QWidget* parent = nullptr);
 
-    /// Shows the symbol before the text, or alone if there is none.
+    /// Shows the symbol before the text, or alone if the text is empty.
     void setSymbol(Symbol symbol);
     void setTextFont(const TextFont& font);
-    /// The ink of the label.
-    void setThemeColor(ThemeColor ink);
+    /// The colour of the label.
+    void setThemeColor(ThemeColor color);
     void setControlSize(ControlSize size);
-    /// The room for the label, without the button's own edges, in pixels.
+    /// The minimum width of the label, without the padding, in pixels.
     void setMinimumLabelWidth(int width);
-    /// Marks the button as one that breaks something off, by its ink.
+    /// Marks the action as destructive: the label becomes red.
     void markDestructive();
 
-    /// Takes the button's highlight if it has moved from under a mouse that stayed where it is.
+    /// Clears the hover state if the button has moved from under a resting mouse.
     void refreshHover();
 
     QSize sizeHint() const override;
@@ -47,7 +47,7 @@ class Button : public QPushButton {
   protected:
     void paintEvent(QPaintEvent* event) override;
 
-    /// Draws what lies behind the label: the fill, the edge, the focus ring.
+    /// Draws fill, border and focus ring.
     virtual void drawBackground(QPainter& painter);
     virtual void drawLabel(QPainter& painter);
 

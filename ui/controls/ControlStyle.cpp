@@ -30,7 +30,7 @@ constexpr int comboBoxIndicator = 20;
 
 constexpr double disabledOpacity = 0.4;
 
-QColor ink(ThemeColor::Name name, double opacity, const QStyleOption& option) {
+QColor colorOf(ThemeColor::Name name, double opacity, const QStyleOption& option) {
     return ThemeColor(name).withOpacity(opacity).color(option.palette);
 }
 
@@ -57,8 +57,8 @@ void drawSlider(QPainter& painter, const QStyleOptionSlider& option, const QRect
         filled.setRight(thumb.center().x());
     }
     const double opacity = isEnabled(option) ? 1 : disabledOpacity;
-    fillCapsule(painter, track, ink(ThemeColor::Name::primary, 0.18 * opacity, option));
-    fillCapsule(painter, filled, ink(ThemeColor::Name::purple, opacity, option));
+    fillCapsule(painter, track, colorOf(ThemeColor::Name::primary, 0.18 * opacity, option));
+    fillCapsule(painter, filled, colorOf(ThemeColor::Name::purple, opacity, option));
 
     const QRectF knob = QRectF(thumb).adjusted(1, 1, -1, -1);
     painter.setPen(QPen(QColor(0, 0, 0, 70), 1));
@@ -66,7 +66,7 @@ void drawSlider(QPainter& painter, const QStyleOptionSlider& option, const QRect
     painter.setBrush(isPressed ? QColor(0xE4, 0xE4, 0xEA) : QColor(Qt::white));
     painter.drawEllipse(knob);
     if (hasFocusRing) {
-        painter.setPen(QPen(ink(ThemeColor::Name::purple, 1, option), 2));
+        painter.setPen(QPen(colorOf(ThemeColor::Name::purple, 1, option), 2));
         painter.setBrush(Qt::NoBrush);
         painter.drawEllipse(knob);
     }
@@ -81,10 +81,10 @@ void drawScrollBar(QPainter& painter, const QStyleOptionSlider& option, const QR
     const int inset = isActive ? 2 : 3;
     const QRect shown = option.orientation == Qt::Vertical ? handle.adjusted(inset, 2, -inset, -2)
                                                            : handle.adjusted(2, inset, -2, -inset);
-    fillCapsule(painter, shown, ink(ThemeColor::Name::primary, isActive ? 0.5 : 0.28, option));
+    fillCapsule(painter, shown, colorOf(ThemeColor::Name::primary, isActive ? 0.5 : 0.28, option));
 }
 
-/// The two arrow heads of a pop-up list, one up and one down.
+/// The combo box indicator: one chevron up, one down.
 void drawChevrons(QPainter& painter, const QRectF& box, const QColor& color) {
     constexpr double halfWidth = 3;
     constexpr double height = 3;
@@ -106,29 +106,30 @@ void drawComboBox(QPainter& painter, const QStyleOptionComboBox& option, const Q
     const double opacity = isEnabled(option) ? 1 : disabledOpacity;
     const QRectF area = option.rect;
     painter.setPen(Qt::NoPen);
-    painter.setBrush(ink(ThemeColor::Name::primary, (isHovered ? 0.17 : 0.12) * opacity, option));
+    painter.setBrush(
+        colorOf(ThemeColor::Name::primary, (isHovered ? 0.17 : 0.12) * opacity, option));
     painter.drawPath(continuousRectangle(area, comboBoxRadius));
 
     const QRectF badge = QRectF(indicator).adjusted(0, 4, 0, -4);
-    painter.setBrush(isEnabled(option) ? ink(ThemeColor::Name::purple, 1, option)
-                                       : ink(ThemeColor::Name::primary, 0.1, option));
+    painter.setBrush(isEnabled(option) ? colorOf(ThemeColor::Name::purple, 1, option)
+                                       : colorOf(ThemeColor::Name::primary, 0.1, option));
     painter.drawPath(continuousRectangle(badge, comboBoxRadius - 2));
-    drawChevrons(painter, badge, ink(ThemeColor::Name::white, opacity, option));
+    drawChevrons(painter, badge, colorOf(ThemeColor::Name::white, opacity, option));
     if (hasFocusRing) {
-        drawFocusRing(painter, area, comboBoxRadius, ink(ThemeColor::Name::purple, 1, option));
+        drawFocusRing(painter, area, comboBoxRadius, colorOf(ThemeColor::Name::purple, 1, option));
     }
 }
 
 void drawComboBoxLabel(QPainter& painter, const QStyleOptionComboBox& option, const QRect& text) {
     const double opacity = isEnabled(option) ? 1 : disabledOpacity;
-    painter.setPen(ink(ThemeColor::Name::primary, opacity, option));
+    painter.setPen(colorOf(ThemeColor::Name::primary, opacity, option));
     drawAligned(painter, text, option.direction, Qt::AlignLeft | Qt::AlignVCenter,
                 option.currentText);
 }
 
 void drawProgressBar(QPainter& painter, const QStyleOptionProgressBar& option) {
     const QRectF track = option.rect;
-    fillCapsule(painter, track, ink(ThemeColor::Name::primary, 0.12, option));
+    fillCapsule(painter, track, colorOf(ThemeColor::Name::primary, 0.12, option));
     const double range = std::max(1, option.maximum - option.minimum);
     const double fraction = std::clamp((option.progress - option.minimum) / range, 0.0, 1.0);
     if (fraction <= 0) {
@@ -139,7 +140,7 @@ void drawProgressBar(QPainter& painter, const QStyleOptionProgressBar& option) {
     if (option.direction == Qt::RightToLeft) {
         done.moveRight(track.right());
     }
-    fillCapsule(painter, done, ink(ThemeColor::Name::purple, 1, option));
+    fillCapsule(painter, done, colorOf(ThemeColor::Name::purple, 1, option));
 }
 
 QRect sliderRect(const QStyleOptionSlider& option, QStyle::SubControl subControl) {

@@ -4,13 +4,13 @@
 
 namespace kestrel {
 
-/// Paints sliders, pop-up lists, scroll bars and progress bars in the window's own look. The rest
-/// is left to the desktop's style.
+/// Proxy style that paints sliders, combo boxes, scroll bars and progress bars. Everything else is
+/// delegated to the desktop's style.
 class ControlStyle : public QProxyStyle {
     Q_OBJECT
 
   public:
-    /// The one style for all controls; belongs to the application.
+    /// The shared instance; owned by the application.
     static ControlStyle* shared();
 
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,

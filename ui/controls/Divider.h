@@ -4,14 +4,14 @@
 
 namespace kestrel {
 
-/// A line of one pixel between two parts of the window.
+/// A separator line, one pixel thick.
 class Divider : public QWidget {
     Q_OBJECT
 
   public:
     explicit Divider(Qt::Orientation orientation, QWidget* parent = nullptr);
 
-    /// 1 unless told.
+    /// Default: 1.
     void setOpacity(double opacity);
 
   protected:

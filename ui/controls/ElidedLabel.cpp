@@ -65,21 +65,21 @@ QStringList ElidedLabel::shownLines() const {
     return shownLines(text(), font(), width, maxLines_);
 }
 
-bool ElidedLabel::isShownWhole() const {
-    // Wrapping swallows the blanks and line ends that it wraps at.
+bool ElidedLabel::isElided() const {
+    // Wrapping drops the white space that it breaks lines at.
     QString shown = shownLines().join(QString());
     QString whole = text();
     const auto isBlank = [](QChar character) { return character.isSpace(); };
     shown.removeIf(isBlank);
     whole.removeIf(isBlank);
-    return shown == whole;
+    return shown != whole;
 }
 
 bool ElidedLabel::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip) {
         return Label::event(event);
     }
-    if (isShownWhole()) {
+    if (!isElided()) {
         QToolTip::hideText();
         event->ignore();
         return true;
@@ -97,7 +97,7 @@ void ElidedLabel::paintEvent(QPaintEvent*) {
     if (maxLines_ > 1) {
         line.setHeight(lineHeight(font()));
     }
-    // As in other labels, so that the letters of neighbours stand on one line.
+    // As in Label, so that adjacent labels share a baseline.
     const Qt::Alignment side = (alignment() & Qt::AlignHorizontal_Mask) | Qt::AlignVCenter;
     for (const QString& shown : shownLines()) {
         drawAligned(painter, line, layoutDirection(), side, shown);

@@ -7,17 +7,17 @@
 
 namespace kestrel {
 
-/// A label that shortens its plain text with an ellipsis to what fits, instead of asking for room.
-/// `text()` stays the whole text, and the tool tip shows it wherever something is left out.
+/// A label that elides its plain text to the available width. `text()` returns the full text, and a
+/// tool tip shows it while it is elided.
 class ElidedLabel : public Label {
     Q_OBJECT
 
   public:
-    /// A label of one line, shortened at `elideMode`.
+    /// A single-line label, elided by `elideMode`.
     ElidedLabel(Qt::TextElideMode elideMode, const TextFont& font, QWidget* parent = nullptr);
 
-    /// A label that wraps its text into at most `maxLines` lines; the last one is shortened at its
-    /// right end. As high as the lines that its width brings.
+    /// A height-for-width label that wraps its text into at most `maxLines` lines and elides the
+    /// last one (Qt::ElideRight).
     ElidedLabel(int maxLines, const TextFont& font, QWidget* parent = nullptr);
 
     QSize sizeHint() const override;
@@ -25,7 +25,7 @@ class ElidedLabel : public Label {
     bool hasHeightForWidth() const override;
     int heightForWidth(int width) const override;
 
-    /// What of the text is shown in a width in pixels: at least one line, at most `maxLines`.
+    /// Returns the lines shown at a width in pixels: at least one, at most `maxLines`.
     static QStringList shownLines(const QString& text, const QFont& font, int width, int maxLines);
 
   protected:
@@ -34,7 +34,7 @@ class ElidedLabel : public Label {
 
   private:
     QStringList shownLines() const;
-    bool isShownWhole() const;
+    bool isElided() const;
 
     Qt::TextElideMode elideMode_ = Qt::ElideRight;
     int maxLines_ = 1;

@@ -30,8 +30,8 @@ Label::Label(const QString& text, const TextFont& font, QWidget* parent)
             [this] { setFont(currentFont()); });
 }
 
-void Label::setThemeColor(ThemeColor ink) {
-    themeColor_ = ink;
+void Label::setThemeColor(ThemeColor color) {
+    themeColor_ = color;
     update();
 }
 

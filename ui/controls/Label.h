@@ -7,17 +7,17 @@
 
 namespace kestrel {
 
-/// Plain text in a font and an ink of the window's own. Follows the user's font and the
-/// palette. Breaks its lines where it has to, and asks for the room that it takes without.
+/// Plain text in a `TextFont` and a `ThemeColor`. Follows the application font and the palette.
+/// Word-wraps; the size hint is the size without wrapping.
 class Label : public QLabel {
     Q_OBJECT
 
   public:
     explicit Label(const QString& text = {}, const TextFont& font = {}, QWidget* parent = nullptr);
 
-    void setThemeColor(ThemeColor ink);
+    void setThemeColor(ThemeColor color);
 
-    /// What the text is drawn in, as things are.
+    /// The current text colour, by palette and enabled state.
     QColor color() const;
 
     QSize sizeHint() const override;
@@ -27,7 +27,7 @@ class Label : public QLabel {
   protected:
     void paintEvent(QPaintEvent* event) override;
 
-    /// The font for the user's font as it is now.
+    /// The font derived from the current application font.
     virtual QFont currentFont() const;
 
   private:

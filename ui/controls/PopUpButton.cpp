@@ -23,7 +23,7 @@ void PopUpButton::keyPressEvent(QKeyEvent* event) {
 }
 
 void PopUpButton::wheelEvent(QWheelEvent* event) {
-    // A turn of the wheel meant for something else must not change a setting.
+    // An accidental wheel event must not change a setting.
     event->ignore();
 }
 

@@ -4,7 +4,7 @@
 
 namespace kestrel {
 
-/// Shows the chosen one of a few texts, and all of them in a list that pops up.
+/// A combo box that pops up on Enter, too, and ignores the wheel.
 class PopUpButton : public QComboBox {
     Q_OBJECT
 

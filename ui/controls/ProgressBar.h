@@ -11,7 +11,7 @@ class ProgressBar : public QProgressBar {
   public:
     explicit ProgressBar(QWidget* parent = nullptr);
 
-    /// Shows a fraction done; what lies outside 0 to 1 shows as the nearer end, NaN as 0.
+    /// Shows a fraction, clamped to 0 to 1; NaN shows as 0.
     void setFraction(double fraction);
 
     QSize sizeHint() const override;

@@ -6,8 +6,8 @@
 
 namespace kestrel {
 
-SymbolView::SymbolView(Symbol symbol, const TextFont& font, ThemeColor ink, QWidget* parent)
-    : QWidget(parent), symbol_(symbol), font_(font), themeColor_(ink) {
+SymbolView::SymbolView(Symbol symbol, const TextFont& font, ThemeColor color, QWidget* parent)
+    : QWidget(parent), symbol_(symbol), font_(font), themeColor_(color) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     connect(ApplicationFont::shared(), &ApplicationFont::changed, this,
             &SymbolView::updateGeometry);

@@ -8,12 +8,12 @@
 
 namespace kestrel {
 
-/// A symbol as large as text of a font, in one ink.
+/// A symbol in one colour, as large as text of a font.
 class SymbolView : public QWidget {
     Q_OBJECT
 
   public:
-    SymbolView(Symbol symbol, const TextFont& font, ThemeColor ink, QWidget* parent = nullptr);
+    SymbolView(Symbol symbol, const TextFont& font, ThemeColor color, QWidget* parent = nullptr);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

@@ -44,7 +44,7 @@ void DestinationButton::setDestination(const std::optional<FileURL>& destination
     const QString shown =
         destination ? displayText(destination->path()) : tr("Choose destination…");
     path_->setText(shown);
-    // The labels let the mouse through to the button, which therefore speaks for them.
+    // The labels are transparent for mouse events, so the tool tip is the button's.
     setToolTip(destination ? toolTipText(shown) : QString());
     //: The path of the output folder, or "Choose destination…".
     const QString name = tr("Save to %1").arg(destination ? isolated(shown) : shown);

@@ -16,7 +16,7 @@ class DestinationButton : public Button {
   public:
     explicit DestinationButton(QWidget* parent = nullptr);
 
-    /// Shows the folder, or that one is still to be chosen.
+    /// Shows the folder, or a prompt to choose one if nullopt.
     void setDestination(const std::optional<FileURL>& destination);
 
     QSize sizeHint() const override;

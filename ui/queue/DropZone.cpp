@@ -85,11 +85,11 @@ void DropZone::refresh() {
 void DropZone::paintEvent(QPaintEvent*) {
     const bool isTargeted = model_->isDropTargeted();
     const int width = isTargeted ? 2 : 1;
-    const ThemeColor ink = isTargeted ? ThemeColor(ThemeColor::Name::purple)
-                                      : ThemeColor(ThemeColor::Name::secondary).withOpacity(0.2);
-    QPen pen(ink.color(palette()), width, Qt::CustomDashLine, Qt::FlatCap, Qt::MiterJoin);
+    const ThemeColor color = isTargeted ? ThemeColor(ThemeColor::Name::purple)
+                                        : ThemeColor(ThemeColor::Name::secondary).withOpacity(0.2);
+    QPen pen(color.color(palette()), width, Qt::CustomDashLine, Qt::FlatCap, Qt::MiterJoin);
     pen.setMiterLimit(10);
-    // A pen counts its dashes in its own widths.
+    // Dash patterns are in units of the pen width.
     pen.setDashPattern({dashLength / width, dashLength / width});
     const double side = zonePadding + outlineInset + width / 2.0;
     const double top = outlineInset + width / 2.0;

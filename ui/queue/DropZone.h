@@ -10,8 +10,8 @@ class QBoxLayout;
 
 namespace kestrel {
 
-/// What the queue panel shows while the queue is empty: a place to drop files, with an outline that
-/// answers to a drag above it, and buttons for those who would rather pick them.
+/// The queue panel's empty state: a drop target whose outline is highlighted during a drag, and
+/// buttons that open a file dialog.
 class DropZone : public QWidget {
     Q_OBJECT
 

@@ -51,7 +51,7 @@ bool FileDropTarget::eventFilter(QObject* watched, QEvent* event) {
         drop(static_cast<QDropEvent&>(*event));
         return true;
     case QEvent::Hide:
-        // A drag over a widget that goes away may never be told to leave it.
+        // A widget that is hidden during a drag may get no DragLeave.
         end();
         break;
     default:

@@ -12,13 +12,13 @@ class QWidget;
 
 namespace kestrel {
 
-/// Makes a widget take drops of files for the model: a drag with at least one file URL is accepted,
-/// any other is not. The model's `isDropTargeted` is true while such a drag is over the widget.
+/// Event filter that makes a widget a drop target for files: accepts a drag iff it has at least one
+/// file URL. The model's `isDropTargeted` is true while such a drag is over the widget.
 class FileDropTarget : public QObject {
     Q_OBJECT
 
   public:
-    /// Belongs to the widget.
+    /// Owned by the widget.
     FileDropTarget(QWidget* widget, std::shared_ptr<ConverterViewModel> model);
 
   protected:

@@ -11,8 +11,8 @@ namespace kestrel {
 class ProgressBar;
 class JobScrollArea;
 
-/// The queue with at least one job: the rows, and above them the progress of the whole while a
-/// batch runs. Takes drops anywhere.
+/// The non-empty queue: the rows, below the overall progress bar while a batch runs. One drop
+/// target as a whole.
 class JobList : public QWidget {
     Q_OBJECT
 

@@ -5,9 +5,9 @@
 #include "DisplayText.h"
 #include "ElidedLabel.h"
 #include "FileURL.h"
+#include "FocusRing.h"
 #include "JobBadge.h"
 #include "JobState.h"
-#include "FocusRing.h"
 #include "KeyboardFocus.h"
 #include "Label.h"
 #include "ProgressBar.h"
@@ -56,7 +56,7 @@ JobRow::JobRow(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
 
     removeButton_ = new Button(Button::Variant::plain, {}, this);
     removeButton_->setObjectName(QStringLiteral("removeButton"));
-    // The keyboard comes to it through the row.
+    // Not a tab stop: arrow keys move into it from the row.
     removeButton_->setFocusPolicy(Qt::ClickFocus);
     removeButton_->setSymbol(Symbol::xmarkCircleFill);
     removeButton_->setThemeColor(ThemeColor(ThemeColor::Name::secondary).withOpacity(0.7));
@@ -67,7 +67,7 @@ JobRow::JobRow(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
 }
 
 void JobRow::alignTrailing() {
-    // The circles of all rows lie one below the other.
+    // Aligns the check marks and remove buttons of all rows.
     checkMark_->setMinimumWidth(removeButton_->sizeHint().width());
 }
 
@@ -100,7 +100,7 @@ QBoxLayout* JobRow::makeTexts() {
 
     auto* column = new QVBoxLayout;
     column->setSpacing(6);
-    // Beside a badge that is higher the texts stay together.
+    // Keeps the texts together beside a taller badge.
     column->addStretch(1);
     column->addWidget(name_);
     column->addLayout(status);
@@ -114,20 +114,20 @@ void JobRow::setJob(const ConversionJob& job) {
     if (job_ == job) {
         return;
     }
-    const bool isOtherSource = !job_ || job_->source() != job.source();
-    const bool isOtherState = !job_ || job_->state != job.state;
+    const bool isNewSource = !job_ || job_->source() != job.source();
+    const bool isNewState = !job_ || job_->state != job.state;
     if (job_ && job_->id() != job.id()) {
         // A press that began for one job must not end in the removal of another.
         removeButton_->setDown(false);
     }
     job_ = job;
-    if (isOtherSource) {
+    if (isNewSource) {
         showSource();
     }
-    if (isOtherState) {
+    if (isNewState) {
         showState();
     }
-    if (isOtherSource || isOtherState) {
+    if (isNewSource || isNewState) {
         updateAccessibleNames();
     }
     progress_->setFraction(job.progress);
@@ -151,7 +151,7 @@ void JobRow::showState() {
     const bool isRemovable =
         !state.is(JobState::Case::completed) && !state.is(JobState::Case::converting);
     if (!isRemovable && window()->focusWidget() == removeButton_) {
-        // A button that hides passes the focus to whatever comes next; the row is nearer.
+        // Hiding the button would pass the focus to the next tab stop.
         setFocus(Qt::OtherFocusReason);
     }
     removeButton_->setVisible(isRemovable);

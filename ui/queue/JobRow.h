@@ -21,7 +21,7 @@ class ProgressBar;
 class Label;
 class SymbolView;
 
-/// Shows one job: name, folder, state, and what the state brings with it.
+/// Shows one job: name, folder, state, and the widgets that depend on the state.
 class JobRow : public QWidget {
     Q_OBJECT
 
@@ -29,11 +29,10 @@ class JobRow : public QWidget {
     /// A failure message is shown on at most this many lines.
     static constexpr int maxMessageLines = 2;
 
-    /// How far the row reaches beyond its contents on either side, in pixels, so that the mark of
-    /// the keyboard focus does not touch them.
+    /// The padding on either side of the contents, in pixels; keeps the focus ring clear of them.
     static constexpr int overhang = 8;
 
-    /// How far from the start of the contents the texts start, in pixels.
+    /// The offset of the texts from the start of the contents, in pixels.
     static constexpr int textIndent = 56;
 
     explicit JobRow(std::shared_ptr<ConverterViewModel> model, QWidget* parent = nullptr);
@@ -41,19 +40,19 @@ class JobRow : public QWidget {
     /// Shows a copy of the job, in place of any job shown before.
     void setJob(const ConversionJob& job);
 
-    /// Only after `setJob`.
+    /// Requires: `setJob` has been called.
     const ConversionJob& job() const { return job_.value(); }
 
-    /// Tells assistive technology which one of how many the job is, the first one being 0.
+    /// Sets the position exposed to assistive technology; `index` starts at 0.
     void setPosition(std::size_t index, std::size_t count);
 
-    /// Whether the row has a remove button now.
+    /// Returns true iff the row shows a remove button.
     bool isRemovable() const;
 
-    /// Never null; hidden in rows that have none.
+    /// Never null; hidden unless `isRemovable()`.
     Button* removeButton() const;
 
-    /// How high rows must be inside a parent, for a width in pixels.
+    /// Measures rows inside a parent, for a width in pixels.
     static JobRowMetrics measure(const std::shared_ptr<ConverterViewModel>& model, QWidget* parent,
                                  int width);
 

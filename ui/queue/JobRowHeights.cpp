@@ -25,7 +25,7 @@ void JobRowHeights::setMetrics(JobRowMetrics metrics) {
     measured_.clear();
 }
 
-// Before the walks over all jobs, into which it goes as a whole.
+// Defined before the loops over all jobs, so that it is inlined into them.
 inline int JobRowHeights::heightOf(const ConversionJob& job) const {
     switch (job.state.which()) {
     case JobState::Case::converting:
@@ -42,15 +42,15 @@ void JobRowHeights::update(const std::vector<ConversionJob>& jobs) {
         rebuild(jobs);
         return;
     }
-    // Setting a height takes as many steps as the count has binary digits.
+    // `setHeight` takes O(log n) steps, rebuilding O(n).
     const auto digits = static_cast<std::size_t>(std::bit_width(jobs.size()));
-    const std::size_t few = jobs.size() / (digits + 1);
+    const std::size_t maxChanges = jobs.size() / (digits + 1);
     std::vector<std::pair<std::size_t, int>> changes;
     const int* before = offsets_.heights().data();
     for (const ConversionJob& job : jobs) {
         const int height = heightOf(job);
         if (height != *before) {
-            if (changes.size() == few) {
+            if (changes.size() == maxChanges) {
                 rebuild(jobs);
                 return;
             }
@@ -64,7 +64,7 @@ void JobRowHeights::update(const std::vector<ConversionJob>& jobs) {
 }
 
 void JobRowHeights::rebuild(const std::vector<ConversionJob>& jobs) {
-    // Jobs come and go; what was measured for those that went is not kept for ever.
+    // Bounds the measurements kept of jobs that were removed.
     constexpr std::size_t spare = 1000;
     if (measured_.size() > 2 * jobs.size() + spare) {
         measured_.clear();
@@ -77,7 +77,7 @@ void JobRowHeights::rebuild(const std::vector<ConversionJob>& jobs) {
     offsets_.assign(std::move(heights));
 }
 
-const JobRowHeights::MeasuredMessage* JobRowHeights::known(const ConversionJob& job) const {
+const JobRowHeights::MeasuredMessage* JobRowHeights::findMeasured(const ConversionJob& job) const {
     const auto found = measured_.find(job.id());
     const bool isSame =
         found != measured_.end() && found->second.hash == hashOf(job.state.message());
@@ -85,11 +85,11 @@ const JobRowHeights::MeasuredMessage* JobRowHeights::known(const ConversionJob& 
 }
 
 bool JobRowHeights::isKnown(const ConversionJob& job) const {
-    return !job.state.is(JobState::Case::failed) || known(job) != nullptr;
+    return !job.state.is(JobState::Case::failed) || findMeasured(job) != nullptr;
 }
 
 int JobRowHeights::heightOfFailure(const ConversionJob& job) const {
-    const MeasuredMessage* message = known(job);
+    const MeasuredMessage* message = findMeasured(job);
     const int lines = message != nullptr ? message->lines : JobRow::maxMessageLines;
     return metrics_->failedHeight + (lines - 1) * metrics_->messageLineHeight;
 }

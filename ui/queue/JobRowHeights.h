@@ -12,23 +12,23 @@
 
 namespace kestrel {
 
-/// How high the rows of a queue are, and so where they lie. Of failure messages only those are
-/// measured that somebody asks for; a row with another one is as high as messages get.
+/// The heights and offsets of a queue's rows. Failure messages are measured on demand; until then a
+/// row's height is estimated with the maximum number of message lines.
 class JobRowHeights {
   public:
-    /// What the heights are made of; null at first.
+    /// Null until `setMetrics`.
     const std::optional<JobRowMetrics>& metrics() const noexcept { return metrics_; }
 
-    /// Takes rows of another width or font, and forgets what was measured.
+    /// Sets the metrics of another width or font and discards all measurements.
     void setMetrics(JobRowMetrics metrics);
 
-    /// Takes the rows of these jobs, in one pass over them. Only after `setMetrics`.
+    /// Sets the rows to those of these jobs, in O(n). Requires: `setMetrics` has been called.
     void update(const std::vector<ConversionJob>& jobs);
 
-    /// Whether the height of the job's row is more than an assumption.
+    /// Returns true iff the height of the job's row is measured, not estimated.
     bool isKnown(const ConversionJob& job) const;
 
-    /// Finds out how high the row of this job is; true if it turns out to be another height.
+    /// Measures the job's row; returns true iff that changes its height.
     bool measure(std::size_t row, const ConversionJob& job);
 
     const RowOffsets& offsets() const noexcept { return offsets_; }
@@ -42,7 +42,7 @@ class JobRowHeights {
         int lines;
     };
 
-    const MeasuredMessage* known(const ConversionJob& job) const;
+    const MeasuredMessage* findMeasured(const ConversionJob& job) const;
     int heightOf(const ConversionJob& job) const;
     int heightOfFailure(const ConversionJob& job) const;
     void rebuild(const std::vector<ConversionJob>& jobs);

@@ -23,7 +23,7 @@ namespace kestrel {
 QueueView::QueueView(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
     : QWidget(parent), model_(std::move(model)) {
     setAccessibleName(tr("Conversion Queue"));
-    // The keyboard focus goes through the parts in the order in which they are made.
+    // The tab order is the order of creation.
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
@@ -96,7 +96,7 @@ QBoxLayout* QueueView::makeFooter() {
 
     auto* row = new QHBoxLayout;
     row->setSpacing(12);
-    // The smaller button in the larger one's place does not move the rest.
+    // Keeps the height when the smaller button replaces the larger one.
     row->addStrut(startButton_->sizeHint().height());
     row->addWidget(destinationButton_, 1, Qt::AlignVCenter);
     for (Button* button : {revealButton_, startButton_, cancelButton_}) {
@@ -155,7 +155,7 @@ void QueueView::refreshFooter() {
     destinationButton_->setDestination(model_->destination());
     revealButton_->setVisible(model_->destination().has_value());
 
-    // One of the two buttons stands in the other's place, and takes the focus along with it.
+    // The two buttons replace each other and hand over the focus.
     const bool hadFocus = startButton_->hasFocus() || cancelButton_->hasFocus();
     const bool isConverting = model_->isConverting();
     startButton_->setText(startText());

@@ -17,7 +17,7 @@ class DropZone;
 class JobList;
 class Label;
 
-/// The queue panel: what is queued, where it goes, and the button that starts it.
+/// The queue panel: the jobs, the output folder, and the start button.
 class QueueView : public QWidget {
     Q_OBJECT
 

@@ -59,7 +59,7 @@ std::size_t RowOffsets::rowAt(qint64 position) const {
 
 std::pair<std::size_t, std::size_t> RowOffsets::rowsBetween(qint64 from, qint64 to) const {
     const std::size_t first = rowAt(from);
-    // The last row starts before `to`: the rows above it end there at the latest.
+    // The row after those that end before `to` is the last one that starts before it.
     const std::size_t end = to > 0 ? std::min(rowsWithin(to - 1) + 1, count()) : 0;
     return {first, std::max(first, end)};
 }

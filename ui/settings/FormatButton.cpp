@@ -36,15 +36,15 @@ FormatButton::FormatButton(OutputFormat format, std::function<void()> action, QW
     setFixedHeight(buttonHeight);
     setTextFont(nameFont(false));
     connect(this, &QPushButton::clicked, this, action);
-    // Assistive technology switches a checkable button without a click (in Qt 6.4 to 6.11), which
-    // is a press all the same.
+    // In Qt 6.4 to 6.11 the accessible toggle action emits `toggled` without `clicked`; it counts
+    // as a press, too.
     connect(this, &QPushButton::toggled, this, std::move(action));
 }
 
 void FormatButton::setSelected(bool isSelected) {
     const QSignalBlocker blocker(this);
     setChecked(isSelected);
-    // Not only where the check changes: assistive technology may have changed it already.
+    // Even if the check is unchanged: the accessible toggle action may have set it already.
     const TextFont wanted = nameFont(isSelected);
     if (font().weight() != wanted.weight) {
         setTextFont(wanted);

@@ -8,8 +8,8 @@
 
 namespace kestrel {
 
-/// Stands for one output format. A press calls the action; only `setSelected` changes what is
-/// shown.
+/// A checkable button for one output format. A press calls the action; selection follows
+/// `setSelected` only.
 class FormatButton : public Button {
     Q_OBJECT
 
@@ -18,10 +18,10 @@ class FormatButton : public Button {
 
     OutputFormat format() const noexcept { return format_; }
 
-    /// Shows whether the format is the chosen one. Calls no action.
+    /// Sets the checked state without calling the action.
     void setSelected(bool isSelected);
 
-    /// What stands for the format beside its name.
+    /// The format's icon.
     Symbol symbol() const;
 
   protected:

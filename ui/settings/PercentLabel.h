@@ -4,14 +4,14 @@
 
 namespace kestrel {
 
-/// A percentage in a fixed width. The font follows the user's as far as "100%" has room.
+/// A percentage in a fixed width. Follows the application font, but no further than "100%" fits.
 class PercentLabel : public Label {
     Q_OBJECT
 
   public:
     explicit PercentLabel(int width, QWidget* parent = nullptr);
 
-    /// A percentage as it is shown: the whole percents, the rest being cut off.
+    /// Formats a percentage, truncated to an integer.
     static QString wholePercents(double percent);
 
     void setPercent(double percent);

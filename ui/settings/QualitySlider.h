@@ -4,8 +4,8 @@
 
 namespace kestrel {
 
-/// The slider for the quality from 30 to 100 percent, without steps for the mouse and in steps of
-/// one percent for the keys.
+/// The slider for the quality from 30 to 100 percent: continuous for the mouse, in steps of one
+/// percent for the arrow keys.
 class QualitySlider : public QSlider {
     Q_OBJECT
 
@@ -19,10 +19,10 @@ class QualitySlider : public QSlider {
     /// In percent.
     double quality() const { return static_cast<double>(value()) / stepsPerPercent; }
 
-    /// Shows the quality, or the nearer end of the range, without a word to anybody.
+    /// Shows the quality, clamped to the range; emits no signal.
     void showQuality(double quality);
 
-    /// Moves to the quality, or to the nearer end of the range, as the user does.
+    /// Sets the quality, clamped to the range; emits `qualityChanged` if that changes it.
     void chooseQuality(double quality);
 
   Q_SIGNALS:
@@ -30,7 +30,7 @@ class QualitySlider : public QSlider {
     void qualityChanged(double quality);
 
   private:
-    /// A slider counts in whole numbers.
+    /// QSlider's values are integers.
     static constexpr int stepsPerPercent = 1000;
 };
 

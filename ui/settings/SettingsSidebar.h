@@ -22,7 +22,7 @@ class PercentLabel;
 class QualitySlider;
 class StatusDot;
 
-/// The column of settings: output format, quality, bit depth, and whether ffmpeg is there.
+/// The settings sidebar: output format, quality, bit depth, and ffmpeg's status.
 class SettingsSidebar : public QWidget {
     Q_OBJECT
 
@@ -32,10 +32,10 @@ class SettingsSidebar : public QWidget {
     SettingsSidebar(std::shared_ptr<ConverterViewModel> model, BinaryLocator locateBinary,
                     QWidget* parent = nullptr);
 
-    /// Shows the model as it is now, and looks for ffmpeg anew.
+    /// Shows the model as it is now, and locates ffmpeg again.
     void refresh();
 
-    /// Leaves this height at the top free of contents.
+    /// Reserves this height, in pixels, at the top.
     void setTopInset(int height);
 
   protected:

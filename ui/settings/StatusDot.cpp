@@ -8,8 +8,8 @@ StatusDot::StatusDot(QWidget* parent) : QWidget(parent) {
     setFixedSize(7, 7);
 }
 
-void StatusDot::setThemeColor(ThemeColor ink) {
-    themeColor_ = ink;
+void StatusDot::setThemeColor(ThemeColor color) {
+    themeColor_ = color;
     update();
 }
 

@@ -6,16 +6,16 @@
 
 namespace kestrel {
 
-/// A small filled circle, beside words that say the same.
+/// A small filled circle beside a text that says the same.
 class StatusDot : public QWidget {
     Q_OBJECT
 
   public:
     explicit StatusDot(QWidget* parent = nullptr);
 
-    void setThemeColor(ThemeColor ink);
+    void setThemeColor(ThemeColor color);
 
-    /// What the dot is drawn in, as things are.
+    /// The current colour, by palette.
     QColor color() const { return themeColor_.color(palette()); }
 
   protected:

@@ -4,17 +4,16 @@
 
 namespace kestrel {
 
-/// Tells of changes of the user's own font, of which Qt 6.4 to 6.11 tell windows only. One for the
-/// program.
+/// Singleton that signals changes of the application font; Qt 6.4 to 6.11 notify windows only.
 class ApplicationFont : public QObject {
     Q_OBJECT
 
   public:
-    /// Made at the first call; belongs to the application.
+    /// Created on first use; owned by the application.
     static ApplicationFont* shared();
 
   Q_SIGNALS:
-    /// Fonts are to be made anew.
+    /// Fonts derived from the application font must be recreated.
     void changed();
 
   protected:

@@ -6,7 +6,7 @@
 namespace kestrel {
 namespace {
 
-/// How far a corner reaches along its sides, in radii.
+/// The extent of a corner along its sides, in radii.
 constexpr double reach = 1.53;
 
 } // namespace
@@ -15,8 +15,8 @@ QPainterPath continuousRectangle(const QRectF& rect, double radius) {
     const double half = std::min(rect.width(), rect.height()) / 2;
     const double r = std::min(radius, half);
     const double end = std::min(r * reach, half);
-    // One cubic curve a corner. Its middle is where that of a circular arc is, r * (1 - sqrt(1/2))
-    // from either side, which leaves this place for the control points.
+    // One cubic Bézier curve per corner. Its midpoint is that of a circular arc,
+    // r * (1 - sqrt(1/2)) from either side, which determines the control points.
     const double middle = r * (1 - 1 / std::numbers::sqrt2);
     const double control = (8 * middle - end) / 3;
 

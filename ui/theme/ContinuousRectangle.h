@@ -4,8 +4,8 @@
 
 namespace kestrel {
 
-/// A rectangle with rounded corners whose curvature sets in gradually. Where there is no room for
-/// that, the corners become circular arcs.
+/// A rounded rectangle with continuous corner curvature. Corners become circular arcs if the
+/// rectangle is too small for that.
 QPainterPath continuousRectangle(const QRectF& rect, double radius);
 
 } // namespace kestrel

@@ -13,10 +13,10 @@
 namespace kestrel {
 namespace {
 
-/// The drawings have some air around them, which makes them as high as capitals with descenders.
+/// Includes the SVG images' margin; makes symbols as high as capitals with descenders.
 constexpr double sizePerFontSize = 1.25;
 
-/// What the drawing covers. It is black on nothing, and white where it takes black away again.
+/// The symbol's alpha mask: its SVG image is black on transparent, and white cuts out of the black.
 QImage mask(Symbol symbol, int size) {
     QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
@@ -92,7 +92,7 @@ QPixmap symbolPixmap(Symbol symbol, int size, const QColor& color, double device
 void drawSymbol(QPainter& painter, const QRectF& box, Symbol symbol, int size,
                 const QColor& color) {
     const QPixmap pixmap = symbolPixmap(symbol, size, color, painter.device()->devicePixelRatioF());
-    // Between device pixels the drawing would blur.
+    // Off the device pixel grid the symbol would blur.
     const QTransform toDevice = painter.deviceTransform();
     const QPointF corner = box.center() - QPointF(size, size) / 2;
     const QPointF aligned = toDevice.inverted().map(QPointF(toDevice.map(corner).toPoint()));

@@ -10,7 +10,7 @@ class QRectF;
 
 namespace kestrel {
 
-/// The drawings in symbols/, which take the colour of what is around them.
+/// The monochrome SVG images in symbols/, tinted when drawn.
 enum class Symbol {
     arrowDownDocFill,
     arrowRightCircle,
@@ -26,16 +26,16 @@ enum class Symbol {
     xmarkCircleFill,
 };
 
-/// The symbol's own name, such as "waveform.badge.plus".
+/// The base name of the symbol's file, such as "waveform.badge.plus".
 QString symbolName(Symbol symbol);
 
-/// The side, in pixels, of the square that a symbol takes beside text of this font.
+/// The size of a symbol beside text of this font, in pixels.
 int symbolSize(const QFont& font);
 
-/// The symbol in one colour, `size` pixels square, sharp at a device pixel ratio.
+/// The symbol in one colour, `size` pixels square, rendered for a device pixel ratio.
 QPixmap symbolPixmap(Symbol symbol, int size, const QColor& color, double devicePixelRatio);
 
-/// Draws the symbol in the middle of a box, `size` pixels square.
+/// Draws the symbol centred in a box, `size` pixels square.
 void drawSymbol(QPainter& painter, const QRectF& box, Symbol symbol, int size, const QColor& color);
 
 } // namespace kestrel

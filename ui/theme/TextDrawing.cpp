@@ -12,8 +12,8 @@ void drawAligned(QPainter& painter, const QRect& rect, Qt::LayoutDirection layou
     painter.setLayoutDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     const Qt::Alignment side = QStyle::visualAlignment(layout, alignment) | Qt::AlignAbsolute;
     if (wraps) {
-        // Wrapped by the painter of Qt 6.4 to 6.11, a line from right to left is shifted by the
-        // blank that ends it.
+        // QPainter's own wrapping (Qt 6.4 to 6.11) shifts right-to-left lines by their trailing
+        // space.
         const QStringList lines = wrappedLines(text, painter.font(), rect.width());
         painter.drawText(rect, static_cast<int>(side), lines.join(u'\n'));
     } else {
@@ -41,8 +41,8 @@ QStringList wrappedLines(const QString& text, const QFont& font, int width,
         const bool isLast = wrapped.size() + 1 == maxLines;
         QString part =
             isLast ? lines.mid(line.textStart()) : lines.mid(line.textStart(), line.textLength());
-        // A line keeps the separator or the blanks that end it. Aligned to the right, blanks would
-        // show. In the last line, more lines may follow on a separator.
+        // A line includes its trailing separator or spaces, which would show when right-aligned.
+        // The last line may contain further separators.
         while (!part.isEmpty() && part.back().isSpace()) {
             part.chop(1);
         }

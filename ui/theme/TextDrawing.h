@@ -13,13 +13,13 @@ class QPainter;
 
 namespace kestrel {
 
-/// Draws text into a rectangle, in the painter's font and pen. It is aligned by the direction of
-/// the layout, but runs in its own: a name in one script stays legible in a window of another.
+/// Draws text with the painter's font and pen. `layout` decides the alignment, the text its own
+/// base direction, so that a left-to-right name stays legible in a right-to-left window.
 void drawAligned(QPainter& painter, const QRect& rect, Qt::LayoutDirection layout,
                  Qt::Alignment alignment, const QString& text, bool wraps = false);
 
-/// The text in lines of this width in pixels. Where there are more than `maxLines`, the last one is
-/// the whole rest. At least one line; none ends in a blank.
+/// Wraps the text at a width in pixels. Returns at least one and at most `maxLines` lines; the last
+/// one takes the whole rest. No line ends in white space.
 QStringList wrappedLines(const QString& text, const QFont& font, int width,
                          QTextOption::WrapMode mode = QTextOption::WordWrap,
                          int maxLines = std::numeric_limits<int>::max());

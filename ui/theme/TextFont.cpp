@@ -12,7 +12,7 @@ namespace kestrel {
 namespace {
 
 constexpr int minPixelSize = 9;
-/// The sizes of the styles beside a body font of this size.
+/// The body size that the other sizes are relative to.
 constexpr double bodySize = 13;
 
 double sizeOf(TextStyle style) {

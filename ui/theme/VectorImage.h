@@ -6,8 +6,8 @@ class QPainter;
 
 namespace kestrel {
 
-/// Paints the drawing of this name, such as "plus" for plus.svg, in a square of `size` by `size`
-/// whose top left corner is the origin. The painter is left as it was.
+/// Paints the SVG image of this name, such as "plus" for plus.svg, into a square of `size` by
+/// `size` at the origin. Preserves the painter's state. Ends the program if there is no such image.
 void paintVectorImage(QPainter& painter, const QString& name, double size);
 
 } // namespace kestrel

@@ -20,7 +20,7 @@ namespace {
 
 using ::testing::ElementsAre;
 
-/// What assistive technology was told of notifications, in order.
+/// The notifications shown to assistive technology, in order.
 std::vector<std::string> notifications;
 
 void record(QAccessibleEvent* event) {
@@ -33,7 +33,7 @@ void record(QAccessibleEvent* event) {
     }
 }
 
-/// Switches assistive technology on or off for the desktop, as its users do in its settings.
+/// Sets the desktop's `org.a11y.Status.IsEnabled`, as its accessibility settings do.
 void setScreenReaderEnabled(bool isEnabled) {
     QDBusMessage set = QDBusMessage::createMethodCall(
         QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
@@ -63,21 +63,21 @@ class AccessibilityTest : public ::testing::Test {
         setScreenReaderEnabled(false);
     }
 
-    static QAccessibleInterface* of(QObject* object) {
+    static QAccessibleInterface* interfaceOf(QObject* object) {
         return QAccessible::queryAccessibleInterface(object);
     }
 
     static std::string text(QObject* object, QAccessible::Text kind = QAccessible::Name) {
-        return utf8(of(object)->text(kind));
+        return utf8(interfaceOf(object)->text(kind));
     }
 
     Scenario scenario_;
     ContentView view_;
 };
 
-TEST_F(AccessibilityTest, givesTheQualityAsAPercentage) {
+TEST_F(AccessibilityTest, exposesTheQualityAsAPercentage) {
     auto* slider = view_.findChild<QualitySlider*>();
-    QAccessibleInterface* interface = of(slider);
+    QAccessibleInterface* interface = interfaceOf(slider);
     EXPECT_EQ(interface->role(), QAccessible::Slider);
     EXPECT_EQ(text(slider), "Quality");
     EXPECT_EQ(text(slider, QAccessible::Value), "82%");
@@ -89,17 +89,18 @@ TEST_F(AccessibilityTest, givesTheQualityAsAPercentage) {
     EXPECT_EQ(value->minimumStepSize().toDouble(), 1);
 }
 
-TEST_F(AccessibilityTest, takesTheQualityFromAssistiveTechnology) {
-    QAccessibleValueInterface* value = of(view_.findChild<QualitySlider*>())->valueInterface();
+TEST_F(AccessibilityTest, setsTheQualityThroughTheValueInterface) {
+    QAccessibleValueInterface* value =
+        interfaceOf(view_.findChild<QualitySlider*>())->valueInterface();
     value->setCurrentValue(64.5);
     EXPECT_EQ(scenario_.model->settings().quality, 64.5);
     value->setCurrentValue(7);
     EXPECT_EQ(scenario_.model->settings().quality, 30);
 }
 
-TEST_F(AccessibilityTest, saysWhatTheDropZoneIsFor) {
+TEST_F(AccessibilityTest, describesTheDropZone) {
     auto* zone = view_.findChild<DropZone*>();
-    EXPECT_EQ(of(zone)->role(), QAccessible::Grouping);
+    EXPECT_EQ(interfaceOf(zone)->role(), QAccessible::Grouping);
     EXPECT_EQ(text(zone), "Drop zone");
     EXPECT_EQ(text(zone, QAccessible::Description),
               "Drop Opus audio or folders here to queue them.");
@@ -116,7 +117,7 @@ TEST_F(AccessibilityTest, givesEveryControlANameARoleAStateAndAnAction) {
         }
         ++controls;
         const std::string what = widget->metaObject()->className();
-        QAccessibleInterface* interface = of(widget);
+        QAccessibleInterface* interface = interfaceOf(widget);
         EXPECT_GT(text(widget).size(), 2U) << what;
         EXPECT_NE(interface->role(), QAccessible::Client) << what;
         EXPECT_TRUE(interface->state().focusable) << what;
@@ -128,23 +129,23 @@ TEST_F(AccessibilityTest, givesEveryControlANameARoleAStateAndAnAction) {
     EXPECT_GE(controls, 9);
 }
 
-TEST_F(AccessibilityTest, tellsTheChosenFormatFromTheOthers) {
+TEST_F(AccessibilityTest, exposesTheSelectedFormatAsChecked) {
     for (FormatButton* button : view_.findChildren<FormatButton*>()) {
-        EXPECT_TRUE(of(button)->state().checkable);
-        EXPECT_EQ(of(button)->state().checked, button->format() == OutputFormat::mp3);
+        EXPECT_TRUE(interfaceOf(button)->state().checkable);
+        EXPECT_EQ(interfaceOf(button)->state().checked, button->format() == OutputFormat::mp3);
     }
 }
 
-TEST_F(AccessibilityTest, givesTheProgressAsAValue) {
+TEST_F(AccessibilityTest, exposesTheProgressAsAValue) {
     scenario_.holdBack("a.opus", 0.5);
     scenario_.add({"a.opus"});
     scenario_.start();
     auto* bar = find<ProgressBar>(view_, "overallProgress");
     ASSERT_TRUE(test::runUntil([bar] { return bar->value() == 500; }));
-    EXPECT_EQ(of(bar)->role(), QAccessible::ProgressBar);
+    EXPECT_EQ(interfaceOf(bar)->role(), QAccessible::ProgressBar);
     EXPECT_EQ(text(bar), "Overall progress");
-    EXPECT_EQ(of(bar)->valueInterface()->currentValue().toInt(), 500);
-    EXPECT_EQ(of(bar)->valueInterface()->maximumValue().toInt(), 1000);
+    EXPECT_EQ(interfaceOf(bar)->valueInterface()->currentValue().toInt(), 500);
+    EXPECT_EQ(interfaceOf(bar)->valueInterface()->maximumValue().toInt(), 1000);
 }
 
 TEST_F(AccessibilityTest, announcesTheStartAndTheEndOfABatch) {
@@ -177,10 +178,10 @@ TEST_F(AccessibilityTest, announcesABatchThatWasStopped) {
 
 TEST_F(AccessibilityTest, announcesWithoutTakingTheFocus) {
     scenario_.add({"a.opus"});
-    auto* picker = view_.findChild<QualitySlider*>();
-    picker->setFocus();
+    auto* slider = view_.findChild<QualitySlider*>();
+    slider->setFocus();
     ASSERT_TRUE(scenario_.convertAll());
-    EXPECT_TRUE(picker->hasFocus());
+    EXPECT_TRUE(slider->hasFocus());
 }
 
 } // namespace

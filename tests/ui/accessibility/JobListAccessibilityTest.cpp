@@ -10,7 +10,7 @@ namespace {
 
 using ::testing::ElementsAre;
 
-/// What assistive technology sees of the list.
+/// The list's accessible interfaces.
 class JobListAccessibilityTest : public JobListFixture {
   protected:
     QAccessibleInterface* list() const {
@@ -63,8 +63,8 @@ TEST_F(JobListAccessibilityTest, consistsOfItsRowsAndItsScrollBar) {
     EXPECT_EQ(whole->childAt(center.x(), center.y()), list());
 }
 
-// Whoever reads it asks for the number of parts first, and by then there may be fewer.
-TEST_F(JobListAccessibilityTest, survivesTheQuestionForAPartThatHasGone) {
+// Clients query the child count first; a child may be gone by the time they query it.
+TEST_F(JobListAccessibilityTest, returnsNullForAChildThatIsGone) {
     scenario_.add({"a.opus"});
     QAccessibleInterface* whole = QAccessible::queryAccessibleInterface(area());
     const int before = whole->childCount();
@@ -75,7 +75,7 @@ TEST_F(JobListAccessibilityTest, survivesTheQuestionForAPartThatHasGone) {
     EXPECT_EQ(whole->child(0), list());
 }
 
-TEST_F(JobListAccessibilityTest, handsOutNoRowThatIsPutAside) {
+TEST_F(JobListAccessibilityTest, exposesNoSpareRow) {
     scenario_.addMany(100);
     bar()->setValue(bar()->maximum());
     bar()->setValue(200);
@@ -99,7 +99,7 @@ TEST_F(JobListAccessibilityTest, staysSmallAndInOrderForAHundredThousandJobs) {
     settle();
     EXPECT_LT(list()->childCount(), 20);
     ASSERT_GE(list()->childCount(), 6);
-    // The row with the focus is out of sight, and first.
+    // The focused row is scrolled out of view, and first.
     EXPECT_EQ(texts(QAccessible::Description).front(), "1 of 100000");
     EXPECT_TRUE(list()->child(0)->state().focused);
     for (int index = 2; index < list()->childCount(); ++index) {
@@ -107,7 +107,7 @@ TEST_F(JobListAccessibilityTest, staysSmallAndInOrderForAHundredThousandJobs) {
     }
 }
 
-TEST_F(JobListAccessibilityTest, tellsPositionsAnewWhenARowIsRemoved) {
+TEST_F(JobListAccessibilityTest, updatesPositionsWhenARowIsRemoved) {
     scenario_.add({"a.opus", "b.opus", "c.opus"});
     QTest::mouseClick(removeButtonOf("a.opus"), Qt::LeftButton);
     settle();
@@ -116,7 +116,7 @@ TEST_F(JobListAccessibilityTest, tellsPositionsAnewWhenARowIsRemoved) {
     EXPECT_EQ(utf8(removeButtonOf("c.opus")->accessibleDescription()), "2 of 2");
 }
 
-TEST_F(JobListAccessibilityTest, tellsWhichRowHasTheFocus) {
+TEST_F(JobListAccessibilityTest, exposesTheFocusedRow) {
     scenario_.add({"a.opus", "b.opus"});
     EXPECT_TRUE(list()->child(1)->state().focusable);
     EXPECT_FALSE(list()->child(1)->state().focused);
@@ -139,7 +139,7 @@ TEST_F(JobListAccessibilityTest, removesAJobAsAnActionOfItsRow) {
     EXPECT_THAT(names(), ElementsAre("b.opus, in Album, Ready"));
 }
 
-TEST_F(JobListAccessibilityTest, offersNoRemovalWhereThereIsNoButton) {
+TEST_F(JobListAccessibilityTest, offersNoPressActionWithoutARemoveButton) {
     const QString press = QAccessibleActionInterface::pressAction();
     scenario_.add({"a.opus"});
     ASSERT_TRUE(scenario_.convertAll());
@@ -149,7 +149,7 @@ TEST_F(JobListAccessibilityTest, offersNoRemovalWhereThereIsNoButton) {
     EXPECT_EQ(scenario_.model->jobs().size(), 1U);
 }
 
-TEST_F(JobListAccessibilityTest, hasTheProgressOfARowAsAValue) {
+TEST_F(JobListAccessibilityTest, exposesTheProgressOfARowAsAValue) {
     scenario_.holdBack("a.opus", 0.25);
     scenario_.add({"a.opus"});
     scenario_.start();

@@ -49,7 +49,7 @@ TEST_P(ButtonTest, looksDifferentInEachState) {
     EXPECT_NE(picture(), idle);
 }
 
-TEST_P(ButtonTest, doesNotAnswerToThePointerWhileDisabled) {
+TEST_P(ButtonTest, showsNoHoverWhileDisabled) {
     button_.setEnabled(false);
     const QImage disabled = picture();
     hover();
@@ -69,20 +69,20 @@ TEST_P(ButtonTest, isPressedByTheMouseAndTheKeyboard) {
 }
 
 TEST_P(ButtonTest, hasRoomForItsLabelAtLeast) {
-    const int usual = button_.sizeHint().width();
+    const int defaultWidth = button_.sizeHint().width();
     button_.setMinimumLabelWidth(10);
-    EXPECT_EQ(button_.sizeHint().width(), usual);
+    EXPECT_EQ(button_.sizeHint().width(), defaultWidth);
     button_.setMinimumLabelWidth(400);
     EXPECT_GT(button_.sizeHint().width(), 400);
 }
 
 TEST_P(ButtonTest, isHigherWhenLarge) {
-    const int usual = button_.sizeHint().height();
+    const int regularHeight = button_.sizeHint().height();
     button_.setControlSize(Button::ControlSize::large);
     if (GetParam() == Button::Variant::plain) {
-        EXPECT_EQ(button_.sizeHint().height(), usual);
+        EXPECT_EQ(button_.sizeHint().height(), regularHeight);
     } else {
-        EXPECT_GT(button_.sizeHint().height(), usual);
+        EXPECT_GT(button_.sizeHint().height(), regularHeight);
     }
 }
 
@@ -91,7 +91,7 @@ std::string nameOf(const ::testing::TestParamInfo<Button::Variant>& variant) {
     return names[static_cast<int>(variant.param)];
 }
 
-INSTANTIATE_TEST_SUITE_P(Looks, ButtonTest,
+INSTANTIATE_TEST_SUITE_P(Variants, ButtonTest,
                          ::testing::Values(Button::Variant::plain, Button::Variant::bordered,
                                            Button::Variant::prominent),
                          nameOf);

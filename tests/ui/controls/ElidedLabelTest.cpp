@@ -42,7 +42,7 @@ TEST(ElidedLabelTest, breaksAtLineEnds) {
     EXPECT_EQ(shown("one\ntwo", 500), (std::vector<std::string>{"one", "two"}));
 }
 
-TEST(ElidedLabelTest, endsInAnEllipsisWhatDoesNotFit) {
+TEST(ElidedLabelTest, elidesWhatDoesNotFit) {
     const auto lines = shown("one\ntwo and very much more text behind it", widthOf("two and very"));
     ASSERT_EQ(lines.size(), 2U);
     EXPECT_EQ(lines[0], "one");
@@ -54,7 +54,7 @@ TEST(ElidedLabelTest, continuesTheLastLineWithTheLinesThatFollow) {
     EXPECT_EQ(shown("one\ntwo\nthree", 500), (std::vector<std::string>{"one", "two three"}));
 }
 
-TEST(ElidedLabelTest, keepsItsWholeTextThoughItAsksForLittleRoom) {
+TEST(ElidedLabelTest, keepsItsFullTextDespiteASmallMinimumSize) {
     ElidedLabel label(Qt::ElideMiddle, TextFont{});
     const QString path(4000, u'x');
     label.setText(path);
@@ -70,7 +70,7 @@ std::string toolTipOf(ElidedLabel& label) {
     return utf8(text);
 }
 
-TEST(ElidedLabelTest, showsTheWholeTextAsToolTipWhereItIsShortened) {
+TEST(ElidedLabelTest, showsTheFullTextAsToolTipWhenElided) {
     ElidedLabel label(Qt::ElideRight, TextFont{});
     label.setText(QStringLiteral("a <b>long</b> text that does not fit"));
     label.resize(50, 20);
@@ -78,7 +78,7 @@ TEST(ElidedLabelTest, showsTheWholeTextAsToolTipWhereItIsShortened) {
     EXPECT_EQ(toolTipOf(label), utf8(toolTipText(label.text())));
 }
 
-TEST(ElidedLabelTest, showsNoToolTipWhereTheTextIsWhole) {
+TEST(ElidedLabelTest, showsNoToolTipUnlessElided) {
     ElidedLabel label(2, TextFont{});
     label.setText(QStringLiteral("two words"));
     label.resize(widthOf("words"), 60);

@@ -13,16 +13,16 @@
 namespace kestrel {
 namespace {
 
-/// By the size of the body font in points and the scale of the screen.
+/// Parameters: application font size in points, device pixel ratio.
 class LabelTest : public ::testing::TestWithParam<std::tuple<double, double>> {
   protected:
     void SetUp() override {
-        QFont font = usual_;
+        QFont font = originalFont_;
         font.setPointSizeF(std::get<0>(GetParam()));
         QApplication::setFont(font);
     }
 
-    void TearDown() override { QApplication::setFont(usual_); }
+    void TearDown() override { QApplication::setFont(originalFont_); }
 
     static QImage picture(QWidget& label) {
         const double scale = std::get<1>(GetParam());
@@ -33,72 +33,72 @@ class LabelTest : public ::testing::TestWithParam<std::tuple<double, double>> {
         return picture;
     }
 
-    /// How much of the picture of a label of this height is not background.
-    static qint64 inkAt(QWidget& label, int height) {
+    /// The sum of the alpha values of a label of this height.
+    static qint64 totalAlpha(QWidget& label, int height) {
         label.resize(label.width(), height);
         const QImage picture = LabelTest::picture(label);
-        qint64 ink = 0;
+        qint64 alpha = 0;
         for (int y = 0; y < picture.height(); ++y) {
             for (int x = 0; x < picture.width(); ++x) {
-                ink += qAlpha(picture.pixel(x, y));
+                alpha += qAlpha(picture.pixel(x, y));
             }
         }
-        return ink;
+        return alpha;
     }
 
-    static void expectWhole(QWidget& label, int height) {
-        // The text moves by whole pixels of every scale.
-        constexpr int more = 40;
-        EXPECT_GT(inkAt(label, height), 0);
-        EXPECT_EQ(inkAt(label, height), inkAt(label, height + more));
+    static void expectUnclipped(QWidget& label, int height) {
+        // Moves the centred text by whole device pixels at every ratio.
+        constexpr int extraHeight = 40;
+        EXPECT_GT(totalAlpha(label, height), 0);
+        EXPECT_EQ(totalAlpha(label, height), totalAlpha(label, height + extraHeight));
     }
 
-    /// A label that shows the text in a width.
+    /// The image of a label with this text and width.
     static QImage pictureOf(const QString& text, int width) {
         Label label(text);
         label.resize(width, label.heightForWidth(width));
         return picture(label);
     }
 
-    const QString tails_ = QStringLiteral("Typography, jog (Q)");
+    const QString descenders_ = QStringLiteral("Typography, jog (Q)");
 
   private:
-    const QFont usual_ = QApplication::font();
+    const QFont originalFont_ = QApplication::font();
 };
 
-TEST_P(LabelTest, cutsNothingOffALine) {
-    Label label(tails_, {TextStyle::caption});
+TEST_P(LabelTest, doesNotClipALine) {
+    Label label(descenders_, {TextStyle::caption});
     label.setWordWrap(false);
     label.resize(label.sizeHint());
-    expectWhole(label, label.sizeHint().height());
+    expectUnclipped(label, label.sizeHint().height());
 }
 
-TEST_P(LabelTest, cutsNothingOffWrappedLines) {
-    Label label(tails_ + u' ' + tails_, {TextStyle::caption});
+TEST_P(LabelTest, doesNotClipWrappedLines) {
+    Label label(descenders_ + u' ' + descenders_, {TextStyle::caption});
     label.setAlignment(Qt::AlignLeft | Qt::AlignTop);
     label.resize(label.minimumSizeHint());
-    expectWhole(label, label.heightForWidth(label.width()));
+    expectUnclipped(label, label.heightForWidth(label.width()));
 }
 
-TEST_P(LabelTest, cutsNothingOffALineThatIsShortened) {
+TEST_P(LabelTest, doesNotClipAnElidedLine) {
     ElidedLabel label(Qt::ElideRight, {TextStyle::caption});
-    label.setText(tails_);
+    label.setText(descenders_);
     label.resize(label.sizeHint());
-    expectWhole(label, label.sizeHint().height());
+    expectUnclipped(label, label.sizeHint().height());
 }
 
-TEST_P(LabelTest, cutsNothingOffLinesThatAreShortened) {
+TEST_P(LabelTest, doesNotClipElidedLines) {
     ElidedLabel label(2, {TextStyle::caption2});
-    label.setText(tails_ + u'\n' + tails_ + tails_);
-    label.resize(label.fontMetrics().horizontalAdvance(tails_) + 20, 1);
-    expectWhole(label, label.heightForWidth(label.width()));
+    label.setText(descenders_ + u'\n' + descenders_ + descenders_);
+    label.resize(label.fontMetrics().horizontalAdvance(descenders_) + 20, 1);
+    expectUnclipped(label, label.heightForWidth(label.width()));
 }
 
-TEST_P(LabelTest, standsOnOneLineWhetherItIsShortenedOrNot) {
-    Label label(tails_, {TextStyle::caption});
+TEST_P(LabelTest, hasTheSameBaselineElidedOrNot) {
+    Label label(descenders_, {TextStyle::caption});
     label.setWordWrap(false);
     ElidedLabel elided(Qt::ElideRight, {TextStyle::caption});
-    elided.setText(tails_);
+    elided.setText(descenders_);
     EXPECT_EQ(label.sizeHint().height(), elided.sizeHint().height());
     for (const int more : {0, 1, 2, 3}) {
         label.resize(elided.sizeHint().grownBy({0, 0, 0, more}));
@@ -107,7 +107,7 @@ TEST_P(LabelTest, standsOnOneLineWhetherItIsShortenedOrNot) {
     }
 }
 
-TEST_P(LabelTest, startsAllLinesFromRightToLeftAtOneEdge) {
+TEST_P(LabelTest, alignsRightToLeftLinesAtOneEdge) {
     QApplication::setLayoutDirection(Qt::RightToLeft);
     const QString word = QStringLiteral("המרה");
     const int width = Label().fontMetrics().horizontalAdvance(word + u' ' + word) - 2;
@@ -115,7 +115,7 @@ TEST_P(LabelTest, startsAllLinesFromRightToLeftAtOneEdge) {
     QApplication::setLayoutDirection(Qt::LeftToRight);
 }
 
-INSTANTIATE_TEST_SUITE_P(OfSizes, LabelTest,
+INSTANTIATE_TEST_SUITE_P(Sizes, LabelTest,
                          ::testing::Combine(::testing::Values(7.0, 9.0, 10.0, 11.0, 12.5, 18.0),
                                             ::testing::Values(1.0, 1.5, 2.0)));
 

@@ -92,7 +92,7 @@ TEST_F(DropTest, targetsTheZoneBetweenEnterAndLeave) {
     EXPECT_TRUE(scenario_.model->jobs().empty());
 }
 
-TEST_F(DropTest, takesADropOnTheZone) {
+TEST_F(DropTest, acceptsADropOnTheZone) {
     enter(zone());
     EXPECT_TRUE(drop(zone()));
     EXPECT_FALSE(isTargeted());
@@ -100,7 +100,7 @@ TEST_F(DropTest, takesADropOnTheZone) {
     EXPECT_EQ(scenario_.model->jobs()[0].source().path(), "/no-such-folder/a.opus");
 }
 
-TEST_F(DropTest, takesADropOnARowOfTheList) {
+TEST_F(DropTest, acceptsADropOnARowOfTheList) {
     scenario_.add({"z.opus"});
     ASSERT_FALSE(zone()->isVisible());
     QWidget* row = list()->findChild<JobRow*>();
@@ -119,7 +119,7 @@ TEST_F(DropTest, targetsTheListBetweenEnterAndLeave) {
     EXPECT_FALSE(isTargeted());
 }
 
-TEST_F(DropTest, takesEveryFileOfADropWithItsBytes) {
+TEST_F(DropTest, keepsTheBytesOfEveryDroppedPath) {
     setUris("file:///no-such-folder/caf%E9.opus\r\nhttp://host/x.opus\r\n"
             "file:///no-such-folder/%23%3F%25.ogg\r\n");
     enter(zone());
@@ -143,7 +143,7 @@ TEST_F(DropTest, refusesDragsWithoutAFile) {
     EXPECT_FALSE(isTargeted());
 }
 
-TEST_F(DropTest, isOverForTheZoneWhenTheListTakesItsPlace) {
+TEST_F(DropTest, endsTheDragOverTheZoneWhenTheListReplacesIt) {
     enter(zone());
     ASSERT_TRUE(isTargeted());
     scenario_.add({"z.opus"});

@@ -23,7 +23,7 @@ namespace kestrel {
 /// A job list in a window of its own, between two buttons, that follows its model.
 class JobListFixture : public ::testing::Test {
   protected:
-    /// As ContentView does before there is a view.
+    /// As ContentView does before the first view.
     static void SetUpTestSuite() { installAccessibleViews(); }
 
     JobListFixture() {
@@ -48,7 +48,7 @@ class JobListFixture : public ::testing::Test {
 
     ProgressBar* overall() const { return find<ProgressBar>(list_, "overallProgress"); }
 
-    /// The rows in sight, from top to bottom.
+    /// The visible rows, from top to bottom.
     std::vector<JobRow*> rows() const {
         std::vector<JobRow*> rows;
         for (JobRow* row : list_.findChildren<JobRow*>()) {
@@ -82,7 +82,7 @@ class JobListFixture : public ::testing::Test {
         return find<QPushButton>(*rowOf(name), "removeButton");
     }
 
-    /// The row with the keyboard focus, if it is on the row itself.
+    /// The row that has the keyboard focus itself, or null.
     static JobRow* focusedRow() { return qobject_cast<JobRow*>(QApplication::focusWidget()); }
 
     static std::string focusedName() {
@@ -90,12 +90,12 @@ class JobListFixture : public ::testing::Test {
         return row != nullptr ? std::string(row->job().source().lastPathComponent()) : "";
     }
 
-    /// Whether all of the row is in sight.
-    bool isInSight(const JobRow* row) const {
+    /// Returns true iff the row is entirely inside the viewport.
+    bool isFullyVisible(const JobRow* row) const {
         return row->y() >= 0 && row->y() + row->height() <= area()->viewport()->height();
     }
 
-    /// Types a key where the keyboard focus is.
+    /// Sends a key click to the focus widget.
     static void type(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         QTest::keyClick(QApplication::focusWidget(), key, modifiers);
         settle();

@@ -22,7 +22,7 @@ TEST_F(JobListKeysTest, isOneTabStop) {
     EXPECT_TRUE(before_.hasFocus());
 }
 
-TEST_F(JobListKeysTest, isLeftFromARemoveButtonToo) {
+TEST_F(JobListKeysTest, isLeftByTabFromARemoveButtonToo) {
     scenario_.addMany(3);
     type(Qt::Key_Tab);
     type(Qt::Key_Right);
@@ -36,7 +36,7 @@ TEST_F(JobListKeysTest, isLeftFromARemoveButtonToo) {
     EXPECT_TRUE(before_.hasFocus());
 }
 
-TEST_F(JobListKeysTest, comesBackToTheRowThatWasLeft) {
+TEST_F(JobListKeysTest, returnsToTheLastFocusedRow) {
     scenario_.addMany(100);
     QTest::mouseClick(rowOf("3.opus"), Qt::LeftButton, {}, QPoint(100, 20));
     EXPECT_EQ(focusedName(), "3.opus");
@@ -45,10 +45,10 @@ TEST_F(JobListKeysTest, comesBackToTheRowThatWasLeft) {
     bar()->setValue(bar()->maximum());
     type(Qt::Key_Tab, Qt::ShiftModifier);
     EXPECT_EQ(focusedName(), "3.opus");
-    EXPECT_TRUE(isInSight(focusedRow()));
+    EXPECT_TRUE(isFullyVisible(focusedRow()));
 }
 
-TEST_F(JobListKeysTest, startsWithTheFirstRowThatIsInSightAsAWhole) {
+TEST_F(JobListKeysTest, startsAtTheFirstFullyVisibleRow) {
     scenario_.addMany(100);
     bar()->setValue(bar()->maximum() / 2 + 7);
     const int value = bar()->value();
@@ -58,14 +58,14 @@ TEST_F(JobListKeysTest, startsWithTheFirstRowThatIsInSightAsAWhole) {
     EXPECT_EQ(bar()->value(), value);
 }
 
-TEST_F(JobListKeysTest, startsWithTheSecondRowWhereTheFirstOneIsCut) {
+TEST_F(JobListKeysTest, startsAtTheSecondRowIfTheFirstIsClipped) {
     scenario_.addMany(100);
     bar()->setValue(rows().front()->height() / 2);
     type(Qt::Key_Tab);
     EXPECT_EQ(focusedName(), "1.opus");
 }
 
-TEST_F(JobListKeysTest, startsWithARowThatBeginsAtTheEdge) {
+TEST_F(JobListKeysTest, startsAtARowThatBeginsAtTheEdge) {
     scenario_.addMany(100);
     bar()->setValue(rows()[3]->y());
     ASSERT_EQ(rows().front()->y(), 0);
@@ -93,18 +93,18 @@ TEST_F(JobListKeysTest, movesFromRowToRowByKeys) {
     EXPECT_EQ(bar()->value(), 0);
 }
 
-TEST_F(JobListKeysTest, bringsEveryRowThatItComesToIntoSight) {
+TEST_F(JobListKeysTest, scrollsEveryFocusedRowIntoView) {
     scenario_.addMany(100);
     type(Qt::Key_Tab);
     for (int number = 1; number < 100; ++number) {
         type(Qt::Key_Down);
         ASSERT_EQ(focusedName(), std::to_string(number) + ".opus");
-        ASSERT_TRUE(isInSight(focusedRow())) << number;
+        ASSERT_TRUE(isFullyVisible(focusedRow())) << number;
     }
     for (int number = 98; number >= 0; --number) {
         type(Qt::Key_Up);
         ASSERT_EQ(focusedName(), std::to_string(number) + ".opus");
-        ASSERT_TRUE(isInSight(focusedRow())) << number;
+        ASSERT_TRUE(isFullyVisible(focusedRow())) << number;
     }
 }
 
@@ -114,7 +114,7 @@ TEST_F(JobListKeysTest, movesByPages) {
     const int perPage = area()->viewport()->height() / rows().front()->height();
     type(Qt::Key_PageDown);
     EXPECT_EQ(focusedName(), std::to_string(perPage) + ".opus");
-    EXPECT_TRUE(isInSight(focusedRow()));
+    EXPECT_TRUE(isFullyVisible(focusedRow()));
     type(Qt::Key_PageDown);
     EXPECT_EQ(focusedName(), std::to_string(2 * perPage) + ".opus");
     type(Qt::Key_End);
@@ -127,7 +127,7 @@ TEST_F(JobListKeysTest, movesByPages) {
     EXPECT_EQ(bar()->value(), 0);
 }
 
-TEST_F(JobListKeysTest, movesOverRowsThatTurnOutToBeLower) {
+TEST_F(JobListKeysTest, movesOverRowsThatAreMeasuredLower) {
     for (int number = 0; number < 60; ++number) {
         scenario_.failWith(std::to_string(number) + ".opus", "short");
     }
@@ -139,7 +139,7 @@ TEST_F(JobListKeysTest, movesOverRowsThatTurnOutToBeLower) {
                               Qt::Key_PageDown, Qt::Key_Home, Qt::Key_PageDown}) {
         type(key);
         ASSERT_NE(focusedRow(), nullptr);
-        EXPECT_TRUE(isInSight(focusedRow())) << key;
+        EXPECT_TRUE(isFullyVisible(focusedRow())) << key;
     }
 }
 
@@ -181,7 +181,7 @@ TEST_F(JobListKeysTest, movesIntoTheRemoveButtonAndBack) {
     EXPECT_EQ(focusedName(), "b.opus");
 }
 
-TEST_F(JobListKeysTest, movesIntoTheRemoveButtonToTheLeftWhereTextRunsThatWay) {
+TEST_F(JobListKeysTest, movesIntoTheRemoveButtonByLeftInARightToLeftLayout) {
     window_.setLayoutDirection(Qt::RightToLeft);
     scenario_.add({"a.opus"});
     type(Qt::Key_Tab);
@@ -216,7 +216,7 @@ TEST_F(JobListKeysTest, leavesTheFocusToTheNextRowWhenTheMouseRemovesOne) {
     EXPECT_EQ(focusedName(), "c.opus");
 }
 
-TEST_F(JobListKeysTest, keepsTheRowWithTheFocusThoughItIsScrolledAway) {
+TEST_F(JobListKeysTest, keepsTheFocusedRowWhenItIsScrolledOutOfView) {
     scenario_.addMany(100);
     type(Qt::Key_Tab);
     type(Qt::Key_Down);
@@ -239,14 +239,14 @@ TEST_F(JobListKeysTest, scrollsBackToTheFocusWhenAKeyIsTyped) {
     bar()->setValue(bar()->maximum());
     type(Qt::Key_Right);
     EXPECT_TRUE(removeButtonOf("1.opus")->hasFocus());
-    EXPECT_TRUE(isInSight(rowOf("1.opus")));
+    EXPECT_TRUE(isFullyVisible(rowOf("1.opus")));
     bar()->setValue(bar()->maximum());
     type(Qt::Key_X);
-    EXPECT_TRUE(isInSight(rowOf("1.opus")));
+    EXPECT_TRUE(isFullyVisible(rowOf("1.opus")));
     bar()->setValue(bar()->maximum());
     type(Qt::Key_Down);
     EXPECT_EQ(focusedName(), "2.opus");
-    EXPECT_TRUE(isInSight(focusedRow()));
+    EXPECT_TRUE(isFullyVisible(focusedRow()));
 }
 
 TEST_F(JobListKeysTest, keepsTheFocusOnItsRowWhileOthersAreRemoved) {
@@ -303,9 +303,9 @@ TEST_F(JobListKeysTest, doesNotEndAPressInTheRemovalOfAnotherJob) {
     EXPECT_EQ(scenario_.model->jobs().size(), 50U);
 }
 
-TEST_F(JobListKeysTest, marksTheRowWithTheFocusForTheKeyboardOnly) {
+TEST_F(JobListKeysTest, drawsTheFocusRingForKeyboardFocusOnly) {
     scenario_.add({"a.opus", "b.opus"});
-    // The middle of the ring's line at the row's start.
+    // A pixel of the focus ring at the row's left edge.
     const auto edge = [this](const char* name) {
         const JobRow* row = rowOf(name);
         return list_.grab().toImage().pixelColor(row->mapTo(&list_, QPoint(0, row->height() / 2)));

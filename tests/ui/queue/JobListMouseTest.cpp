@@ -37,10 +37,10 @@ TEST_F(JobListMouseTest, staysWhereItIsWhenTheMarginIsPressed) {
     EXPECT_EQ(bar()->value(), value);
     type(Qt::Key_Down);
     EXPECT_EQ(focusedName(), "1.opus");
-    EXPECT_TRUE(isInSight(focusedRow()));
+    EXPECT_TRUE(isFullyVisible(focusedRow()));
 }
 
-TEST_F(JobListMouseTest, leavesNoHighlightOnAButtonThatScrollsFromUnderTheMouse) {
+TEST_F(JobListMouseTest, clearsTheHoverStateOfAButtonThatScrollsFromUnderTheMouse) {
     scenario_.addMany(100);
     const QPoint before = QCursor::pos();
     Button* const button = rowOf("2.opus")->removeButton();

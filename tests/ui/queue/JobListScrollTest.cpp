@@ -33,7 +33,7 @@ TEST_F(JobListScrollTest, scrollsByTheWheelOverARow) {
     const QPointF center = area()->viewport()->rect().center();
     QWheelEvent wheel(center, area()->viewport()->mapToGlobal(center), {}, {0, -120}, Qt::NoButton,
                       Qt::NoModifier, Qt::NoScrollPhase, false);
-    // Only a wheel that somebody turned is passed on by those that have no use for it.
+    // An ignored wheel event propagates to the parent only if it is spontaneous.
     QSpontaneKeyEvent::setSpontaneous(&wheel);
     QCoreApplication::instance()->notify(rows().front(), &wheel);
     EXPECT_GT(bar()->value(), 0);
@@ -87,7 +87,7 @@ TEST_F(JobListScrollTest, staysWhereItIsWhenTheTopmostRowFails) {
     EXPECT_EQ(rowOf("1.opus")->y(), 0);
 }
 
-TEST_F(JobListScrollTest, scrollsAsFarAsItIsToThoughTheListHasChanged) {
+TEST_F(JobListScrollTest, scrollsByTheExactStepThoughTheListHasChanged) {
     scenario_.addMany(100);
     bar()->setValue(bar()->maximum() / 2 + 7);
     const std::string name = texts("name")[4];
@@ -101,7 +101,7 @@ TEST_F(JobListScrollTest, scrollsAsFarAsItIsToThoughTheListHasChanged) {
     EXPECT_EQ(rowOf(name)->y(), y + 20);
 }
 
-TEST_F(JobListScrollTest, scrollsBeforeTheRefreshForARemovalHasCome) {
+TEST_F(JobListScrollTest, scrollsBeforeTheRefreshAfterARemoval) {
     scenario_.addMany(100);
     bar()->setValue(bar()->maximum());
     while (scenario_.model->jobs().size() > 2) {
@@ -123,7 +123,7 @@ TEST_F(JobListScrollTest, keepsFewWidgetsForAHundredThousandJobs) {
     EXPECT_LT(list_.findChildren<JobRow*>().size(), 20);
 }
 
-TEST_F(JobListScrollTest, closesTheGapOfARowInSight) {
+TEST_F(JobListScrollTest, closesTheGapOfAVisibleRow) {
     scenario_.addMany(100);
     bar()->setValue(bar()->maximum() / 2 + 7);
     const std::vector<std::string> before = texts("name");
@@ -136,7 +136,7 @@ TEST_F(JobListScrollTest, closesTheGapOfARowInSight) {
     EXPECT_EQ(rows()[0]->y(), y);
 }
 
-TEST_F(JobListScrollTest, measuresTheMessagesInSightOnly) {
+TEST_F(JobListScrollTest, measuresVisibleMessagesOnly) {
     for (int number = 0; number < 200; ++number) {
         scenario_.failWith(std::to_string(number) + ".opus", "no such stream");
     }
@@ -154,7 +154,7 @@ TEST_F(JobListScrollTest, measuresTheMessagesInSightOnly) {
     EXPECT_EQ(area()->heights().measuredCount(), atLast);
 }
 
-TEST_F(JobListScrollTest, staysWhereItIsWhileRowsAboveTurnOutToBeLower) {
+TEST_F(JobListScrollTest, staysWhereItIsWhileRowsAboveAreMeasuredLower) {
     for (int number = 0; number < 100; ++number) {
         scenario_.failWith(std::to_string(number) + ".opus", "short");
     }
@@ -172,13 +172,13 @@ TEST_F(JobListScrollTest, staysWhereItIsWhileRowsAboveTurnOutToBeLower) {
         const int value = bar()->value();
         bar()->setValue(value - step);
         ASSERT_EQ(rowOf(name)->y(), y + step);
-        const auto news = static_cast<int>(area()->heights().measuredCount() - measured);
-        ASSERT_EQ(bar()->value(), value - step - news * line);
+        const auto newlyMeasured = static_cast<int>(area()->heights().measuredCount() - measured);
+        ASSERT_EQ(bar()->value(), value - step - newlyMeasured * line);
     }
     EXPECT_GT(area()->heights().measuredCount(), 20U);
 }
 
-TEST_F(JobListScrollTest, comesToTheEndThoughTheRowsThereAreLowerThanAssumed) {
+TEST_F(JobListScrollTest, scrollsToTheEndThoughRowsAreLowerThanEstimated) {
     for (int number = 0; number < 100; ++number) {
         scenario_.failWith(std::to_string(number) + ".opus", "short");
     }

@@ -15,8 +15,8 @@
 namespace kestrel {
 namespace {
 
-/// Does with the list what users and batches do, in an order that a seed decides, and looks after
-/// each step whether the list is as it must be.
+/// Performs seeded random actions of users and batches, and checks the list's invariants after each
+/// one.
 class JobListStressTest : public JobListFixture, public ::testing::WithParamInterface<unsigned> {
   public:
     JobListStressTest(const JobListStressTest&) = delete;
@@ -40,15 +40,15 @@ class JobListStressTest : public JobListFixture, public ::testing::WithParamInte
         scenario_.finish();
     }
 
-    /// One step, and what must hold after it.
+    /// Performs one action and checks the invariants.
     void step() {
-        const std::vector<Place> before = places();
+        const std::vector<RowPosition> before = rowPositions();
         const std::optional<UUID> focused = focusedId();
-        bool isSteady = false;
-        act(isSteady);
+        bool keepsPosition = false;
+        act(keepsPosition);
         settle();
-        if (isSteady) {
-            expectSteady(before);
+        if (keepsPosition) {
+            expectSamePosition(before);
             if (focused && indexOf(*focused)) {
                 EXPECT_EQ(focusedId(), focused);
             }
@@ -57,8 +57,8 @@ class JobListStressTest : public JobListFixture, public ::testing::WithParamInte
         expectWidgets();
     }
 
-    /// For the report of a failure.
-    std::string situation() const {
+    /// For failure messages.
+    std::string describeState() const {
         return lastAction_ + ", jobs " + std::to_string(jobs().size()) + ", value " +
                std::to_string(bar()->value()) + " of " + std::to_string(bar()->maximum()) +
                ", height " + std::to_string(area()->viewport()->height());
@@ -67,7 +67,7 @@ class JobListStressTest : public JobListFixture, public ::testing::WithParamInte
   private:
     static constexpr int maxNames = 1000;
 
-    struct Place {
+    struct RowPosition {
         UUID id;
         int top;
         int bottom;
@@ -102,8 +102,8 @@ class JobListStressTest : public JobListFixture, public ::testing::WithParamInte
                    : std::nullopt;
     }
 
-    /// The rows in sight as the list has them, from top to bottom.
-    std::vector<JobRow*> inSight() const {
+    /// The visible rows according to the list, from top to bottom.
+    std::vector<JobRow*> visibleRows() const {
         std::vector<JobRow*> rows = area()->rows();
         const int height = area()->viewport()->height();
         std::erase_if(rows, [height](const JobRow* row) {
@@ -112,12 +112,12 @@ class JobListStressTest : public JobListFixture, public ::testing::WithParamInte
         return rows;
     }
 
-    std::vector<Place> places() const {
-        std::vector<Place> places;
-        for (const JobRow* row : inSight()) {
-            places.push_back({row->job().id(), row->y(), row->y() + row->height()});
+    std::vector<RowPosition> rowPositions() const {
+        std::vector<RowPosition> rowPositions;
+        for (const JobRow* row : visibleRows()) {
+            rowPositions.push_back({row->job().id(), row->y(), row->y() + row->height()});
         }
-        return places;
+        return rowPositions;
     }
 
     /// The row that has the focus itself or in its button.
@@ -136,17 +136,17 @@ class JobListStressTest : public JobListFixture, public ::testing::WithParamInte
         return row != nullptr ? std::optional(row->job().id()) : std::nullopt;
     }
 
-    void act(bool& isSteady) {
+    void act(bool& keepsPosition) {
         const int action = random(13);
         lastAction_ = "action " + std::to_string(action);
-        isSteady = action < 6;
+        keepsPosition = action < 6;
         switch (action) {
         case 0:
             return add();
         case 1:
             return removeSome();
         case 2:
-            return removeInSight();
+            return removeVisible();
         case 3:
         case 4:
         case 5:
@@ -176,7 +176,7 @@ class JobListStressTest : public JobListFixture, public ::testing::WithParamInte
         scenario_.model->add(urls);
     }
 
-    /// A batch does not bear it when the queue becomes shorter than it was.
+    /// A running batch requires that the queue does not get shorter than it was at the start.
     bool canRemove() const {
         return !scenario_.model->isConverting() || jobs().size() > batchLength_;
     }
@@ -193,13 +193,13 @@ class JobListStressTest : public JobListFixture, public ::testing::WithParamInte
         }
     }
 
-    JobRow* someRowInSight() {
-        const std::vector<JobRow*> rows = inSight();
+    JobRow* someVisibleRow() {
+        const std::vector<JobRow*> rows = visibleRows();
         return rows.empty() ? nullptr : rows[static_cast<std::size_t>(random(rows.size()))];
     }
 
-    void removeInSight() {
-        if (const JobRow* row = someRowInSight()) {
+    void removeVisible() {
+        if (const JobRow* row = someVisibleRow()) {
             remove(row->job());
         }
     }
@@ -212,8 +212,8 @@ class JobListStressTest : public JobListFixture, public ::testing::WithParamInte
     }
 
     void click() {
-        JobRow* row = someRowInSight();
-        if (row == nullptr || !isInSight(row)) {
+        JobRow* row = someVisibleRow();
+        if (row == nullptr || !isFullyVisible(row)) {
             return;
         }
         if (random(2) == 0 && canRemove() && row->isRemovable()) {
@@ -232,17 +232,17 @@ class JobListStressTest : public JobListFixture, public ::testing::WithParamInte
             return;
         }
         for (int count = 1 + random(3); count > 0; --count) {
-            const auto isUnderWay = [this] {
+            const auto isConvertingOrOver = [this] {
                 return converting() || !scenario_.model->isConverting();
             };
-            ASSERT_TRUE(waitFor(isUnderWay));
+            ASSERT_TRUE(waitFor(isConvertingOrOver));
             const std::optional<UUID> id = converting();
             if (!id) {
                 return;
             }
             permits_.release();
             ASSERT_TRUE(waitFor([&] { return converting() != id; }));
-            ASSERT_TRUE(waitFor(isUnderWay));
+            ASSERT_TRUE(waitFor(isConvertingOrOver));
         }
     }
 
@@ -288,7 +288,7 @@ class JobListStressTest : public JobListFixture, public ::testing::WithParamInte
         const JobRow* row = rowWithFocus();
         ASSERT_NE(row, nullptr);
         if (key != Qt::Key_Delete && area()->viewport()->height() > row->height() + 12) {
-            EXPECT_TRUE(isInSight(row));
+            EXPECT_TRUE(isFullyVisible(row));
         }
         const auto to = static_cast<long>(indexOf(row->job().id()).value());
         const auto last = static_cast<long>(jobs().size()) - 1;
@@ -302,9 +302,9 @@ class JobListStressTest : public JobListFixture, public ::testing::WithParamInte
         EXPECT_TRUE(isPage ? (isUp ? to <= next : to >= next) : to == next) << from << ", " << to;
     }
 
-    /// The rows in sight follow one another in the queue's order and cover the whole height.
+    /// The visible rows are contiguous, in queue order, and cover the viewport.
     void expectOrder() const {
-        const std::vector<JobRow*> rows = inSight();
+        const std::vector<JobRow*> rows = visibleRows();
         ASSERT_EQ(rows.empty(), jobs().empty());
         if (rows.empty()) {
             return;
@@ -327,7 +327,7 @@ class JobListStressTest : public JobListFixture, public ::testing::WithParamInte
         EXPECT_TRUE(bar()->maximum() == 0 || y >= height - 6);
     }
 
-    /// Each job has at most one row, and no row but the one with the focus is kept out of sight.
+    /// Each job has at most one row, and only the focused row is kept outside the viewport.
     void expectWidgets() const {
         const std::vector<JobRow*> live = area()->rows();
         for (std::size_t place = 0; place < live.size(); ++place) {
@@ -340,27 +340,27 @@ class JobListStressTest : public JobListFixture, public ::testing::WithParamInte
         for (JobRow* row : list_.findChildren<JobRow*>()) {
             EXPECT_EQ(row->isHidden(), std::find(live.begin(), live.end(), row) == live.end());
         }
-        EXPECT_LE(live.size(), inSight().size() + 1);
+        EXPECT_LE(live.size(), visibleRows().size() + 1);
         const QWidget* focus = QApplication::focusWidget();
         ASSERT_NE(focus, nullptr);
         EXPECT_TRUE(focus != area() || jobs().empty());
         EXPECT_TRUE(rowWithFocus() == nullptr || !rowWithFocus()->isHidden());
     }
 
-    /// The topmost row that was in sight, or is the first one left of those that were, is there
-    /// still: with the end that was in sight if it was cut, else where the topmost one was.
-    void expectSteady(const std::vector<Place>& before) const {
+    /// The topmost remaining row keeps its bottom if its top was clipped; else its top is where
+    /// that of the topmost unclipped row was.
+    void expectSamePosition(const std::vector<RowPosition>& before) const {
         constexpr int line = 40;
         if (bar()->value() == 0 || bar()->value() + line > bar()->maximum()) {
             return;
         }
         std::optional<int> gap;
-        for (const Place& old : before) {
+        for (const RowPosition& old : before) {
             if (!indexOf(old.id)) {
                 gap = gap || old.top < 0 ? gap : old.top;
                 continue;
             }
-            for (const Place& now : places()) {
+            for (const RowPosition& now : rowPositions()) {
                 if (now.id != old.id) {
                     continue;
                 }
@@ -371,7 +371,7 @@ class JobListStressTest : public JobListFixture, public ::testing::WithParamInte
                 }
                 return;
             }
-            ADD_FAILURE() << "the topmost row went out of sight";
+            ADD_FAILURE() << "the topmost row was scrolled out of view";
             return;
         }
     }
@@ -387,7 +387,7 @@ TEST_P(JobListStressTest, staysInOrderWhateverHappens) {
     for (int count = 0; count < 120; ++count) {
         step();
         if (HasFailure()) {
-            FAIL() << "seed " << GetParam() << ", step " << count << ": " << situation();
+            FAIL() << "seed " << GetParam() << ", step " << count << ": " << describeState();
         }
     }
 }

@@ -67,7 +67,7 @@ TEST_F(JobListTest, showsTheOverallProgressWhileABatchRunsOnly) {
     EXPECT_FALSE(overall()->isVisible());
 }
 
-TEST_F(JobListTest, takesARowAwayWithAClick) {
+TEST_F(JobListTest, removesARowByAClick) {
     scenario_.add({"a.opus", "b.opus", "c.opus"});
     QTest::mouseClick(removeButtonOf("b.opus"), Qt::LeftButton);
     settle();
@@ -82,7 +82,7 @@ TEST_F(JobListTest, keepsTheRowsOfTheOtherJobs) {
     EXPECT_EQ(rowOf("c.opus"), last);
 }
 
-TEST_F(JobListTest, measuresMessagesAnewForAnotherWidth) {
+TEST_F(JobListTest, remeasuresMessagesForANewWidth) {
     const std::string message = "some twenty words " + std::string(60, 'x') + " and more";
     scenario_.failWith("a.opus", message);
     scenario_.add({"a.opus"});
@@ -97,21 +97,21 @@ TEST_F(JobListTest, measuresMessagesAnewForAnotherWidth) {
 TEST_F(JobListTest, followsALargerFont) {
     scenario_.add({"a.opus", "b.opus"});
     const int before = rows().front()->height();
-    const QFont usual = QApplication::font();
-    QFont large = usual;
+    const QFont original = QApplication::font();
+    QFont large = original;
     large.setPixelSize(40);
     QApplication::setFont(large);
     settle();
     const int after = rows().front()->height();
     const int second = rows()[1]->y();
-    QApplication::setFont(usual);
+    QApplication::setFont(original);
     settle();
     EXPECT_GT(after, before);
     EXPECT_EQ(second, after + 6);
     EXPECT_EQ(rows().front()->height(), before);
 }
 
-TEST_F(JobListTest, liesInLineWithWhatIsAboveAndBelow) {
+TEST_F(JobListTest, alignsRowsWithTheHeaderAndFooter) {
     scenario_.addMany(100);
     for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
         window_.setLayoutDirection(direction);
@@ -171,7 +171,7 @@ TEST_F(JobListTest, drawsALineBetweenRowsOnly) {
     }
 }
 
-/// Remembers what is painted.
+/// Records the painted regions.
 class PaintSpy : public QObject {
   public:
     std::map<QWidget*, QRegion> painted;
@@ -185,7 +185,7 @@ class PaintSpy : public QObject {
     }
 };
 
-TEST_F(JobListTest, repaintsNothingButTheBarWhenProgressIsMade) {
+TEST_F(JobListTest, repaintsNothingButTheBarOnProgress) {
     Gate half;
     scenario_.runner->setScript("a.opus", [&](const auto&, const auto& report) {
         report(0.25);
@@ -206,7 +206,7 @@ TEST_F(JobListTest, repaintsNothingButTheBarWhenProgressIsMade) {
     ASSERT_TRUE(test::runUntil([&] { return progress->value() == 500; }));
     settle();
     EXPECT_EQ(spy.painted.count(progress), 1U);
-    // What shows through the bar is painted with it, and no more of it.
+    // The bar's ancestors show through it and are repainted within its rectangle only.
     const QRect place(progress->mapToGlobal(QPoint()), progress->size());
     for (const auto& [widget, region] : spy.painted) {
         EXPECT_TRUE(widget == progress || widget->isAncestorOf(progress));

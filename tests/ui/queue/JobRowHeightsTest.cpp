@@ -54,7 +54,7 @@ TEST_F(JobRowHeightsTest, followTheStates) {
     EXPECT_EQ(heights_.offsets().total(), 180);
 }
 
-TEST_F(JobRowHeightsTest, measureNothingUnasked) {
+TEST_F(JobRowHeightsTest, measureOnDemandOnly) {
     queue(19'000, JobState::failed("short"));
     EXPECT_EQ(heights_.measuredCount(), 0U);
     EXPECT_EQ(heights_.offsets().total(), 19'000 * 80);
@@ -65,7 +65,7 @@ TEST_F(JobRowHeightsTest, measureNothingUnasked) {
     EXPECT_EQ(heights_.measuredCount(), 1U);
 }
 
-TEST_F(JobRowHeightsTest, rememberAMessageForItsWidth) {
+TEST_F(JobRowHeightsTest, cacheAMeasurementPerWidth) {
     queue(3, JobState::failed("short"));
     heights_.measure(1, jobs_[1]);
     heights_.update(jobs_);
@@ -78,7 +78,7 @@ TEST_F(JobRowHeightsTest, rememberAMessageForItsWidth) {
     EXPECT_FALSE(heights_.isKnown(jobs_[0]));
 }
 
-TEST_F(JobRowHeightsTest, measureAnotherMessageOfAJobAnew) {
+TEST_F(JobRowHeightsTest, remeasureAChangedMessage) {
     queue(1, JobState::failed("short"));
     heights_.measure(0, jobs_[0]);
     jobs_[0].state = JobState::failed("one\ntwo");

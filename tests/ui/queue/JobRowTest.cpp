@@ -39,7 +39,7 @@ class JobRowTest : public ::testing::Test {
 
     const ProgressBar* bar() const { return row_.findChild<ProgressBar*>(); }
 
-    /// Which of the parts that depend on the state are in sight.
+    /// The visible ones of the widgets that depend on the state.
     std::string parts() const {
         std::string parts;
         for (const char* name : {"message", "checkMark", "removeButton"}) {
@@ -103,7 +103,7 @@ TEST_F(JobRowTest, keepsALineForAnEmptyMessage) {
     EXPECT_EQ(utf8(row_.accessibleName()), "track.opus, in Album, Failed");
 }
 
-TEST_F(JobRowTest, takesTheLabelsOfAStateBackWithTheNext) {
+TEST_F(JobRowTest, hidesTheWidgetsOfThePreviousState) {
     show(JobState::failed("message"));
     show(JobState::converting(), 0.1);
     show(JobState::waiting());
@@ -111,7 +111,7 @@ TEST_F(JobRowTest, takesTheLabelsOfAStateBackWithTheNext) {
     EXPECT_EQ(parts(), "removeButton ");
 }
 
-TEST_F(JobRowTest, showsOddFractionsAsTheNearerEnd) {
+TEST_F(JobRowTest, clampsProgress) {
     show(JobState::converting(), -0.5);
     EXPECT_EQ(bar()->value(), 0);
     show(JobState::converting(), 7);
@@ -120,13 +120,13 @@ TEST_F(JobRowTest, showsOddFractionsAsTheNearerEnd) {
     EXPECT_EQ(bar()->value(), 0);
 }
 
-TEST_F(JobRowTest, showsANameThatBreaksLinesOnOne) {
+TEST_F(JobRowTest, showsANameWithLineBreaksOnOneLine) {
     row_.setJob(ConversionJob(FileURL("/Al\nbum/tr\nack.opus")));
     EXPECT_EQ(text("name"), "tr\uFFFDack.opus");
     EXPECT_EQ(text("folder"), "Al\uFFFDbum");
 }
 
-TEST_F(JobRowTest, showsMarkupInNamesToTheLetter) {
+TEST_F(JobRowTest, showsMarkupInNamesLiterally) {
     row_.setJob(ConversionJob(FileURL("/<i>A&B/<b>bold & more.opus")));
     EXPECT_EQ(text("name"), "<b>bold & more.opus");
     EXPECT_EQ(text("folder"), "<i>A&B");
@@ -144,11 +144,11 @@ TEST_F(JobRowTest, removesItsJobOnly) {
     EXPECT_EQ(scenario_.model->jobs()[1].source().lastPathComponent(), "c.opus");
 }
 
-TEST_F(JobRowTest, saysWhatItsRemoveButtonRemoves) {
+TEST_F(JobRowTest, namesItsJobInTheRemoveButton) {
     EXPECT_EQ(utf8(find<QPushButton>(row_, "removeButton")->accessibleName()), "Remove track.opus");
 }
 
-TEST_F(JobRowTest, tellsItsPosition) {
+TEST_F(JobRowTest, exposesItsPosition) {
     row_.setPosition(2, 120);
     EXPECT_EQ(utf8(row_.accessibleDescription()), "3 of 120");
     EXPECT_EQ(utf8(find<QPushButton>(row_, "removeButton")->accessibleDescription()), "3 of 120");
@@ -160,7 +160,7 @@ TEST_F(JobRowTest, startsItsTextsAtTheirIndent) {
     EXPECT_EQ(find<QLabel>(row_, "name")->x(), start + JobRow::textIndent);
 }
 
-TEST_F(JobRowTest, isolatesANameThatTurnsItsSentenceAround) {
+TEST_F(JobRowTest, isolatesANameWithADirectionalOverride) {
     const QString name = QStringLiteral("a\u202Eb.opus");
     row_.setJob(ConversionJob(FileURL("/Album/" + utf8(name))));
     EXPECT_EQ(utf8(row_.accessibleName()), utf8(isolated(name)) + ", in Album, Ready");

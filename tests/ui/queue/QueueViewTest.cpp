@@ -171,7 +171,7 @@ TEST_F(QueueViewTest, showsCancelInPlaceOfStartWhileABatchRuns) {
     EXPECT_FALSE(cancel()->isVisible());
 }
 
-TEST_F(QueueViewTest, handsTheKeyboardFocusFromStartToCancelAndBack) {
+TEST_F(QueueViewTest, movesTheKeyboardFocusFromStartToCancelAndBack) {
     scenario_.holdBack("a.opus", 0.25);
     scenario_.add({"a.opus"});
     scenario_.chooseDestination("/no-such-folder/Out");

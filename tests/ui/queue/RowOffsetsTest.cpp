@@ -32,7 +32,7 @@ TEST(RowOffsetsTest, addUpHeights) {
     EXPECT_EQ(offsets.total(), 60);
 }
 
-TEST(RowOffsetsTest, findTheRowsThatReachIntoAStretch) {
+TEST(RowOffsetsTest, findTheRowsThatIntersectARange) {
     RowOffsets offsets;
     offsets.assign({10, 20, 30});
     EXPECT_EQ(offsets.rowsBetween(0, 60), Range(0, 3));
@@ -63,7 +63,7 @@ TEST(RowOffsetsTest, moveTheRowsBelowOneThatChanges) {
     EXPECT_EQ(offsets.rowAt(45), 3U);
 }
 
-/// The same sums in the plainest way.
+/// Reference implementation.
 class NaiveOffsets {
   public:
     std::vector<int> heights;
@@ -86,7 +86,7 @@ class NaiveOffsets {
     }
 };
 
-TEST(RowOffsetsTest, agreeWithPlainSums) {
+TEST(RowOffsetsTest, agreeWithTheReferenceImplementation) {
     const unsigned seed = std::random_device{}();
     SCOPED_TRACE("seed " + std::to_string(seed));
     std::mt19937 random(seed);

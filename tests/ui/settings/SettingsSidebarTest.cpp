@@ -133,7 +133,7 @@ TEST_F(SettingsSidebarTest, keepsTheFormatThatIsClickedAgain) {
     EXPECT_EQ(scenario_.model->settings(), ConversionSettings{});
 }
 
-TEST_F(SettingsSidebarTest, takesTheFormatFromTheKeyboard) {
+TEST_F(SettingsSidebarTest, selectsAFormatWithTheKeyboard) {
     auto* wav = findButton<FormatButton>(sidebar_, "WAV");
     wav->setFocus();
     QTest::keyClick(wav, Qt::Key_Space);
@@ -141,7 +141,7 @@ TEST_F(SettingsSidebarTest, takesTheFormatFromTheKeyboard) {
     EXPECT_EQ(scenario_.model->settings().format, OutputFormat::wav);
 }
 
-TEST_F(SettingsSidebarTest, takesTheFormatFromAssistiveTechnology) {
+TEST_F(SettingsSidebarTest, selectsAFormatThroughTheToggleAction) {
     for (const char* format : {"AIFF", "AIFF", "WAV", "MP3"}) {
         QAccessibleInterface* const button =
             QAccessible::queryAccessibleInterface(findButton<FormatButton>(sidebar_, format));
@@ -153,7 +153,7 @@ TEST_F(SettingsSidebarTest, takesTheFormatFromAssistiveTechnology) {
     }
 }
 
-TEST_F(SettingsSidebarTest, cutsTheQualityOffAtTheDecimalPoint) {
+TEST_F(SettingsSidebarTest, truncatesTheQualityToAnInteger) {
     setQuality(99.9);
     EXPECT_EQ(text("qualityLabel"), "99%");
 }
@@ -254,7 +254,7 @@ TEST_F(SettingsSidebarTest, staysEditableWhileABatchRuns) {
     EXPECT_EQ(scenario_.model->settings().format, OutputFormat::aiff);
 }
 
-TEST_F(SettingsSidebarTest, isAsWideAsEver) {
+TEST_F(SettingsSidebarTest, hasAFixedWidth) {
     EXPECT_EQ(sidebar_.minimumWidth(), 310);
     EXPECT_EQ(sidebar_.maximumWidth(), 310);
 }

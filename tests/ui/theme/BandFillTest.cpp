@@ -15,7 +15,7 @@ QImage canvas(double devicePixelRatio) {
     return image;
 }
 
-TEST(BandFillTest, fillsWhatOneRectangleWould) {
+TEST(BandFillTest, matchesASingleFillRect) {
     const QColor translucent(200, 30, 90, 77);
     for (const double ratio : {1.0, 1.25, 1.5, 1.75, 2.0, 3.0}) {
         for (const QRect& rect : {QRect(3, 0, 1, 400), QRect(0, 7, 33, 391), QRect(5, 1, 9, 65),

@@ -28,7 +28,7 @@ TEST(ContinuousRectangleTest, roundsItsCornersAsFarInAsCirclesDo) {
 
 TEST(ContinuousRectangleTest, beginsItsCornersEarlierThanCirclesDo) {
     const QPainterPath path = continuousRectangle(QRectF(0, 0, 200, 100), 18);
-    // Where a circle of the radius still runs along the side.
+    // A circular corner of this radius has already ended there.
     EXPECT_FALSE(path.contains(QPointF(18.5, 0.05)));
     EXPECT_TRUE(path.contains(QPointF(28, 0.05)));
 }

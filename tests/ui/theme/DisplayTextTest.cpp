@@ -29,13 +29,13 @@ TEST(DisplayTextTest, keepsTheLinesOfAMessage) {
               "one\ntwo\nthree\nfour end\uFFFD\uFFFD");
 }
 
-TEST(DisplayTextTest, looksAtTheStartOfALongMessageOnly) {
+TEST(DisplayTextTest, truncatesALongMessage) {
     const QString text = displayMessage(std::string(5'000'000, 'x'));
     EXPECT_EQ(text.size(), 4097);
     EXPECT_TRUE(text.endsWith(QStringLiteral("x…")));
 }
 
-TEST(DisplayTextTest, shortensAMessageBetweenCharacters) {
+TEST(DisplayTextTest, truncatesAtACharacterBoundary) {
     std::string message = "x";
     while (message.size() < 6000) {
         message += "é";
@@ -72,12 +72,12 @@ TEST(DisplayTextTest, closesTheIsolatesThatANameLeavesOpen) {
               "\u2068a\u2067b\u2066c\u2069\u2069\u2069");
 }
 
-TEST(DisplayTextTest, spellsMarkupOutInToolTips) {
+TEST(DisplayTextTest, escapesMarkupInToolTips) {
     EXPECT_EQ(utf8(toolTipText(QStringLiteral("<b>a&b"))),
               "<p style=\"white-space:pre-wrap\">&lt;b&gt;a&amp;b</p>");
 }
 
-TEST(DisplayTextTest, shortensLongToolTips) {
+TEST(DisplayTextTest, truncatesLongToolTips) {
     EXPECT_LT(toolTipText(QString(100'000, u'x')).size(), 1100);
 }
 

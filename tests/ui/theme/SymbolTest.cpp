@@ -27,7 +27,7 @@ QImage draw(Symbol symbol, int size, const QColor& color, double ratio = 1) {
         .convertToFormat(QImage::Format_ARGB32);
 }
 
-/// How much of the square is covered, from 0 to 1.
+/// The mean alpha, from 0 to 1.
 double coverage(const QImage& image) {
     double sum = 0;
     for (int y = 0; y < image.height(); ++y) {
@@ -38,7 +38,7 @@ double coverage(const QImage& image) {
     return sum / (image.width() * image.height());
 }
 
-TEST(SymbolTest, isDrawnInTheColourAskedForAndNoOther) {
+TEST(SymbolTest, isDrawnInTheGivenColourOnly) {
     for (const Symbol symbol : allSymbols) {
         const QImage image = draw(symbol, 24, QColor(10, 200, 30));
         const double covered = coverage(image);
@@ -60,27 +60,27 @@ TEST(SymbolTest, takesTheOpacityOfItsColour) {
     EXPECT_EQ(image.pixelColor(12, 14).alpha(), 100);
 }
 
-TEST(SymbolTest, isDrawnAnewForEachScale) {
+TEST(SymbolTest, isRenderedForEachDevicePixelRatio) {
     for (const Symbol symbol : allSymbols) {
         for (const double ratio : {1.0, 1.5, 2.0}) {
             const QPixmap pixmap = symbolPixmap(symbol, 20, Qt::black, ratio);
             EXPECT_EQ(pixmap.width(), static_cast<int>(20 * ratio));
             EXPECT_EQ(pixmap.devicePixelRatio(), ratio);
         }
-        // Enlarged pixels would be alike in fours.
+        // A scaled-up pixmap would consist of blocks of four equal pixels.
         const QImage large = draw(symbol, 20, Qt::black, 2);
         const QImage enlarged = draw(symbol, 20, Qt::black).scaled(40, 40);
         EXPECT_NE(large, enlarged) << utf8(symbolName(symbol));
     }
 }
 
-TEST(SymbolTest, hasTwelveDrawingsThatDiffer) {
-    std::set<std::vector<uchar>> drawings;
+TEST(SymbolTest, hasTwelveDistinctImages) {
+    std::set<std::vector<uchar>> images;
     for (const Symbol symbol : allSymbols) {
         const QImage image = draw(symbol, 24, Qt::black);
-        drawings.emplace(image.constBits(), image.constBits() + image.sizeInBytes());
+        images.emplace(image.constBits(), image.constBits() + image.sizeInBytes());
     }
-    EXPECT_EQ(drawings.size(), 12U);
+    EXPECT_EQ(images.size(), 12U);
 }
 
 TEST(SymbolTest, cutsTheCrossOutOfItsDisc) {
@@ -95,7 +95,7 @@ TEST(SymbolTest, isAsLargeAsItsFont) {
     EXPECT_EQ(symbolSize(font), 25);
 }
 
-TEST(SymbolTest, isDrawnOnWholePixels) {
+TEST(SymbolTest, isAlignedToDevicePixels) {
     QImage canvas(30, 30, QImage::Format_ARGB32_Premultiplied);
     canvas.fill(Qt::transparent);
     QPainter painter(&canvas);

@@ -14,7 +14,7 @@ class TextFontTest : public ::testing::Test {
     TextFontTest& operator=(const TextFontTest&) = delete;
 
   protected:
-    ~TextFontTest() override { QApplication::setFont(usual_); }
+    ~TextFontTest() override { QApplication::setFont(originalFont_); }
 
     TextFontTest() = default;
 
@@ -27,10 +27,10 @@ class TextFontTest : public ::testing::Test {
     static int pixels(TextStyle style) { return TextFont{style}.font().pixelSize(); }
 
   private:
-    const QFont usual_ = QApplication::font();
+    const QFont originalFont_ = QApplication::font();
 };
 
-TEST_F(TextFontTest, scalesWithTheUsersFont) {
+TEST_F(TextFontTest, scalesWithTheApplicationFont) {
     setPixels(13);
     EXPECT_EQ(pixels(TextStyle::body), 13);
     EXPECT_EQ(pixels(TextStyle::title2), 17);
@@ -53,7 +53,7 @@ TEST_F(TextFontTest, isNeverSmallerThanNinePixels) {
     EXPECT_EQ(QFontInfo(TextFont{TextStyle::caption}.font()).pixelSize(), 9);
 }
 
-TEST_F(TextFontTest, tellsTheSizeInPixelsAsQtDoes) {
+TEST_F(TextFontTest, computesThePixelSizeOfQFontInfo) {
     for (const double points : {5.0, 7.5, 9.0, 10.2, 13.0, 21.3}) {
         QFont font = QApplication::font();
         font.setPointSizeF(points);
@@ -70,7 +70,7 @@ TEST_F(TextFontTest, keepsASizeInPoints) {
     EXPECT_EQ((TextFont{TextStyle::title2}.font().pointSizeF()), 17);
 }
 
-TEST_F(TextFontTest, takesTheUsersFixedFontForFigures) {
+TEST_F(TextFontTest, usesTheSystemsFixedFontIfMonospaced) {
     EXPECT_TRUE(QFontInfo(TextFont{TextStyle::caption, QFont::Normal, true}.font()).fixedPitch());
     EXPECT_FALSE(QFontInfo(TextFont{TextStyle::caption}.font()).fixedPitch());
 }

@@ -18,7 +18,7 @@ QImage painted(const QString& name, int size) {
     return image;
 }
 
-TEST(VectorImageTest, isPaintedAsItsFileShowsIt) {
+TEST(VectorImageTest, matchesQSvgRenderer) {
     const QFileInfoList files = QDir(QStringLiteral(SYMBOLS)).entryInfoList(QDir::Files);
     ASSERT_EQ(files.size(), 12);
     for (const QFileInfo& file : files) {
@@ -31,7 +31,7 @@ TEST(VectorImageTest, isPaintedAsItsFileShowsIt) {
     }
 }
 
-TEST(VectorImageTest, followsWhatThePainterIsSetTo) {
+TEST(VectorImageTest, respectsThePaintersTransform) {
     QImage moved = blankImage(40);
     QPainter painter(&moved);
     painter.translate(8, 4);
@@ -44,8 +44,8 @@ TEST(VectorImageTest, followsWhatThePainterIsSetTo) {
     EXPECT_EQ(moved.copy(0, 0, 40, 4), blankImage(40).copy(0, 0, 40, 4));
 }
 
-TEST(DrawingDeathTest, endsTheProgramWhereThereIsNone) {
-    // Qt has threads, which a fork of this process would miss.
+TEST(VectorImageDeathTest, terminatesOnAMissingImage) {
+    // Qt runs threads, which a forked child does not have.
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_DEATH(painted(QStringLiteral("no.such"), 24), "Fatal error: a drawing is missing");
 }

@@ -1,5 +1,5 @@
-# Where warnings are errors, they are those of the compilers that the project has been built with. A newer
-# compiler may warn of what nobody has seen yet.
+# Warnings are errors with compilers up to these versions, which the project has been built with. A newer one may
+# have new warnings.
 set(newest_GNU 16)
 set(newest_Clang 21)
 if(CMAKE_COMPILE_WARNING_AS_ERROR AND
@@ -8,8 +8,8 @@ if(CMAKE_COMPILE_WARNING_AS_ERROR AND
     set(CMAKE_COMPILE_WARNING_AS_ERROR OFF)
 endif()
 
-# What every target of the project is compiled with: in every build the warnings and the hardening, which are
-# the plain flags, and on top of them the instrumentation of the sanitizer, fuzz and coverage builds.
+# kestrel_plain_flags: warnings and hardening, in every build. kestrel_flags, for all targets of the project, adds
+# the instrumentation of the sanitizer, fuzz and coverage builds.
 add_library(kestrel_plain_flags INTERFACE)
 add_library(kestrel_flags INTERFACE)
 target_link_libraries(kestrel_flags INTERFACE kestrel_plain_flags)
@@ -26,12 +26,10 @@ target_compile_definitions(kestrel_plain_flags INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
     QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 
-# On 32-bit systems, sizes of files, inode numbers and times of files have 64 bits too. Without these, a call
-# fails with EOVERFLOW.
+# 64-bit off_t, ino_t and time_t on 32-bit systems too, where calls would otherwise fail with EOVERFLOW.
 target_compile_definitions(kestrel_plain_flags INTERFACE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
 
-# Where a mistake slips through all the same, it ends the program before it can be made use of. Fortified
-# calls need an optimiser.
+# Hardening: memory errors abort the program before they can be exploited. _FORTIFY_SOURCE needs optimisation.
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 include(CheckPIESupported)
 check_pie_supported(LANGUAGES CXX)
@@ -39,7 +37,7 @@ target_compile_definitions(kestrel_plain_flags INTERFACE _GLIBCXX_ASSERTIONS)
 target_compile_options(kestrel_plain_flags INTERFACE
     $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3 -fstack-protector-strong
     -fstack-clash-protection>)
-# On the processors that have it.
+# Only some architectures have it.
 include(CheckCXXCompilerFlag)
 check_cxx_compiler_flag(-fcf-protection=full KESTREL_HAS_CONTROL_FLOW_PROTECTION)
 if(KESTREL_HAS_CONTROL_FLOW_PROTECTION)
@@ -47,7 +45,7 @@ if(KESTREL_HAS_CONTROL_FLOW_PROTECTION)
 endif()
 target_link_options(kestrel_plain_flags INTERFACE
     $<$<NOT:$<CONFIG:Debug>>:LINKER:-z,relro,-z,now,-z,noexecstack>)
-# A tenth of the program would else be a list of its own addresses, read at every start.
+# Otherwise relative relocations are a tenth of the executable, and are read at every start.
 include(CheckLinkerFlag)
 check_linker_flag(CXX LINKER:-z,pack-relative-relocs KESTREL_PACKS_RELOCATIONS)
 if(KESTREL_PACKS_RELOCATIONS)
@@ -60,13 +58,13 @@ if(KESTREL_SANITIZE)
         -fsanitize=${KESTREL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(kestrel_flags INTERFACE -fsanitize=${KESTREL_SANITIZE})
 endif()
-# For programs in which Qt runs threads of its own.
+# For programs in which Qt starts threads.
 add_library(kestrel_qt_threads INTERFACE)
 if(KESTREL_SANITIZE STREQUAL "thread")
     target_sources(kestrel_qt_threads INTERFACE ${CMAKE_CURRENT_LIST_DIR}/QtThreads.cpp)
 endif()
 if(KESTREL_FUZZ)
-    # Without the fuzzer's main(), which the harnesses alone link.
+    # Without libFuzzer's main(), which only the harnesses link.
     target_compile_options(kestrel_flags INTERFACE -fsanitize=fuzzer-no-link)
     target_link_options(kestrel_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
@@ -77,7 +75,7 @@ endif()
 
 # kestrel_library(NAME PUBLIC target... PRIVATE target...): one static library for one folder. PUBLIC are the
 # folders that its headers include, PRIVATE those that only its sources include. No other folder is on its
-# include path, so an include against the direction of the graph does not compile.
+# include path, so an include against the dependency graph does not compile.
 function(kestrel_library name)
     cmake_parse_arguments(ARG "" "" "PUBLIC;PRIVATE" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/*.h)

@@ -1,7 +1,7 @@
-# The program's images are SVG files. They are read when it is built, so that no start has to.
+# The program's images are SVG files, converted to QPicture files at build time so that no start has to parse them.
 set(folder ${CMAKE_CURRENT_LIST_DIR}/svg-to-picture)
 if(CMAKE_CROSSCOMPILING)
-    # For the build machine, with its own default compiler and none of the target's flags.
+    # The tool runs on the build machine: its default compiler, without the target's flags.
     include(ExternalProject)
     ExternalProject_Add(svg-to-picture-tool SOURCE_DIR ${folder}
         BINARY_DIR ${PROJECT_BINARY_DIR}/svg-to-picture
@@ -18,8 +18,8 @@ else()
     target_link_libraries(svg-to-picture PRIVATE Qt6::Svg kestrel_plain_flags)
 endif()
 
-# kestrel_vector_images(TARGET file...): records the images, NAME.svg each, into the target, where they are
-# resources: ":/images/NAME.pic".
+# kestrel_vector_images(TARGET file...): converts each image, NAME.svg, into a resource of the target,
+# ":/images/NAME.pic".
 function(kestrel_vector_images target)
     set(folder ${CMAKE_CURRENT_BINARY_DIR}/images)
     foreach(source IN LISTS ARGN)
@@ -29,7 +29,7 @@ function(kestrel_vector_images target)
         list(APPEND all ${folder}/${name}.pic)
     endforeach()
     file(MAKE_DIRECTORY ${folder})
-    # They are too small to pay for the memory that unpacking takes.
+    # Uncompressed: they are too small to be worth the memory that decompression takes.
     qt_add_resources(${target} ${target}_images PREFIX /images BASE ${folder} FILES ${all}
         OPTIONS -no-compress)
 endfunction()

@@ -1,6 +1,6 @@
 // Usage: svg-to-picture SVG PICTURE
-// Writes down what painting the drawing takes, in the drawing's own units; its size is the
-// picture's.
+// Records the painting of an SVG file as a QPicture, in the SVG's units. The picture's bounding
+// rectangle has the SVG's default size.
 #include <QCoreApplication>
 #include <QPainter>
 #include <QPicture>

@@ -1,1 +1,1 @@
-"""The parts of scripts/mutate."""
+"""The modules of scripts/mutate."""

@@ -1,4 +1,4 @@
-"""The ways in which a source is broken: each place gives one or more mutants of the whole file."""
+"""The mutation operators: each applies to a token and gives mutants of the whole file."""
 
 from .source import KEYWORDS
 
@@ -24,19 +24,20 @@ ARITHMETIC = {
     "+=": [("subtract", "-=")],
     "-=": [("add", "+=")],
 }
-STEPS = {"++": [("decrement", "--")], "--": [("increment", "++")]}
+INCREMENTS = {"++": [("decrement", "--")], "--": [("increment", "++")]}
 ASSIGNMENTS = {"=", "+=", "-=", "*=", "/=", "%=", "&=", "|=", "^=", "<<=", ">>="}
-# Returned values that are what {} stands for.
+# Return values that equal {}.
 EMPTY = {"", "{}", "0", "0.0", "false", "true", "nullptr", "std::nullopt", "std::string()",
          "std::string_view()"}
-# What may stand before the condition of "?".
+# Tokens that may precede the condition of "?".
 BEFORE_CONDITIONS = {"=", "return", "co_return", ",", ";", "?", ":", "+=", "<<", "{", "}"}
-NO_STATEMENTS = {"{", "if", "while", "for", "switch", "do", "else", "try", "catch", "case", "default",
+# First tokens of statements that cannot be dropped.
+NOT_REMOVABLE = {"{", "if", "while", "for", "switch", "do", "else", "try", "catch", "case", "default",
                  "using", "const", "auto", "static", "constexpr", "struct"}
 
 
 class Mutant:
-    """One change to one file: the bytes from start to end replaced by others."""
+    """One change to one file: replaces the characters from start to end."""
 
     def __init__(self, source, start, end, name, replacement):
         self.path = source.path
@@ -47,23 +48,23 @@ class Mutant:
         self.place = (self.path, self.line, self.column, self.name)
         first = source.text.rfind("\n", 0, start) + 1
         last = source.text.find("\n", end)
-        self.before = squeezed(source.text[first:last])
-        self.after = squeezed(source.text[first:start] + replacement + source.text[end:last])
+        self.before = collapse_whitespace(source.text[first:last])
+        self.after = collapse_whitespace(source.text[first:start] + replacement + source.text[end:last])
 
     @property
     def id(self):
         return ":".join(map(str, self.place))
 
 
-def squeezed(text):
+def collapse_whitespace(text):
     return " ".join(text.split())
 
 
 def mutants_of(source):
-    """All mutants of the source, in the order of their places, none of them twice."""
+    """Returns all mutants of the source without duplicates, sorted by place."""
     found = []
     for index in range(len(source.tokens)):
-        if not is_left_alone(source, index):
+        if not is_excluded(source, index):
             found += operators(source, index)
             found += constants(source, index)
             found += conditions(source, index)
@@ -73,8 +74,8 @@ def mutants_of(source):
     return sorted(unique.values(), key=lambda mutant: mutant.place)
 
 
-def is_left_alone(source, index):
-    """Whether the token is part of an assertion at compile time, an operator's name or a pure virtual."""
+def is_excluded(source, index):
+    """Returns whether the token is part of a static_assert, an operator's name or a pure specifier."""
     before = source.text_at(index - 1)
     if before == "operator" or (source.text_at(index) == "0" and before == "="
                                 and source.text_at(index - 2) in (")", "const", "noexcept")):
@@ -94,12 +95,12 @@ def replaced(source, index, changes):
 
 def operators(source, index):
     token = source.tokens[index]
-    if token.kind != "mark":
+    if token.kind != "punctuator":
         return []
     if token.text == "!":
         return replaced(source, index, [("without-not", "")])
-    if token.text in STEPS:
-        return replaced(source, index, STEPS[token.text])
+    if token.text in INCREMENTS:
+        return replaced(source, index, INCREMENTS[token.text])
     changes = {**COMPARISONS, **LOGIC, **ARITHMETIC}.get(token.text)
     return replaced(source, index, changes) if changes and source.is_spaced(index) else []
 
@@ -111,7 +112,7 @@ def constants(source, index):
         return replaced(source, index, [(other, other)])
     if token.kind == "number":
         if "p" in token.text:
-            # Too large for one more to make a difference.
+            # A hexadecimal floating-point number, too large for one more to make a difference.
             return replaced(source, index, [("doubled", f"({token.text} * 2)")])
         return replaced(source, index, [("plus-1", f"({token.text} + 1)"),
                                         ("minus-1", f"({token.text} - 1)")])
@@ -122,7 +123,7 @@ def constants(source, index):
 
 
 def is_one_comparison(source, indices):
-    """Whether the negation of the expression is its comparison's or its "!"'s own mutant."""
+    """Returns whether negating the expression would repeat the mutant of its comparison or of its "!"."""
     texts = [source.text_at(index) for index in indices]
     if {"&&", "||", "?", "="} & set(texts):
         return False
@@ -131,7 +132,7 @@ def is_one_comparison(source, indices):
 
 
 def negated(source, first, last):
-    """The expression from one token to the one before the last, negated."""
+    """Returns the mutant that negates the expression in the tokens [first, last)."""
     text = source.slice(first, last)
     start, end = source.tokens[first].start, source.tokens[last - 1].end
     return [Mutant(source, start, end, "negated", f"!({text})")]
@@ -144,12 +145,12 @@ def conditions(source, index):
         while first - 1 != token.parent and source.text_at(first - 1) not in BEFORE_CONDITIONS:
             before = source.tokens[first - 1]
             first = before.match if before.text in (")", "]", "}") else first - 1
-        beside = source.beside(first, index, token.parent)
-        return [] if is_one_comparison(source, beside) else negated(source, first, index)
+        siblings = source.siblings(first, index, token.parent)
+        return [] if is_one_comparison(source, siblings) else negated(source, first, index)
     if token.text not in ("if", "while", "for") or source.text_at(index + 1) != "(":
         return []
     opening, closing = index + 1, source.tokens[index + 1].match
-    inside = source.beside(opening + 1, closing, opening)
+    inside = source.siblings(opening + 1, closing, opening)
     ends = [place for place in inside if source.text_at(place) == ";"]
     if token.text == "for":
         if len(ends) != 2 or ends[0] + 1 == ends[1]:
@@ -157,25 +158,25 @@ def conditions(source, index):
         first, last = ends[0] + 1, ends[1]
     else:
         first, last = (ends[-1] if ends else opening) + 1, closing
-    beside = source.beside(first, last, opening)
-    assigned = [place for place in beside if source.text_at(place) == "="]
+    siblings = source.siblings(first, last, opening)
+    assigned = [place for place in siblings if source.text_at(place) == "="]
     if assigned:
-        # A declaration: its variable is what is tested.
+        # A declaration: the condition is its variable.
         if token.text == "while":
             return []
         variable = source.text_at(assigned[0] - 1)
         end = source.tokens[last - 1].end
         return [Mutant(source, end, end, "negated", f"; !{variable}")]
-    return [] if is_one_comparison(source, beside) else negated(source, first, last)
+    return [] if is_one_comparison(source, siblings) else negated(source, first, last)
 
 
-def is_dropped_whole(source, first, last):
-    """Whether the statement can go without what follows missing a name: no declaration, no block."""
+def is_removable(source, first, last):
+    """Returns whether the code compiles without the statement: it is neither a declaration nor a block."""
     if source.text_at(first) in ("continue", "break", "throw"):
         return True
     if source.text_at(first) in ("return", "co_return"):
         return not ends_function(source, last)
-    if source.text_at(first) in NO_STATEMENTS:
+    if source.text_at(first) in NOT_REMOVABLE:
         return False
     for index in range(first, last):
         text, token = source.text_at(index), source.tokens[index]
@@ -189,7 +190,7 @@ def is_dropped_whole(source, first, last):
 
 
 def ends_function(source, index):
-    """Whether nothing but the end of the function follows the statement that ends here."""
+    """Returns whether the statement that ends here is the last one of its function."""
     end = source.tokens[source.enclosing(index, ("function", "lambda"))].match
     index += 1
     while index < end:
@@ -209,7 +210,7 @@ def statements(source, index):
     if not source.starts_statement(index):
         return []
     end = source.statement_end(index)
-    if end is None or not is_dropped_whole(source, index, end):
+    if end is None or not is_removable(source, index, end):
         return []
     return [Mutant(source, source.tokens[index].start, source.tokens[end].end, "dropped", ";")]
 
@@ -222,9 +223,9 @@ def returns(source, index):
     if text in EMPTY:
         return []
     start, end = source.tokens[first].start, source.tokens[last - 1].end
-    beside = source.beside(first, last, source.tokens[index].parent)
-    marks = {source.text_at(place) for place in beside if source.is_spaced(place)}
-    if marks & (set(COMPARISONS) | set(LOGIC)) and "?" not in marks:
+    siblings = source.siblings(first, last, source.tokens[index].parent)
+    punctuators = {source.text_at(place) for place in siblings if source.is_spaced(place)}
+    if punctuators & (set(COMPARISONS) | set(LOGIC)) and "?" not in punctuators:
         return [Mutant(source, start, end, "returned-true", "true"),
                 Mutant(source, start, end, "returned-false", "false")]
     block = source.enclosing(index, ("function", "lambda"))

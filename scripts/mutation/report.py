@@ -1,4 +1,4 @@
-"""What became of the mutants."""
+"""Collects and prints the verdicts on the mutants."""
 
 import threading
 
@@ -6,6 +6,8 @@ KINDS = ["caught", "timed out", "survived", "not built", "unchanged"]
 
 
 class Tally:
+    """The results so far; add() is thread-safe."""
+
     def __init__(self):
         self.lock = threading.Lock()
         self.results = []
@@ -16,10 +18,10 @@ class Tally:
             print(f"{len(self.results):4} {verdict.kind:9} {seconds:5.1f} s  {mutant.id}  {verdict.by}")
 
     def count(self, kind, folder=""):
-        return sum(mutant.path.startswith(folder) for mutant, _, _ in self.of(kind))
+        return sum(mutant.path.startswith(folder) for mutant, _, _ in self.results_of(kind))
 
     def score(self, folder=""):
-        """How many percent of those that compile are caught; a time-out counts as that."""
+        """Returns the percentage caught of the mutants that ran; a time-out counts as caught."""
         caught = self.count("caught", folder) + self.count("timed out", folder)
         tried = caught + self.count("survived", folder)
         return 100.0 * caught / tried if tried else 0.0
@@ -30,7 +32,7 @@ class Tally:
             counts = "".join(f"{self.count(kind, folder):11}" for kind in KINDS)
             lines.append(f"{folder.strip('/') or 'all':<10}{counts}{self.score(folder):8.1f} %")
         for kind in ("survived", "timed out", "not built", "unchanged", "caught"):
-            chosen = sorted(self.of(kind), key=lambda result: result[0].place)
+            chosen = sorted(self.results_of(kind), key=lambda result: result[0].place)
             if chosen:
                 lines += ["", f"{kind}:"]
             for mutant, verdict, _ in chosen:
@@ -43,5 +45,5 @@ class Tally:
         lines.append(f"mutate: {self.score():.1f} % caught")
         return "\n".join(lines) + "\n"
 
-    def of(self, kind):
+    def results_of(self, kind):
         return [result for result in self.results if result[1].kind == kind]

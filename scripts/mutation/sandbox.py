@@ -12,16 +12,18 @@ import subprocess
 import tempfile
 import time
 
-# What the copy needs; the rest of the tree is not built.
+# What is copied; the rest of the tree is not needed for the build.
 PARTS = ["CMakeLists.txt", "cmake", "model", "system", "ffmpeg", "platform", "viewmodel", "ui", "app", "benchmarks",
          "packaging", "tests", "scripts"]
-LEAST_SECONDS = 60
-LEAST_PROCESSOR_SECONDS = 15
+MINIMUM_SECONDS = 60
+MINIMUM_CPU_SECONDS = 15
 MEMORY_KILOBYTES = 4 << 20
-FILE_BLOCKS = 1 << 20
+# Of 1 KiB; a test makes a sparse file of 5 GB.
+FILE_BLOCKS = 6 << 20
 
-# Process 1 of a world of its own, given a folder, limits, and what of /tmp it needs, up to a "--": nothing
-# outside the folder can be written, /tmp is in it, no signal gets out, and every process is gone with it.
+# Runs as pid 1 of its own mount and PID namespaces. Arguments: a folder, the limits, the folders of /tmp that it
+# needs, "--" and the command. Only the folder is writable and holds /tmp, no signal gets out, and all processes end
+# with it.
 JAIL = """
 folder=$1 memory=$2 blocks=$3 seconds=$4
 shift 4
@@ -32,7 +34,7 @@ done
 shift
 mount --rbind "$folder/tmp" /tmp && mount --bind "$folder/home" "$folder/home" || exit 125
 mount -o remount,bind,ro / || exit 125
-# Soft ones: some tests set limits of their own.
+# Soft limits: some tests set their own.
 ulimit -c 0; ulimit -S -v $memory; ulimit -S -f $blocks; ulimit -S -t $seconds
 cd /tmp || exit 125
 if [ "$(id -u)" = 0 ]; then
@@ -42,25 +44,25 @@ else
 fi
 exit $?
 """
-# The jail's own word, and the shell's for a program that it cannot start.
+# The jail's own exit status, and the shell's for a program that it cannot execute.
 JAIL_FAILURES = (125, 126, 127)
 
 
 class Program:
-    """One test program: its folder and name, and what it needs."""
+    """A test program and what it needs to run."""
 
     def __init__(self, name, folder, covers, helpers=(), environment=None, needs_display=False,
-                 is_slow=False, left_out=()):
+                 is_slow=False, excluded=()):
         self.name = name
         self.file = f"tests/{folder}/{name}"
-        # The folders that it is run for, its own first.
+        # The folders whose mutants it is run on, its own first.
         self.covers = covers
         self.helpers = [f"tests/{folder}/{helper}" for helper in helpers]
         self.environment = environment or {}
         self.needs_display = needs_display
         self.is_slow = is_slow
-        # Patterns of tests that take too long.
-        self.arguments = [f"--gtest_filter=-{':'.join(left_out)}"] if left_out else []
+        # Slow tests.
+        self.arguments = [f"--gtest_filter=-{':'.join(excluded)}"] if excluded else []
 
 
 PROGRAMS = [
@@ -75,26 +77,26 @@ PROGRAMS = [
     Program("real_ffmpeg_tests", "ffmpeg", ["ffmpeg", "model"], is_slow=True),
     Program("real_batch_tests", "viewmodel", ["viewmodel", "ffmpeg", "platform", "model"], is_slow=True),
     Program("fault_tests", "faults", ["ffmpeg", "system", "viewmodel"], is_slow=True,
-            left_out=["SoakTest.*", "*AThousandTimes*", "*FloodTest.*"]),
+            excluded=["SoakTest.*", "*AThousandTimes*", "*FloodTest.*"]),
 ]
 
 
 class Run:
-    """How one run of a test program went."""
+    """The result of one run of a test program. A status of None is a time-out."""
 
-    def __init__(self, status, output, seconds, processor_seconds):
+    def __init__(self, status, output, seconds, cpu_seconds):
         self.status = status
         self.output = output
         self.seconds = seconds
-        self.processor_seconds = processor_seconds
+        self.cpu_seconds = cpu_seconds
 
     @property
     def is_time_out(self):
-        # The second one is the shell's word for SIGXCPU.
+        # 128 + SIGXCPU is the shell's exit status for a process that the signal killed.
         return self.status in (None, 128 + signal.SIGXCPU)
 
     def reason(self):
-        """What the program did not pass, in a few words."""
+        """Returns the failed test, or another short reason."""
         if self.is_time_out:
             return "time-out"
         failed = re.search(r"\[  FAILED  \] (\S+?)[,\s]", self.output)
@@ -118,16 +120,16 @@ class Sandbox:
         self.tree = os.path.join(folder, "tree")
         self.build_folder = os.path.join(folder, "build")
         self.processors = processors
-        # One display has one keyboard focus.
+        # A lock: one display has one keyboard focus.
         self.display = display
         self.baseline = {}
         self.limits = {}
-        # All jobs share what they have compiled, though each has a folder of its own.
+        # All jobs share one ccache although their folders differ.
         self.environment = dict(os.environ, CCACHE_DIR=os.path.join(os.path.dirname(folder), "ccache"),
                                 CCACHE_BASEDIR=folder, CCACHE_NOHASHDIR="1")
 
     def prepare(self):
-        """Brings the copy up to date, builds it and runs every program once. Returns what failed."""
+        """Updates the copy, builds it and runs every program once. Returns an error message, or None."""
         os.makedirs(self.tree, exist_ok=True)
         for part in PARTS:
             copy_changes(os.path.join(self.root, part), os.path.join(self.tree, part))
@@ -141,15 +143,15 @@ class Sandbox:
         if status != 0:
             return f"the tree does not build:\n{output}"
         for folder in {folder for program in PROGRAMS for folder in program.covers}:
-            self.baseline[folder] = self.print_of(library(folder))
+            self.baseline[folder] = self.fingerprint(library(folder))
         for program in PROGRAMS:
-            self.baseline[program] = self.print_of(program.file, *program.helpers)
+            self.baseline[program] = self.fingerprint(program.file, *program.helpers)
             self.limits[program] = (600, 600)
             run = self.run(program)
             if run.status != 0:
                 return f"{program.name} does not pass without a mutant:\n{run.output}"
-            self.limits[program] = (max(LEAST_SECONDS, 10 * run.seconds),
-                                    max(LEAST_PROCESSOR_SECONDS, 10 * run.processor_seconds))
+            self.limits[program] = (max(MINIMUM_SECONDS, 10 * run.seconds),
+                                    max(MINIMUM_CPU_SECONDS, 10 * run.cpu_seconds))
         return None
 
     def build(self, targets, processors=None):
@@ -158,8 +160,8 @@ class Sandbox:
                              errors="replace", env=self.environment, check=False)
         return run.returncode, run.stdout
 
-    def print_of(self, *files):
-        """A fingerprint of what was built."""
+    def fingerprint(self, *files):
+        """Returns a hash of the built files."""
         result = hashlib.sha256()
         for file in files:
             with open(os.path.join(self.build_folder, file), "rb") as stream:
@@ -174,22 +176,22 @@ class Sandbox:
         with open(file, "w", encoding="utf-8") as stream:
             stream.write(mutant.text)
         try:
-            return self.judged(mutant)
+            return self._judge(mutant)
         finally:
             with open(file, "w", encoding="utf-8") as stream:
                 stream.write(original)
 
-    def judged(self, mutant):
+    def _judge(self, mutant):
         folder = mutant.path.split("/")[0]
         programs = [program for program in PROGRAMS if folder in program.covers]
         for program in sorted(programs, key=lambda program: (program.is_slow, program.covers[0] != folder)):
             status, output = self.build([program.file])
             if status != 0:
                 return Verdict("not built", program.name, output)
-            if mutant.path.endswith(".cpp") and self.print_of(library(folder)) == self.baseline[folder]:
-                # The same instructions: nothing can tell them apart.
+            if mutant.path.endswith(".cpp") and self.fingerprint(library(folder)) == self.baseline[folder]:
+                # The same instructions: an equivalent mutant.
                 return Verdict("unchanged")
-            if self.print_of(program.file, *program.helpers) == self.baseline[program]:
+            if self.fingerprint(program.file, *program.helpers) == self.baseline[program]:
                 continue
             run = self.run(program)
             if run.status != 0:
@@ -204,16 +206,16 @@ class Sandbox:
             raise RuntimeError(f"{program.name} could not be run:\n{run.output}")
         return run
 
-    def needed_of_tmp(self):
-        """The folders below /tmp that the tests see: the display's, and the copy's if it is there."""
+    def tmp_mounts(self):
+        """Returns the folders below /tmp that the tests need: the display's, and the copy's if it is there."""
         folders = [os.path.dirname(tempfile.gettempdir()), "/tmp/.X11-unix", os.path.dirname(self.tree)]
         return [folder for folder in folders if folder.startswith("/tmp/") and os.path.isdir(folder)]
 
     def run_jailed(self, program):
-        """Runs the program in its jail, in a process group of its own, within its limits."""
-        seconds, processor_seconds = self.limits[program]
+        """Runs the program in the jail, in its own process group, within its limits."""
+        seconds, cpu_seconds = self.limits[program]
         folder = tempfile.mkdtemp(prefix="mutant-")
-        # Some tests become another user.
+        # Some tests drop privileges.
         os.chmod(folder, 0o711)
         for name, mode in (("tmp", 0o1777), ("home", 0o700)):
             os.mkdir(os.path.join(folder, name))
@@ -221,10 +223,10 @@ class Sandbox:
         environment = dict(os.environ, TMPDIR="/tmp", HOME=f"{folder}/home",
                            XDG_RUNTIME_DIR=f"{folder}/home", **program.environment)
         users = [] if os.geteuid() == 0 else ["--user", "--map-current-user", "--keep-caps"]
-        # Whoever ends this program ends the test with it.
+        # The test is killed with this program.
         command = ["setpriv", "--pdeathsig", "KILL", "unshare", *users, "--mount", "--pid", "--fork",
                    "--kill-child", "--mount-proc", "sh", "-c", JAIL, "sh", folder, str(MEMORY_KILOBYTES),
-                   str(FILE_BLOCKS), str(int(processor_seconds)), *self.needed_of_tmp(), "--",
+                   str(FILE_BLOCKS), str(int(cpu_seconds)), *self.tmp_mounts(), "--",
                    os.path.join(self.build_folder, program.file), "--gtest_fail_fast", *program.arguments]
         before = resource.getrusage(resource.RUSAGE_CHILDREN)
         start = time.monotonic()
@@ -237,7 +239,7 @@ class Sandbox:
                 except subprocess.TimeoutExpired:
                     status = None
                 finally:
-                    end_group(process)
+                    kill_group(process)
                 output.seek(0)
                 text = output.read(1 << 20).decode(errors="replace")
         finally:
@@ -251,7 +253,7 @@ def library(folder):
     return f"{folder}/libkestrel_{folder}.a"
 
 
-def end_group(process):
+def kill_group(process):
     try:
         os.killpg(process.pid, signal.SIGKILL)
     except ProcessLookupError:
@@ -260,7 +262,7 @@ def end_group(process):
 
 
 def remove(folder):
-    """Removes a folder whatever the tests made of its modes."""
+    """Removes a folder whatever modes the tests left in it."""
     for path, names, _ in os.walk(folder):
         for name in names:
             if not os.path.islink(os.path.join(path, name)):
@@ -269,7 +271,7 @@ def remove(folder):
 
 
 def copy_changes(source, target):
-    """Makes the target like the source and leaves alone what is already, so that it is not built again."""
+    """Makes the target equal to the source; does not touch equal files, so that they are not rebuilt."""
     if os.path.isfile(source):
         if not os.path.isfile(target) or not filecmp.cmp(source, target, shallow=False):
             shutil.copy(source, target)

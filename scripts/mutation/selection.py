@@ -1,31 +1,31 @@
-"""Which mutants are tried: drawn by chance, the same for the same seed, from every file that has code."""
+"""Samples mutants at random from every file that has code, reproducibly for the same seed."""
 
 import random
 
 
-def drawn(mutants, seed):
-    """One file's mutants in the order in which they are tried: no line twice before every line had one."""
+def sampled(mutants, seed):
+    """Returns one file's mutants in a random order that takes one per line before it takes a second of any line."""
     mutants = list(mutants)
     if mutants:
         random.Random(f"{seed}:{mutants[0].path}").shuffle(mutants)
-    seen = {}
-    turns = []
+    count_by_line = {}
+    rounds = []
     for order, mutant in enumerate(mutants):
-        turn = seen[mutant.line] = seen.get(mutant.line, 0) + 1
-        turns.append((turn, order, mutant))
-    return [mutant for _, _, mutant in sorted(turns)]
+        number = count_by_line[mutant.line] = count_by_line.get(mutant.line, 0) + 1
+        rounds.append((number, order, mutant))
+    return [mutant for _, _, mutant in sorted(rounds)]
 
 
-def shares(files, count):
-    """How many mutants each file gives, by how many of its lines have one; every file at least one.
+def quotas(files, count):
+    """Returns by path how many mutants to take: in proportion to the lines that have one, and at least one.
 
-    Takes lists of mutants by path.
+    `files` has lists of mutants by path.
     """
     files = {path: mutants for path, mutants in files.items() if mutants}
     weights = {path: len({mutant.line for mutant in mutants}) for path, mutants in files.items()}
     result = {path: 1 for path in files}
     while sum(result.values()) < min(count, sum(map(len, files.values()))):
         open_paths = [path for path in files if result[path] < len(files[path])]
-        # To the file that is the furthest behind.
+        # The file furthest below its proportion.
         result[min(open_paths, key=lambda path: ((result[path] + 0.5) / weights[path], path))] += 1
     return result

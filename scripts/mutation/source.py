@@ -1,4 +1,4 @@
-"""A C++ source as tokens and the blocks that they stand in: as much as is needed to know what a place is."""
+"""A tokenised C++ source with its bracket structure: just enough parsing for the mutation operators."""
 
 import re
 
@@ -13,11 +13,11 @@ TOKEN = re.compile(
   | (?P<char>(?:u8|u|U|L)?'(?:\\[^\n][^'\n]*|[^'\\\n])')
   | (?P<number>\.?\d(?:'?[\w.]|(?<=[eEpP])[+-])*)
   | (?P<word>[A-Za-z_]\w*)
-  | (?P<mark><<=|>>=|<=>|->\*|\.\.\.|::|->|\+\+|--|<<|>>|[<>=!+\-*/%&|^]=|&&|\|\||.)
+  | (?P<punctuator><<=|>>=|<=>|->\*|\.\.\.|::|->|\+\+|--|<<|>>|[<>=!+\-*/%&|^]=|&&|\|\||.)
     """,
     re.VERBOSE | re.DOTALL,
 )
-PARTNER = {")": "(", "]": "[", "}": "{"}
+OPENING = {")": "(", "]": "[", "}": "{"}
 
 
 class Token:
@@ -26,9 +26,9 @@ class Token:
         self.text = text
         self.start = start
         self.end = start + len(text)
-        # Index of the bracket that this token stands in, or None.
+        # Index of the innermost opening bracket around this token, or None.
         self.parent = None
-        # For brackets, the index of the other one.
+        # For brackets, the index of the matching one.
         self.match = None
         # For "{": "namespace", "type", "function", "lambda", "block" or "values".
         self.block = None
@@ -38,13 +38,13 @@ class Source:
     def __init__(self, path, text):
         self.path = path
         self.text = text
-        self.tokens = list(self._read())
-        self._pair()
+        self.tokens = list(self._tokenise())
+        self._match_brackets()
         for index, token in enumerate(self.tokens):
             if token.text == "{":
                 token.block = self._kind_of_block(index)
 
-    def _read(self):
+    def _tokenise(self):
         position = 0
         while position < len(self.text):
             found = TOKEN.match(self.text, position)
@@ -53,27 +53,27 @@ class Source:
                 kind = "string" if found.lastgroup in ("raw", "fence") else found.lastgroup
                 yield Token(kind, found.group(), found.start())
 
-    def _pair(self):
+    def _match_brackets(self):
         opened = []
         for index, token in enumerate(self.tokens):
-            if token.kind == "mark" and token.text in PARTNER:
+            if token.kind == "punctuator" and token.text in OPENING:
                 start = opened.pop()
-                if self.tokens[start].text != PARTNER[token.text]:
-                    raise ValueError(f"{self.path}: brackets do not pair at byte {token.start}")
+                if self.tokens[start].text != OPENING[token.text]:
+                    raise ValueError(f"{self.path}: mismatched bracket at offset {token.start}")
                 self.tokens[start].match = index
                 token.match = start
             token.parent = opened[-1] if opened else None
-            if token.kind == "mark" and token.text in PARTNER.values():
+            if token.kind == "punctuator" and token.text in OPENING.values():
                 opened.append(index)
         if opened:
-            raise ValueError(f"{self.path}: a bracket is left open")
+            raise ValueError(f"{self.path}: unclosed bracket")
 
     def text_at(self, index):
-        """The token's text, or nothing beyond either end."""
+        """Returns the token's text, or "" if the index is out of range."""
         return self.tokens[index].text if 0 <= index < len(self.tokens) else ""
 
     def _head(self, index):
-        """Where the words before the "{" begin: behind the last ";" or brace beside it."""
+        """Returns the index of the first token of the declaration or statement before the "{"."""
         parent = self.tokens[index].parent
         start = index
         while start > 0:
@@ -113,11 +113,11 @@ class Source:
         return "values"
 
     def _ends_statement(self, index):
-        """Whether the "}" ends a block, and with it a statement or a declaration."""
+        """Returns whether the "}" ends a statement or a declaration, not an initialiser or a lambda."""
         return self.tokens[self.tokens[index].match].block not in ("values", "lambda")
 
     def enclosing(self, index, blocks):
-        """The index of the innermost "{" of one of these kinds around the token, or None."""
+        """Returns the index of the innermost "{" around the token whose block is one of `blocks`, or None."""
         parent = self.tokens[index].parent
         while parent is not None and self.tokens[parent].block not in blocks:
             parent = self.tokens[parent].parent
@@ -142,24 +142,24 @@ class Source:
         return self.text_at(index) in ("case", "default")
 
     def statement_end(self, index):
-        """The index of the ";" that ends the statement which starts here, or None."""
+        """Returns the index of the ";" that ends the statement at `index`, or None."""
         parent = self.tokens[index].parent
         while index < len(self.tokens) and self.text_at(index) != "}":
             token = self.tokens[index]
             if token.text == ";" and token.parent == parent:
                 return index
-            index = token.match + 1 if token.text in PARTNER.values() else index + 1
+            index = token.match + 1 if token.text in OPENING.values() else index + 1
         return None
 
     def is_spaced(self, index):
-        """Whether white space stands on both sides, as it does around operators with two operands."""
+        """Returns whether the token has white space on both sides, as binary operators do."""
         token = self.tokens[index]
         return self.text[token.start - 1].isspace() and self.text[token.end].isspace()
 
-    def beside(self, first, last, parent):
-        """The indices from first up to last of the tokens that stand directly in that bracket."""
+    def siblings(self, first, last, parent):
+        """Returns the indices in [first, last) of the tokens directly inside the bracket `parent`."""
         return [index for index in range(first, last) if self.tokens[index].parent == parent]
 
     def slice(self, first, last):
-        """The text from the first token to the one before last."""
+        """Returns the text of the tokens [first, last)."""
         return self.text[self.tokens[first].start:self.tokens[last - 1].end] if last > first else ""

@@ -18,8 +18,8 @@ PARTS = ["CMakeLists.txt", "cmake", "model", "system", "ffmpeg", "platform", "vi
 MINIMUM_SECONDS = 60
 MINIMUM_CPU_SECONDS = 15
 MEMORY_KILOBYTES = 4 << 20
-# Of 1 KiB; a test makes a sparse file of 5 GB.
-FILE_BLOCKS = 6 << 20
+# Of 512 bytes; a test makes a sparse file of 5 GB.
+FILE_BLOCKS = 12 << 20
 
 # Runs as pid 1 of its own mount and PID namespaces. Arguments: a folder, the limits, the folders of /tmp that it
 # needs, "--" and the command. Only the folder is writable and holds /tmp, no signal gets out, and all processes end

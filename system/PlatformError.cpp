@@ -1,5 +1,7 @@
 #include "PlatformError.h"
 
+#include "BidiText.h"
+
 #include <QCoreApplication>
 #include <QString>
 
@@ -9,22 +11,16 @@ namespace kestrel {
 
 namespace {
 
-/// A part of a sentence that reads from right to left, kept from being mixed up with the rest.
-QString isolated(const QString& part) {
-    constexpr char16_t firstStrongIsolate = u'\u2068';
-    constexpr char16_t popDirectionalIsolate = u'\u2069';
-    return QChar(firstStrongIsolate) + part + QChar(popDirectionalIsolate);
-}
-
+/// Fills in the translated sentence. The parts of one from right to left are bidi-isolated.
 std::string text(const char* sentence, const FileURL& url, std::error_code reason) {
     const QString pattern = QCoreApplication::translate("kestrel::PlatformError", sentence);
     QString path = QString::fromUtf8(url.path().data(), static_cast<qsizetype>(url.path().size()));
-    QString words = qt_error_string(reason.value());
+    QString cause = qt_error_string(reason.value());
     if (pattern.isRightToLeft()) {
-        path = isolated(path);
-        words = isolated(words);
+        path = bidiIsolated(path);
+        cause = bidiIsolated(cause);
     }
-    return pattern.arg(path, words).toStdString();
+    return pattern.arg(path, cause).toStdString();
 }
 
 } // namespace

@@ -4,7 +4,7 @@
 
 namespace kestrel {
 
-/// The mark in the middle of the drop zone.
+/// The symbol in a disc and a ring, in the middle of the drop zone.
 class DropBadge : public QWidget {
     Q_OBJECT
 

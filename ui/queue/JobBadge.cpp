@@ -1,20 +1,17 @@
 #include "JobBadge.h"
 
-#include "ContinuousRectangle.h"
-#include "Symbol.h"
+#include "SymbolBadge.h"
 #include "TextFont.h"
 #include "ThemeColor.h"
 
 #include <QPainter>
-
-#include <algorithm>
 
 namespace kestrel {
 namespace {
 
 constexpr int jobBadgeSide = 42;
 constexpr double jobBadgeRadius = 9;
-constexpr int symbolMargin = 6;
+constexpr double fillOpacity = 0.11;
 
 } // namespace
 
@@ -25,12 +22,9 @@ JobBadge::JobBadge(QWidget* parent) : QWidget(parent) {
 void JobBadge::paintEvent(QPaintEvent*) {
     const ThemeColor purple = ThemeColor::Name::purple;
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(purple.withOpacity(0.11).color(palette()));
-    painter.drawPath(continuousRectangle(rect(), jobBadgeRadius));
-    const int symbolSide = std::min(symbolSize(TextFont{}.font()), jobBadgeSide - 2 * symbolMargin);
-    drawSymbol(painter, rect(), Symbol::waveform, symbolSide, purple.color(palette()));
+    drawSymbolBadge(painter, rect(), jobBadgeRadius,
+                    purple.withOpacity(fillOpacity).color(palette()), Symbol::waveform,
+                    TextFont{}.font(), purple.color(palette()));
 }
 
 } // namespace kestrel

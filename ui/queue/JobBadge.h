@@ -4,7 +4,7 @@
 
 namespace kestrel {
 
-/// The mark at the start of a job's row, the same for every job.
+/// The badge at the start of a row, the same for every job.
 class JobBadge : public QWidget {
     Q_OBJECT
 

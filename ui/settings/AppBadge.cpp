@@ -1,7 +1,6 @@
 #include "AppBadge.h"
 
-#include "ContinuousRectangle.h"
-#include "Symbol.h"
+#include "SymbolBadge.h"
 #include "TextFont.h"
 #include "ThemeColor.h"
 
@@ -10,7 +9,6 @@
 #include <QPainter>
 #include <QPixmapCache>
 
-#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <numbers>
@@ -25,17 +23,17 @@ constexpr double appBadgeRadius = 12;
 constexpr int glowRadius = 12;
 constexpr double glowOpacity = 0.35;
 
-/// How much of a blurred interval from 0 to `length` is left at a place.
+/// The value at `place` of a box from 0 to `length` after a Gaussian blur.
 double blurred(double place, double length) {
     const double spread = glowRadius / 2.0 * std::numbers::sqrt2;
     return (std::erf(place / spread) - std::erf((place - length) / spread)) / 2;
 }
 
-/// A square blurred as a whole: the blur leaves nothing of the corners' shape.
+/// A blurred square: the blur radius is too large for the rounded corners to show.
 QPixmap makeGlow(const QColor& color, double devicePixelRatio) {
     const auto pixels =
         static_cast<int>(std::ceil((appBadgeSide + 2 * glowRadius) * devicePixelRatio));
-    // The same along both sides.
+    // The blur is separable: one row of weights serves both axes.
     std::vector<double> strengths;
     strengths.reserve(static_cast<std::size_t>(pixels));
     for (int pixel = 0; pixel < pixels; ++pixel) {
@@ -57,17 +55,11 @@ QPixmap makeGlow(const QColor& color, double devicePixelRatio) {
 }
 
 void drawBadge(QPainter& painter, const QPalette& palette) {
-    const QRect badge(0, 0, appBadgeSide, appBadgeSide);
-    painter.setRenderHint(QPainter::Antialiasing);
     QLinearGradient gradient(0, 0, appBadgeSide, appBadgeSide);
     gradient.setColorAt(0, ThemeColor(ThemeColor::Name::purple).color(palette));
     gradient.setColorAt(1, ThemeColor(ThemeColor::Name::blue).color(palette));
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(gradient);
-    painter.drawPath(continuousRectangle(badge, appBadgeRadius));
-    const int symbolSide =
-        std::min(symbolSize(TextFont{TextStyle::title2}.font()), appBadgeSide - 12);
-    drawSymbol(painter, badge, Symbol::waveformBadgePlus, symbolSide, Qt::white);
+    drawSymbolBadge(painter, {0, 0, appBadgeSide, appBadgeSide}, appBadgeRadius, gradient,
+                    Symbol::waveformBadgePlus, TextFont{TextStyle::title2}.font(), Qt::white);
 }
 
 } // namespace

@@ -5,17 +5,18 @@
 
 namespace kestrel {
 
-/// The program's mark in the head of the sidebar.
+/// The program's badge in the header of the sidebar.
 class AppBadge : public QWidget {
     Q_OBJECT
 
   public:
     explicit AppBadge(QWidget* parent = nullptr);
 
-    /// The badge as a picture.
+    /// Renders the badge, for the alert.
     static QPixmap pixmap(const QPalette& palette, double devicePixelRatio);
 
-    /// Draws the glow around a badge, most of which lies outside of it, into a widget around it.
+    /// Draws the glow around a badge. Most of it lies outside the badge, so the badge's parent
+    /// draws it.
     static void drawGlow(QPainter& painter, const QRect& badge, const QPalette& palette);
 
   protected:

@@ -1,5 +1,7 @@
 #include "DisplayText.h"
 
+#include "BidiText.h"
+
 #include <QChar>
 #include <QGuiApplication>
 #include <QList>
@@ -15,10 +17,6 @@ constexpr std::size_t maxMessageBytes = 4096;
 constexpr qsizetype maxToolTipLength = 1000;
 
 constexpr char16_t ellipsis = u'\u2026';
-constexpr char16_t leftToRightIsolate = u'\u2066';
-constexpr char16_t rightToLeftIsolate = u'\u2067';
-constexpr char16_t firstStrongIsolate = u'\u2068';
-constexpr char16_t popDirectionalIsolate = u'\u2069';
 
 bool breaksLine(QChar character) {
     switch (character.category()) {
@@ -103,37 +101,13 @@ QString isolated(const QString& text) {
         std::none_of(characters.begin(), characters.end(), isDirectional)) {
         return text;
     }
-    QString result(QChar{firstStrongIsolate});
-    result.reserve(text.size() + 2);
-    qsizetype depth = 0;
-    for (const QChar character : text) {
-        switch (character.unicode()) {
-        case leftToRightIsolate:
-        case rightToLeftIsolate:
-        case firstStrongIsolate:
-            ++depth;
-            break;
-        case popDirectionalIsolate:
-            if (depth == 0) {
-                result += QChar::ReplacementCharacter;
-                continue;
-            }
-            --depth;
-            break;
-        default:
-            break;
-        }
-        result += character;
-    }
-    result += QString(depth + 1, QChar(popDirectionalIsolate));
-    return result;
+    return bidiIsolated(text);
 }
 
 QString toolTipText(const QString& text) {
     const bool isLong = text.size() > maxToolTipLength;
     const QString shown = isLong ? text.left(maxToolTipLength) + QChar(ellipsis) : text;
-    // Tool tips of Qt 6.4 to 6.11 guess whether their text is markup; markup that spells the text
-    // out leaves no guess.
+    // QToolTip of Qt 6.4 to 6.11 guesses whether its text is markup; escaped markup is unambiguous.
     return QStringLiteral("<p style=\"white-space:pre-wrap\">%1</p>").arg(shown.toHtmlEscaped());
 }
 

@@ -1,0 +1,26 @@
+#include "SymbolBadge.h"
+
+#include "ContinuousRectangle.h"
+
+#include <QBrush>
+#include <QColor>
+#include <QFont>
+#include <QPainter>
+#include <QRect>
+
+#include <algorithm>
+
+namespace kestrel {
+
+void drawSymbolBadge(QPainter& painter, const QRect& rect, double radius, const QBrush& fill,
+                     Symbol symbol, const QFont& font, const QColor& color) {
+    constexpr int symbolMargin = 6;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(fill);
+    painter.drawPath(continuousRectangle(rect, radius));
+    const int symbolSide = std::min(symbolSize(font), rect.width() - 2 * symbolMargin);
+    drawSymbol(painter, rect, symbol, symbolSide, color);
+}
+
+} // namespace kestrel

@@ -6,24 +6,24 @@
 
 namespace kestrel::bench {
 
-/// Seconds on one of the system's clocks.
+/// The time of a system clock in seconds.
 inline double secondsOn(clockid_t clock) {
     timespec time{};
     ::clock_gettime(clock, &time);
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
-/// Since some time in the past.
+/// Monotonic, from an arbitrary epoch.
 inline double wallSeconds() {
     return secondsOn(CLOCK_MONOTONIC);
 }
 
-/// What all threads of this process have taken.
+/// CPU time of all threads of this process.
 inline double processSeconds() {
     return secondsOn(CLOCK_PROCESS_CPUTIME_ID);
 }
 
-/// What the children that have been waited for have taken.
+/// CPU time of the reaped children.
 inline double childrenSeconds() {
     rusage usage{};
     ::getrusage(RUSAGE_CHILDREN, &usage);

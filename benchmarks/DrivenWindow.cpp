@@ -1,5 +1,5 @@
-// Does in the real window what its options say, without a user, and prints what that took: one line
-// of JSON.
+// Drives the real window as its options say, without a user, and prints the measurements as one
+// line of JSON.
 #include "Clocks.h"
 #include "FFmpegService.h"
 #include "FrameWatch.h"
@@ -47,15 +47,15 @@ Options parseArguments(const QStringList& arguments) {
                                          QStringLiteral("Converts into this folder."),
                                          QStringLiteral("folder"));
     const QCommandLineOption format(QStringLiteral("format"),
-                                    QStringLiteral("MP3, AIFF or WAV; of 16 bits."),
+                                    QStringLiteral("MP3, AIFF or WAV, with 16 bits."),
                                     QStringLiteral("format"), QStringLiteral("MP3"));
     const QCommandLineOption seconds(QStringLiteral("seconds"),
                                      QStringLiteral("Cancels the batch after this time."),
                                      QStringLiteral("seconds"), QStringLiteral("0"));
     const QCommandLineOption stalls(QStringLiteral("watch-stalls"),
-                                    QStringLiteral("Looks for stalls, which takes some CPU time."));
+                                    QStringLiteral("Measures stalls, which costs some CPU time."));
     const QCommandLineOption linger(QStringLiteral("linger"),
-                                    QStringLiteral("Stays, and does nothing, until it is ended."));
+                                    QStringLiteral("Stays idle at the end until it is killed."));
     parser.addOptions({destination, format, seconds, stalls, linger});
     parser.addPositionalArgument(QStringLiteral("inputs"), QStringLiteral("Files and folders."));
     parser.addHelpOption();
@@ -116,7 +116,7 @@ QJsonObject addInputs(ConverterViewModel& model, const std::vector<FileURL>& inp
              static_cast<double>(residentKibibytes() - memoryBefore)}};
 }
 
-/// From the start of the batch until the window shows that it has ended.
+/// Measures from the start of the batch to the frame that shows its end.
 QJsonObject convert(ConverterViewModel& model, const Options& options, FrameWatch& frames) {
     model.chooseDestination();
     FrameWatch::settle();
@@ -152,7 +152,7 @@ QJsonObject convert(ConverterViewModel& model, const Options& options, FrameWatc
     return report;
 }
 
-void play(const Options& options, KestrelApp& app, ConverterViewModel& model) {
+void run(const Options& options, KestrelApp& app, ConverterViewModel& model) {
     FrameWatch frames(app.window());
     app.window().show();
     frames.waitForFrame();
@@ -179,7 +179,7 @@ int main(int argc, char** argv) {
     const bench::Options options = bench::parseArguments(QCoreApplication::arguments());
     const auto model = bench::makeModel(options);
     KestrelApp app(model);
-    bench::play(options, app, *model);
+    bench::run(options, app, *model);
     if (options.isLingering) {
         return QApplication::exec();
     }

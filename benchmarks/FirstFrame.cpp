@@ -1,5 +1,5 @@
-// Shows a window, and prints when its first frame was painted and how much memory the process had
-// then. The window is a bare one, one with a single word, or the program's own.
+// Shows a window, and prints the time of its first frame, in milliseconds since START, and the RSS
+// in KiB at that time. The window is empty, has a single word, or is the program's own.
 #include "ResidentMemory.h"
 
 #include <QApplication>
@@ -20,7 +20,7 @@
 
 namespace {
 
-/// Reports once the first frame of a window is on the screen, and ends the program.
+/// Reports the first frame of a window once it is on the screen, and ends the program.
 class FirstFrame : public QObject {
   public:
     FirstFrame(QWidget& window, long long startNanoseconds) : start_(startNanoseconds) {
@@ -31,7 +31,7 @@ class FirstFrame : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() == QEvent::Paint && !isPainted_) {
             isPainted_ = true;
-            // The frame is handed over before the event loop turns.
+            // The frame is flushed before the next event-loop iteration.
             QMetaObject::invokeMethod(this, &FirstFrame::report, Qt::QueuedConnection);
         }
         return QObject::eventFilter(watched, event);

@@ -30,17 +30,17 @@ void FrameWatch::waitForFrame() {
     isPainted_ = false;
     deadline_.start();
     while (!isPainted_) {
-        // What is painted is handed to the window system in the same turn.
+        // The frame is flushed to the window system in the same event-loop iteration.
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
     deadline_.stop();
 }
 
 void FrameWatch::settle() {
-    constexpr int quietMilliseconds = 200;
-    QElapsedTimer quiet;
-    quiet.start();
-    while (!quiet.hasExpired(quietMilliseconds)) {
+    constexpr int settleMilliseconds = 200;
+    QElapsedTimer elapsed;
+    elapsed.start();
+    while (!elapsed.hasExpired(settleMilliseconds)) {
         constexpr int milliseconds = 20;
         QCoreApplication::processEvents(QEventLoop::AllEvents, milliseconds);
     }

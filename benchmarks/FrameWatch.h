@@ -5,16 +5,16 @@
 
 namespace kestrel::bench {
 
-/// Tells when a window, which must outlive it, has painted. Main thread; needs a QApplication. A
-/// frame that does not come within ten seconds ends the program.
+/// Waits for the paint events of a window, which must outlive it. Main thread. Requires: a
+/// QApplication. A frame that takes more than ten seconds is a fatal error.
 class FrameWatch : public QObject {
   public:
     explicit FrameWatch(QObject& window);
 
-    /// Runs the event loop until the window has painted something since the call.
+    /// Runs the event loop until the next paint event of the window.
     void waitForFrame();
 
-    /// Runs the event loop until nothing is left to be done now.
+    /// Runs the event loop for 200 ms.
     static void settle();
 
   protected:

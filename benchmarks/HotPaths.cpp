@@ -1,5 +1,5 @@
-// One pass over a path that many files make long, for an instruction counter: the work that is
-// counted is what happens inside countedWork().
+// Runs one hot path, whose cost grows with the number of files, once for an instruction counter,
+// which counts inside countedWork() alone.
 #include "ContentView.h"
 #include "ConverterViewModel.h"
 #include "LineSplitter.h"
@@ -19,7 +19,7 @@
 #include <string_view>
 #include <vector>
 
-/// Known to the counter by its name.
+/// The counter finds it by its name.
 extern "C" __attribute__((noinline)) void countedWork(const std::function<void()>& work) {
     work();
 }
@@ -35,7 +35,7 @@ std::shared_ptr<ConverterViewModel> makeModel() {
 
 void intake(const std::string& tree) {
     const auto model = makeModel();
-    // What is made at the first use of all is not what a path costs.
+    // Warm-up: one-time initialisation is not part of the path.
     model->add({FileURL(tree + "/no-such-folder/first.opus")});
     countedWork([&] { model->add({FileURL(tree)}); });
     std::printf("%zu\n", model->jobs().size() - 1);

@@ -5,7 +5,7 @@
 
 namespace kestrel::bench {
 
-LatencyProbe::LatencyProbe() : thread_([this](const std::stop_token& stop) { knock(stop); }) {}
+LatencyProbe::LatencyProbe() : thread_([this](const std::stop_token& stop) { postProbes(stop); }) {}
 
 LatencyProbe::~LatencyProbe() = default;
 
@@ -17,18 +17,18 @@ std::chrono::duration<double, std::milli> LatencyProbe::longest() const {
     return longest;
 }
 
-void LatencyProbe::knock(const std::stop_token& stop) {
+void LatencyProbe::postProbes(const std::stop_token& stop) {
     using namespace std::chrono_literals;
     while (!stop.stop_requested()) {
         if (pending_.load() == Clock::time_point()) {
             pending_ = Clock::now();
-            QMetaObject::invokeMethod(this, &LatencyProbe::note, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(this, &LatencyProbe::recordLatency, Qt::QueuedConnection);
         }
         std::this_thread::sleep_for(1ms);
     }
 }
 
-void LatencyProbe::note() {
+void LatencyProbe::recordLatency() {
     longest_ = std::max(longest_.load(), Clock::now() - pending_.load());
     pending_ = Clock::time_point();
 }

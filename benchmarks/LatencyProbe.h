@@ -9,8 +9,8 @@
 
 namespace kestrel::bench {
 
-/// Knocks at the main thread every millisecond and notes how long it took to answer, as a click or
-/// a key would have to wait. Main thread.
+/// Posts a probe to the main thread's event loop every millisecond and measures its latency, which
+/// is what a click or a key press would wait. Main thread.
 class LatencyProbe : public QObject {
   public:
     LatencyProbe();
@@ -18,17 +18,17 @@ class LatencyProbe : public QObject {
     LatencyProbe& operator=(const LatencyProbe&) = delete;
     ~LatencyProbe() override;
 
-    /// The longest wait since the watch began. An answer that is still due counts too.
+    /// The longest latency since construction, including a probe that is still pending.
     std::chrono::duration<double, std::milli> longest() const;
 
   private:
     using Clock = std::chrono::steady_clock;
 
-    void knock(const std::stop_token& stop);
-    void note();
+    void postProbes(const std::stop_token& stop);
+    void recordLatency();
 
     std::atomic<Clock::duration> longest_{};
-    /// The knock that waits for its answer; the clock's beginning if none does.
+    /// When the pending probe was posted; the clock's epoch if none is pending.
     std::atomic<Clock::time_point> pending_{};
     std::jthread thread_;
 };

@@ -6,7 +6,7 @@
 
 namespace kestrel::bench {
 
-/// How much of this process is in memory, in KiB.
+/// The RSS of this process in KiB; 0 if it is not known.
 inline long residentKibibytes() {
     std::ifstream status("/proc/self/status");
     for (std::string line; std::getline(status, line);) {

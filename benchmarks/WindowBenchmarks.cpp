@@ -1,5 +1,5 @@
-// What the main thread takes for what a user sees and does, in the real window. Times are CPU time
-// of the whole process, from the cause to the frame on the screen.
+// Benchmarks of what a user sees and does, in the real window. Times are CPU time of the whole
+// process, from the cause to the painted frame.
 #include "Clocks.h"
 #include "FrameWatch.h"
 #include "JobScrollArea.h"
@@ -28,7 +28,7 @@
 namespace kestrel::bench {
 namespace {
 
-/// Conversions that end when they are told to; the first ones at once.
+/// Conversions that block until end(); the first `endingAtOnce` return at once. Thread-safe.
 class StepwiseRunner final : public ConversionRunner {
   public:
     explicit StepwiseRunner(std::size_t endingAtOnce) : endingAtOnce_(endingAtOnce) {}
@@ -49,7 +49,7 @@ class StepwiseRunner final : public ConversionRunner {
 
     void interruptActiveProcess() override {}
 
-    /// Whether a conversion waits to be told. Any thread, as the others.
+    /// Returns true iff a conversion is blocked.
     bool isWaiting() {
         const std::lock_guard lock(mutex_);
         return onProgress_ != nullptr;
@@ -84,10 +84,10 @@ std::vector<FileURL> manyFiles(std::size_t count) {
     return urls;
 }
 
-/// A window with a queue of many jobs, and the means to move it along.
+/// The real window with a queue of many jobs, and the runner that controls it.
 class Window {
   public:
-    /// With `leftOver` jobs left to do of `count`, the first of them being converted.
+    /// Of `count` jobs, `leftOver` are unfinished, and the first of these is converting.
     Window(std::size_t count, std::size_t leftOver)
         : runner_(std::make_shared<StepwiseRunner>(count - leftOver)), model_(makeModel(runner_)) {
         model_->add(manyFiles(count));
@@ -103,14 +103,14 @@ class Window {
 
     JobScrollArea& list() { return *app_->window().findChild<JobScrollArea*>(); }
 
-    /// Runs the event loop until a conversion waits to be told.
+    /// Runs the event loop until a conversion is blocked.
     void waitForConversion() {
         while (!runner_->isWaiting()) {
             QCoreApplication::processEvents();
         }
     }
 
-    /// Lets the job that is being converted be among those in sight, a few rows from the top.
+    /// Scrolls to the converting job, a few rows from the top.
     void scrollToConverting() {
         const std::vector<ConversionJob>& jobs = model_->jobs();
         const auto isConverting = [](const ConversionJob& job) {
@@ -151,8 +151,8 @@ class Window {
     std::optional<FrameWatch> frames_;
 };
 
-/// The window with so many jobs, of which the last 2,000, or half, are left to do. Near the end
-/// looking for a job takes longest.
+/// The window with `count` jobs, of which the last 2,000, or half, are unfinished: near the end, a
+/// linear search takes longest.
 Window& windowWith(std::size_t count) {
     static auto* const windows = new std::map<std::size_t, std::unique_ptr<Window>>;
     std::unique_ptr<Window>& window = (*windows)[count];
@@ -163,7 +163,7 @@ Window& windowWith(std::size_t count) {
     return *window;
 }
 
-/// Times what `act` brings about until the next frame.
+/// Measures the CPU time from `act` to the next frame.
 template <typename Act> void timeUntilFrame(benchmark::State& state, Window& window, Act act) {
     const double begin = processSeconds();
     act();
@@ -200,7 +200,7 @@ void wheelStep(benchmark::State& state) {
     const QPointF place = QRectF(viewport.rect()).center();
     int steps = 0;
     while (state.KeepRunning()) {
-        // To and fro, over more rows than are in sight.
+        // Back and forth, over more rows than are visible.
         constexpr int stepsOneWay = 100;
         const int degrees = steps++ / stepsOneWay % 2 == 0 ? -120 : 120;
         QWheelEvent wheel(place, viewport.mapToGlobal(place), QPoint(), QPoint(0, degrees),
@@ -224,7 +224,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     benchmark::RunSpecifiedBenchmarks();
-    // Conversions still wait on threads of their own.
+    // Worker threads are still blocked in conversions, so destructors must not run.
     static_cast<void>(std::fflush(nullptr));
     std::_Exit(0);
 }

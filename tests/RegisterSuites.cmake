@@ -1,8 +1,8 @@
-# Writes the file that ctest includes: one entry for each suite of a test program, which runs in one process, and
-# one for the whole program with its tests in another order, where a test that leans on the one before it fails.
+# Writes a file for ctest to include: one entry, and so one process, for each suite of a test program, and one for
+# the whole program with its tests shuffled, to find tests that depend on others.
 # Called with PROGRAM, FILE, FOLDER, LABEL, TIMEOUT and ENVIRONMENT.
 execute_process(COMMAND ${PROGRAM} --gtest_list_tests OUTPUT_VARIABLE listing COMMAND_ERROR_IS_FATAL ANY)
-# A suite is not indented and ends with a dot; what it is instantiated with may follow.
+# A suite is not indented and ends with a dot, which a type parameter may follow.
 string(REGEX MATCHALL "(^|\n)[A-Z][A-Za-z0-9_/]*\\." suites "${listing}")
 if(NOT suites)
     message(FATAL_ERROR "${PROGRAM} lists no tests")
@@ -14,7 +14,7 @@ function(register name label)
         "set_tests_properties([==[${name}]==] PROPERTIES WORKING_DIRECTORY [==[${FOLDER}]==] LABELS ${label}"
         " TIMEOUT ${TIMEOUT} ENVIRONMENT [==[${ENVIRONMENT}]==]"
         " SKIP_REGULAR_EXPRESSION [==[\\[  SKIPPED \\]]==]"
-        # One display has one keyboard focus. They start first, so that none is left to run alone at the end.
+        # Serial, as a display has one keyboard focus; COST starts them first, so that none runs alone at the end.
         " RESOURCE_LOCK display COST 1000)\n")
     set(entries "${entries}" PARENT_SCOPE)
 endfunction()

@@ -1,4 +1,4 @@
-"""Whole batches through the real window, beside a shell loop that runs the same commands."""
+"""Whole batches in the real window, beside a shell loop that runs the same commands."""
 
 import os
 import shutil
@@ -50,9 +50,9 @@ def _kestrel(work, tracks, output_format):
 
 
 def _compare(runs, work, tracks, output_format, encoder):
-    """The shell's seconds, and the program's reports."""
-    return programs.in_turn(runs, lambda: _shell(work, tracks, output_format.lower(), encoder),
-                            lambda: _kestrel(work, tracks, output_format))
+    """Returns the seconds of the shell loop and the reports of the program, one per run."""
+    return programs.interleaved(runs, lambda: _shell(work, tracks, output_format.lower(), encoder),
+                                lambda: _kestrel(work, tracks, output_format))
 
 
 def _median(reports, key):
@@ -78,7 +78,7 @@ def long_rows(runs, work):
 
 
 def stall_rows(runs, work):
-    """Real conversions for some seconds, cancelled then, with the rest of the queue waiting."""
+    """Real conversions, cancelled after some seconds, with the rest of the queue waiting."""
     sound = os.path.join(work, "second.opus")
     material.make_opus(sound, 1)
     tree = material.make_tree(os.path.join(work, "queued"), 2000, 50, contents=sound)
@@ -91,4 +91,4 @@ def stall_rows(runs, work):
         return report["batch"]["longest_stall_milliseconds"]
 
     yield at_most("longest stall of the main thread in a batch with 100,000 jobs queued", "ms",
-                  *programs.medians_in_turn(runs, longest), 16)
+                  *programs.interleaved_medians(runs, longest), 16)

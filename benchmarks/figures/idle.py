@@ -1,4 +1,4 @@
-"""What the program takes while nothing moves."""
+"""CPU time of the idle program."""
 
 import os
 import subprocess
@@ -11,7 +11,7 @@ SECONDS = 5
 
 
 def _cpu_seconds(pid):
-    """The time that all threads of the process have been on a processor."""
+    """The CPU time of all threads of the process."""
     nanoseconds = 0
     for thread in os.listdir(f"/proc/{pid}/task"):
         with open(f"/proc/{pid}/task/{thread}/schedstat", encoding="ascii") as statistics:
@@ -24,7 +24,7 @@ def _idle_cpu_seconds(command, is_reporting):
     try:
         if is_reporting:
             window.stdout.readline()
-        # What comes late at the start has come by then.
+        # By then, start-up has finished.
         time.sleep(2)
         before = _cpu_seconds(window.pid)
         time.sleep(SECONDS)

@@ -1,5 +1,5 @@
-"""Instructions along the paths that many files make long: figures that do not depend on the machine's
-mood. They have no goal; a change in them has a cause in the code."""
+"""Instruction counts of the hot paths, whose cost grows with the number of files. They are free of noise and have
+no goal; a change in them has a cause in the code."""
 
 import os
 import re

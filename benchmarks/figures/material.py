@@ -1,4 +1,4 @@
-"""The files that the benchmarks work on."""
+"""Input files for the benchmarks."""
 
 import os
 import shutil
@@ -8,7 +8,7 @@ from figures.programs import FFMPEG
 
 
 def make_opus(path, seconds):
-    """Music-like sound: several voices that come and go, in stereo, over a little noise."""
+    """Makes music-like sound: several voices that come and go, in stereo, over a little noise."""
     voices = "+".join(f"0.1*sin({440 * 2 ** (step / 12):.3f}*2*PI*t)*(1+sin({0.13 * (step + 1):.3f}*t))"
                       for step in (0, 4, 7, 12, 16))
     subprocess.run([FFMPEG, "-v", "error", "-f", "lavfi", "-i",
@@ -17,7 +17,7 @@ def make_opus(path, seconds):
 
 
 def make_tracks(folder, count, seconds):
-    """So many equal Opus files; their paths."""
+    """Makes `count` identical Opus files; returns their paths."""
     os.makedirs(folder)
     first = os.path.join(folder, "Track 0001.opus")
     make_opus(first, seconds)
@@ -29,8 +29,8 @@ def make_tracks(folder, count, seconds):
 
 
 def make_tree(root, folders, tracks, contents=None):
-    """A tree of `folders` album folders with so many tracks each, without contents or with those of a
-    file. A file system does not take a hundred thousand names of one file, but it does a thousand."""
+    """Makes a tree of `folders` album folders with `tracks` files each, empty or with the contents of a file.
+    Up to a thousand are hard links to one file; a file system does not allow a hundred thousand."""
     number = 0
     for folder in range(folders):
         album = os.path.join(root, f"Artist {folder // 20:03}", f"Album {folder % 20:02}")

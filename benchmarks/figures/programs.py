@@ -1,4 +1,4 @@
-"""The programs that are measured, and how they are started."""
+"""The measured programs, and how they are run."""
 
 import json
 import os
@@ -11,7 +11,7 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 BUILD = ROOT / "build" / "release"
 TARGETS = ["kestrel", "first-frame-bare", "first-frame-word", "first-frame-kestrel", "driven-window",
            "window-benchmarks", "hot-paths"]
-# As the program finds it.
+# The same search as the program's.
 FFMPEG = next((path for path in ("/opt/homebrew/bin/ffmpeg", "/usr/local/bin/ffmpeg", "/usr/bin/ffmpeg")
                if os.access(path, os.X_OK)), "ffmpeg")
 
@@ -28,26 +28,26 @@ def program(name):
 
 
 def output_of(command, seconds=600, **options):
-    """What the command writes to standard output; it must exit with 0."""
+    """Returns the stdout of the command. Raises CalledProcessError unless it exits with 0."""
     return subprocess.run(command, check=True, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, text=True,
                           timeout=seconds, **options).stdout
 
 
 def drive(*arguments):
-    """The report of a window that is driven without a user."""
+    """Runs driven-window with these arguments; returns its report."""
     return json.loads(output_of([program("driven-window"), *map(str, arguments)]))
 
 
 def wall_seconds(action):
-    """How long the action takes."""
+    """Returns the wall-clock time of the action in seconds."""
     start = time.perf_counter()
     action()
     return time.perf_counter() - start
 
 
-def in_turn(runs, *actions):
-    """Runs the actions in turn, so that what changes on the machine meanwhile meets all alike: for
-    each action the list of its results."""
+def interleaved(runs, *actions):
+    """Runs the actions interleaved, so that drift affects all alike. Returns a list of results for each
+    action."""
     results = [[] for _ in actions]
     for _ in range(runs):
         for action, found in zip(actions, results):
@@ -55,5 +55,5 @@ def in_turn(runs, *actions):
     return results
 
 
-def medians_in_turn(runs, *actions):
-    return [statistics.median(found) for found in in_turn(runs, *actions)]
+def interleaved_medians(runs, *actions):
+    return [statistics.median(found) for found in interleaved(runs, *actions)]

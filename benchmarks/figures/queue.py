@@ -1,4 +1,4 @@
-"""A large folder tree on its way into the queue."""
+"""Adding a large folder tree to the queue."""
 
 import os
 import statistics
@@ -23,8 +23,8 @@ def _find(tree):
 
 def rows(runs, work):
     tree = material.make_tree(os.path.join(work, "tree"), FOLDERS, TRACKS)
-    _find(tree)  # Warms the caches.
-    found, reports = programs.in_turn(runs, lambda: _find(tree), lambda: programs.drive(tree)["add"])
+    _find(tree)  # Warms the page cache.
+    found, reports = programs.interleaved(runs, lambda: _find(tree), lambda: programs.drive(tree)["add"])
     if any(report["jobs"] != FOLDERS * TRACKS for report in reports):
         raise SystemExit("benchmarks: not every track was queued")
 

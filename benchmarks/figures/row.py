@@ -1,17 +1,17 @@
-"""One row of the table."""
+"""The rows of the table of results."""
 
 import dataclasses
 
 
 @dataclasses.dataclass(frozen=True)
 class Row:
-    """A figure beside its floor and its goal. Where there is no floor, `floor` is None."""
+    """A figure with its floor and its goal; `floor` is None without a floor."""
 
     name: str
     unit: str
     floor: float | None
     measured: float
-    # What is to be reached, in words, and whether it was; None where nothing is.
+    # The goal as text, and whether it was met; None without a goal.
     goal: str | None
     met: bool | None
 
@@ -41,7 +41,7 @@ def _number(value):
 
 
 def print_table(rows):
-    """The rows as a table for a terminal and for a document."""
+    """Prints the rows as a Markdown table."""
     heads = ["What", "Unit", "Floor", "Measured", "Ratio", "Goal", "Met"]
     lines = [[row.name, row.unit, _number(row.floor), _number(row.measured),
               "-" if row.ratio is None else f"{row.ratio:.3f}", row.goal or "-",

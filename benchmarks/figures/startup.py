@@ -1,4 +1,4 @@
-"""From the start of the process to the first painted frame, beside a bare empty window."""
+"""From process start to the first painted frame, beside an empty window."""
 
 import statistics
 import time
@@ -15,10 +15,10 @@ def _first_frame(window):
 
 
 def rows(runs):
-    # So short a time needs more of them.
+    # A time this short needs more runs.
     windows = ["bare", "word", "kestrel"]
-    found = programs.in_turn(max(runs, 21), *(lambda window=window: _first_frame(window)
-                                              for window in windows))
+    found = programs.interleaved(max(runs, 21), *(lambda window=window: _first_frame(window)
+                                                  for window in windows))
     times, memories = ({window: statistics.median(run[kind] for run in runs_of_it)
                         for window, runs_of_it in zip(windows, found)} for kind in (0, 1))
     yield at_most_times("process start to first painted frame", "ms", times["bare"], times["kestrel"], 1.2)

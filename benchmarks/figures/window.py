@@ -1,4 +1,4 @@
-"""What the window takes for what a user sees and does."""
+"""CPU time of what a user sees and does in the window."""
 
 import json
 import statistics
@@ -9,7 +9,7 @@ from figures.row import Row, at_most
 
 
 def _medians(runs):
-    """For each benchmark the median, in milliseconds, of as many runs in a random order."""
+    """Returns the median of each benchmark in milliseconds; the runs are in random order."""
     report = json.loads(programs.output_of(
         [programs.program("window-benchmarks"), "--benchmark_format=json",
          f"--benchmark_repetitions={runs}", "--benchmark_enable_random_interleaving=true"],

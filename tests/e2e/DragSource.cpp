@@ -1,12 +1,11 @@
-// A window that things can be dragged out of, as out of a file manager:
+// A window to drag from, as from a file manager:
 //
-//   drag-source --files PATH...     offers the files as a list of locations
-//   drag-source --text TEXT         offers a text
+//   drag-source --files PATH...     offers the files as text/uri-list
+//   drag-source --text TEXT         offers the text as text/plain
 //
-// Its window is in the display's corner, beside what a scenario drops onto. Prints "ready" when the
-// window is exposed there, while something is dragged each answer of the window below it, "takes"
-// or "declines", and for each drag that ended the word "copied", "moved" or "refused". Ends when
-// its standard input does.
+// The window is in the top left corner of the screen, beside the drop targets. Prints "ready" when
+// it is exposed, "takes" or "declines" for each XdndStatus during a drag, and "copied", "moved" or
+// "refused" at the end of each drag. Exits at the end of stdin.
 #include <QAbstractNativeEventFilter>
 #include <QApplication>
 #include <QDrag>
@@ -27,15 +26,15 @@
 
 namespace {
 
-void print(const char* word) {
-    std::puts(word);
+void print(const char* line) {
+    std::puts(line);
     static_cast<void>(std::fflush(stdout));
 }
 
-/// Prints what the windows that something is dragged over and dropped onto say to it.
-class Answers : public QAbstractNativeEventFilter {
+/// Prints the XdndStatus and XdndFinished messages of the drop targets.
+class XdndPrinter : public QAbstractNativeEventFilter {
   public:
-    explicit Answers(const QGuiApplication& application)
+    explicit XdndPrinter(const QGuiApplication& application)
         : connection_(
               application.nativeInterface<QNativeInterface::QX11Application>()->connection()),
           status_(atom("XdndStatus")),
@@ -45,7 +44,7 @@ class Answers : public QAbstractNativeEventFilter {
 
     bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override {
         const auto* event = static_cast<const xcb_client_message_event_t*>(message);
-        // Without the bit that tells messages of other programs.
+        // Masks the bit that SendEvent sets.
         constexpr unsigned typeBits = 0x7F;
         if ((event->response_type & typeBits) == XCB_CLIENT_MESSAGE) {
             const bool isAccepted = (event->data.data32[1] & 1U) != 0;
@@ -77,8 +76,8 @@ class Answers : public QAbstractNativeEventFilter {
     xcb_atom_t move_;
 };
 
-/// The bytes of the path as they are: no encoding is looked at.
-QByteArray locationOf(const char* path) {
+/// Encodes the bytes of the path, whatever their text encoding.
+QByteArray fileUri(const char* path) {
     return "file://" + QByteArray(path).toPercentEncoding("/");
 }
 
@@ -90,8 +89,8 @@ class DragSource : public QWidget {
           data_(std::move(bytes)) {
         setWindowTitle(QStringLiteral("Drag source"));
         setFixedSize(100, 60);
-        // Before it is shown: the window manager leaves it there. A window that is moved later may
-        // be pressed at before the window manager has moved it.
+        // Before it is shown, so that the window manager keeps the position. A window moved later
+        // could be clicked before the window manager has moved it.
         move(4, 4);
     }
 
@@ -110,7 +109,7 @@ class DragSource : public QWidget {
         contents->setData(QString::fromLatin1(type_), data_);
         auto* drag = new QDrag(this);
         drag->setMimeData(contents.release());
-        // Of a drop, the other program tells the end when it has fetched everything.
+        // An accepted drop ends with XdndFinished, once the target has fetched the data.
         if (drag->exec(Qt::CopyAction | Qt::MoveAction, Qt::CopyAction) == Qt::IgnoreAction) {
             print("refused");
         }
@@ -132,7 +131,7 @@ int main(int argc, char** argv) {
     const bool areFiles = std::string_view(argv[1]) == "--files";
     QByteArray data = areFiles ? QByteArray() : QByteArray(argv[2]);
     for (int index = 2; areFiles && index < argc; ++index) {
-        data += locationOf(argv[index]) + "\r\n";
+        data += fileUri(argv[index]) + "\r\n";
     }
     DragSource source(areFiles ? "text/uri-list" : "text/plain", data);
     source.show();
@@ -145,7 +144,7 @@ int main(int argc, char** argv) {
             QCoreApplication::quit();
         }
     });
-    Answers answers(application);
-    QCoreApplication::instance()->installNativeEventFilter(&answers);
+    XdndPrinter printer(application);
+    QCoreApplication::instance()->installNativeEventFilter(&printer);
     return QApplication::exec();
 }

@@ -1,12 +1,11 @@
-// Starts a program with mounts of its own, so that it finds files at fixed places where the machine
-// has others or none:
+// Runs a program in its own mount namespace, with other files at fixed paths than the system has:
 //
 //   with-mounts FOLDER [--cover PATH OTHER | --limit FOLDER SIZE | --read-only FOLDER]...
 //               -- PROGRAM ARGUMENT...
 //
-// FOLDER is empty and stays so while the program runs. --cover puts one file or folder over
-// another; --limit puts an empty file system of a size such as 1m over a folder, --read-only one
-// in which nothing can be made.
+// FOLDER must be empty and unused while the program runs. --cover mounts the file or folder OTHER
+// over PATH; --limit mounts an empty file system of a size such as 1m over a folder, --read-only an
+// empty read-only one.
 #include "PrivateMounts.h"
 
 #include <unistd.h>
@@ -17,16 +16,17 @@
 
 namespace {
 
-/// Makes the mount that the words tell, and returns how many of them did. Three can be read.
-int makeMount(char** words) {
+/// Makes the mount of the option at the front and returns how many arguments it took. Requires:
+/// `arguments` has at least three elements.
+int makeMount(char** arguments) {
     using kestrel::test::PrivateMounts;
-    const std::string_view option = words[0];
+    const std::string_view option = arguments[0];
     if (option == "--read-only") {
-        PrivateMounts::coverReadOnly(words[1]);
+        PrivateMounts::coverReadOnly(arguments[1]);
         return 2;
     }
-    (option == "--limit" ? PrivateMounts::coverLimited : PrivateMounts::coverWith)(words[1],
-                                                                                   words[2]);
+    (option == "--limit" ? PrivateMounts::coverLimited : PrivateMounts::coverWith)(arguments[1],
+                                                                                   arguments[2]);
     return 3;
 }
 

@@ -1,12 +1,13 @@
 #!/usr/bin/python3
-"""Plays a scenario with the installed program on the display that is there.
+"""Runs one scenario with the installed program on the current display.
 
 Usage: run.py --list
        run.py --program PATH --pictures FOLDER [--stand-in PATH] [--with-mounts PATH]
               [--drag-source PATH] [--locales FOLDER] [--keep FOLDER] NAME
 
-Each scenario starts clean and must end clean. One that fails leaves a picture of the display. The
-demonstration keeps what it made where --keep says. The other programs are for the scenarios that need them.
+A scenario starts with empty folders and must leave no process and no change in the home folder. One that
+fails saves a screenshot to --pictures. The demonstration copies its output files to --keep. --stand-in,
+--with-mounts, --drag-source and --locales are required by some scenarios only.
 """
 
 import argparse
@@ -30,7 +31,7 @@ def load():
     return SCENARIOS
 
 
-def play(name, scenario, options):
+def run(name, scenario, options):
     from gi.repository import GLib
 
     from driver import processes
@@ -41,7 +42,7 @@ def play(name, scenario, options):
     session = Session(options)
     start = time.monotonic()
     try:
-        scenario.play(session)
+        scenario.run(session)
         session.check()
         print(f"{name}: passed in {time.monotonic() - start:.1f} s")
         return 0
@@ -66,7 +67,7 @@ def main():
         for name, scenario in scenarios.items():
             print(scenario.label, scenario.display_size, name)
         return 0
-    return play(options.name, scenarios[options.name], options)
+    return run(options.name, scenarios[options.name], options)
 
 
 if __name__ == "__main__":

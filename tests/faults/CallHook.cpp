@@ -33,7 +33,7 @@ std::shared_ptr<Hook>& hookOf(CallHook::Call call) {
     return hooks.at(static_cast<std::size_t>(call));
 }
 
-/// The error number for this call, or 0.
+/// Returns the errno to fail this call with, or 0.
 int errorOf(CallHook::Call call) {
     std::shared_ptr<Hook> hook;
     {
@@ -92,7 +92,7 @@ using kestrel::test::errorOf;
 using kestrel::test::isRefused;
 using kestrel::test::next;
 
-// A program's own definitions go before those of the C library, also for the libraries it loads.
+// Symbol interposition: the executable's definitions precede libc's, for shared libraries too.
 extern "C" {
 
 int pipe2(int* ends, int flags) noexcept {

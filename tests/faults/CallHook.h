@@ -4,14 +4,14 @@
 
 namespace kestrel::test {
 
-/// What stands between this program and a system call for as long as it lives. One at a time for
-/// each call.
+/// Interposes pipe2(), posix_spawn(), pidfd_open(), pthread_create(), mkdir() or waitid() for its
+/// lifetime. Throws std::logic_error if that call is hooked already. Thread-safe.
 class CallHook {
   public:
     enum class Call : unsigned char { pipe, spawn, openProcess, thread, makeFolder, waitForExit };
 
-    /// Runs before the call, on its thread, with the number of calls since the hook was set, this
-    /// one included. Returns the error number with which the call fails, or 0 to let it happen.
+    /// Runs before each call, on the calling thread, with the number of the call, counted from 1.
+    /// Returns the errno to fail it with, or 0 to let it through.
     using Before = std::function<int(int count)>;
 
     CallHook(Call call, Before before);
@@ -19,7 +19,7 @@ class CallHook {
     CallHook& operator=(const CallHook&) = delete;
     ~CallHook();
 
-    /// A hook with which that call, counted from 1, fails.
+    /// Fails call number `count`, counted from 1.
     static Before failing(int count, int error);
 
   private:

@@ -12,7 +12,7 @@
 #include <regex>
 #include <string>
 
-// How ffmpeg can end, or fail to.
+// How ffmpeg can exit, or fail to.
 
 namespace kestrel::test {
 namespace {
@@ -43,16 +43,18 @@ TEST_P(ExitStatusOfTheProbeTest, doesNotMatter) {
 
 INSTANTIATE_TEST_SUITE_P(EndFaults, ExitStatusOfTheProbeTest, Values(0, 1, 127, 255));
 
-struct Death {
+struct FatalSignal {
     const char* name;
     int signal;
 
-    friend std::ostream& operator<<(std::ostream& out, const Death& row) { return out << row.name; }
+    friend std::ostream& operator<<(std::ostream& out, const FatalSignal& row) {
+        return out << row.name;
+    }
 };
 
-class DeathTest : public FaultTest, public ::testing::WithParamInterface<Death> {};
+class FatalSignalTest : public FaultTest, public ::testing::WithParamInterface<FatalSignal> {};
 
-TEST_P(DeathTest, isACancellationAndStopsTheBatch) {
+TEST_P(FatalSignalTest, countsAsCancelledAndStopsTheBatch) {
     EXPECT_EQ(
         outcome("convert err words\\n\nconvert raise " + std::to_string(GetParam().signal) + "\n"),
         "cancelled");
@@ -62,24 +64,24 @@ TEST_P(DeathTest, isACancellationAndStopsTheBatch) {
     EXPECT_EQ(outcomeOf(0), "cancelled");
 }
 
-TEST_P(DeathTest, ofTheProbeOnlyTurnsOffTheFractions) {
+TEST_P(FatalSignalTest, inTheProbeOnlyDisablesProgress) {
     EXPECT_EQ(outcome("probe raise " + std::to_string(GetParam().signal) +
                       "\nconvert out out_time_ms=5000000\\n\nconvert exit 0\n"),
               "completed");
     EXPECT_EQ(outcomeOf(1), "completed");
 }
 
-INSTANTIATE_TEST_SUITE_P(EndFaults, DeathTest,
-                         Values(Death{"interrupted", SIGINT}, Death{"terminated", SIGTERM},
-                                Death{"killed", SIGKILL}, Death{"crashed", SIGSEGV},
-                                Death{"aborted", SIGABRT}, Death{"brokenPipe", SIGPIPE},
-                                Death{"hungUp", SIGHUP}),
+INSTANTIATE_TEST_SUITE_P(EndFaults, FatalSignalTest,
+                         Values(FatalSignal{"interrupted", SIGINT},
+                                FatalSignal{"terminated", SIGTERM}, FatalSignal{"killed", SIGKILL},
+                                FatalSignal{"crashed", SIGSEGV}, FatalSignal{"aborted", SIGABRT},
+                                FatalSignal{"brokenPipe", SIGPIPE}, FatalSignal{"hungUp", SIGHUP}),
                          [](const auto& row) { return std::string(row.param.name); });
 
-/// A conversion at work, with something wrong about its end.
+/// A running conversion that does not end normally.
 class EndFaultTest : public FaultTest {
   protected:
-    /// Starts the batch and comes back once the first conversion has made this file.
+    /// Starts the batch and returns once the first conversion has created this file.
     void startAndAwait(const std::string& script, const std::string& file) {
         queueScript(script);
         queueHarmless();
@@ -92,9 +94,8 @@ class EndFaultTest : public FaultTest {
         ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }));
     }
 
-    /// Nothing is left that could make the batch go on by itself: a turn of the event loop and
-    /// another.
-    void expectToBeConverting() {
+    /// Fifty iterations of the event loop do not end the conversion.
+    void expectStillConverting() {
         for (int i = 0; i < 50; ++i) {
             QCoreApplication::processEvents();
         }
@@ -108,7 +109,7 @@ class EndFaultTest : public FaultTest {
 
 class HeldPipeTest : public EndFaultTest, public ::testing::WithParamInterface<const char*> {
   protected:
-    /// Comes back when a grandchild holds the pipe, and the child is about to exit with the status.
+    /// Returns once a grandchild holds the pipe and the child is about to exit with the status.
     void startWithGrandchild(int status) {
         startAndAwait("convert hold-" + std::string(GetParam()) + " " + path("go") + "\n" +
                           touchUp + "convert exit " + std::to_string(status) + "\n",
@@ -116,22 +117,22 @@ class HeldPipeTest : public EndFaultTest, public ::testing::WithParamInterface<c
     }
 };
 
-TEST_P(HeldPipeTest, isReadUntilTheGrandchildLetsGoOfIt) {
+TEST_P(HeldPipeTest, isReadUntilTheGrandchildClosesIt) {
     startWithGrandchild(7);
-    expectToBeConverting();
+    expectStillConverting();
     release();
     finish();
     EXPECT_EQ(outcomeOf(0), "failed: FFmpeg could not convert this file.");
     EXPECT_EQ(outcomeOf(1), "completed");
 }
 
-TEST_P(HeldPipeTest, takesACancelAfterTheExitForNothing) {
+TEST_P(HeldPipeTest, ignoresACancelAfterTheExit) {
     startWithGrandchild(0);
     model->cancel();
-    expectToBeConverting();
+    expectStillConverting();
     release();
     finish();
-    // Whether the child had exited by then depends on the moment.
+    // Race: the child may not have exited yet at the cancel.
     EXPECT_THAT(outcomeOf(0), ::testing::AnyOf("completed", "cancelled"));
     EXPECT_EQ(outcomeOf(1), "waiting");
 }
@@ -139,10 +140,10 @@ TEST_P(HeldPipeTest, takesACancelAfterTheExitForNothing) {
 INSTANTIATE_TEST_SUITE_P(EndFaults, HeldPipeTest, Values("out", "err"),
                          [](const auto& row) { return std::string(row.param); });
 
-/// A conversion that is at work until something is done about it.
+/// A conversion that runs until it is cancelled or released.
 struct OddEnd {
     const char* name;
-    /// With "@" before the names of files of the test's own: it makes "up", and may wait for "go".
+    /// "@" stands for the test's folder. Creates "@up"; may wait for "@go".
     std::string script;
     bool isCancelled;
     bool isReleased;
@@ -159,12 +160,12 @@ class OddEndTest : public EndFaultTest, public ::testing::WithParamInterface<Odd
 TEST_P(OddEndTest, isAwaited) {
     const OddEnd& row = GetParam();
     startAndAwait(std::regex_replace(row.script, std::regex("@"), folder.url().path() + "/"), "up");
-    expectToBeConverting();
+    expectStillConverting();
     if (row.isCancelled) {
         model->cancel();
     }
     if (row.isReleased) {
-        expectToBeConverting();
+        expectStillConverting();
         release();
     }
     finish();
@@ -193,8 +194,8 @@ INSTANTIATE_TEST_SUITE_P(
                   true, false, "failed: Exiting normally", "waiting"}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(FaultTest, failsWithTheReasonWhereTheSystemDoesNotTellHowItEnded) {
-    // The probe's wait, and its reaping, come first. Then somebody else takes the news.
+TEST_F(FaultTest, failsWithTheReasonIfTheExitStatusIsLost) {
+    // Calls 1 and 2 wait for the probe and reap it. Before call 3, the child is reaped elsewhere.
     const CallHook hook(CallHook::Call::waitForExit, [](int count) {
         if (count == 3) {
             ::waitpid(-1, nullptr, 0);
@@ -206,7 +207,7 @@ TEST_F(FaultTest, failsWithTheReasonWhereTheSystemDoesNotTellHowItEnded) {
     EXPECT_EQ(outcomeOf(1), "completed");
 }
 
-TEST_F(FaultTest, waitsOnWhereSignalsCutTheWaitShort) {
+TEST_F(FaultTest, retriesAWaitThatFailsWithEintr) {
     const CallHook hook(CallHook::Call::waitForExit,
                         [](int count) { return count % 3 != 0 ? EINTR : 0; });
     EXPECT_EQ(outcome("convert exit 0\n"), "completed");

@@ -19,17 +19,17 @@
 #include <thread>
 #include <vector>
 
-// What whoever started the program, or the system, can do to it.
+// Unusual process environments: standard streams, SIGCHLD dispositions, signal storms.
 
 namespace kestrel::test {
 namespace {
 
 using ::testing::HasSubstr;
 
-/// Puts something in the place of a standard stream, or nothing, for as long as it lives.
+/// Replaces or closes a standard stream for its lifetime.
 class ReplacedStream {
   public:
-    /// -1 for nothing.
+    /// A replacement of -1 closes the stream.
     ReplacedStream(int stream, int replacement)
         : stream_(stream), before_(::fcntl(stream, F_DUPFD_CLOEXEC, 100)) {
         if (replacement < 0) {
@@ -49,7 +49,7 @@ class ReplacedStream {
     FileDescriptor before_;
 };
 
-TEST_F(FaultTest, convertsWithoutAStandardInput) {
+TEST_F(FaultTest, convertsWithStdinClosed) {
     {
         const ReplacedStream noInput(STDIN_FILENO, -1);
         EXPECT_EQ(
@@ -61,8 +61,8 @@ TEST_F(FaultTest, convertsWithoutAStandardInput) {
     EXPECT_THAT(contents(folder.file("convert")), HasSubstr("fd 0 /dev/null\n"));
 }
 
-TEST_F(FaultTest, convertsWhereAnotherFileIsInThePlaceOfStandardInput) {
-    // As any file that this program opens without standard input: children do not have it.
+TEST_F(FaultTest, convertsWithAnotherFileAsStdin) {
+    // As any file that is opened while stdin is closed: close-on-exec, so children lack it.
     const FileDescriptor own(::open("/dev/zero", O_RDONLY | O_CLOEXEC));
     {
         const ReplacedStream input(STDIN_FILENO, own.get());
@@ -87,7 +87,7 @@ TEST_F(FaultTest, convertsOnATerminal) {
     EXPECT_THAT(contents(folder.file("convert")), HasSubstr("fd 0 " + name + "\n"));
 }
 
-/// Which of the standard streams are closed.
+/// The parameter is the standard streams that are closed.
 class ClosedStreamsTest : public FaultTest,
                           public ::testing::WithParamInterface<std::vector<int>> {};
 
@@ -105,12 +105,12 @@ TEST_P(ClosedStreamsTest, changeNothing) {
     EXPECT_EQ(outcomeOf(1), "completed");
 }
 
-INSTANTIATE_TEST_SUITE_P(SurroundingFaults, ClosedStreamsTest,
+INSTANTIATE_TEST_SUITE_P(EnvironmentFaults, ClosedStreamsTest,
                          ::testing::Values(std::vector{STDOUT_FILENO, STDERR_FILENO},
                                            std::vector{STDIN_FILENO, STDOUT_FILENO,
                                                        STDERR_FILENO}));
 
-/// Another way to take a signal, for as long as it lives.
+/// Replaces the disposition of a signal for its lifetime.
 class ReplacedAction {
   public:
     ReplacedAction(int signal, void (*handler)(int), int flags) : signal_(signal) {
@@ -132,45 +132,45 @@ class ReplacedAction {
     struct sigaction before_ = {};
 };
 
-TEST_F(FaultTest, learnsHowItsChildrenEndThoughTheirSignalWasIgnored) {
+TEST_F(FaultTest, getsExitStatusesThoughSigchldWasIgnored) {
     const ReplacedAction ignored(SIGCHLD, SIG_IGN, 0);
     EXPECT_EQ(outcome("convert err words\\n\nconvert exit 3\n"), "failed: words");
     EXPECT_EQ(outcomeOf(1), "completed");
 }
 
-TEST_F(FaultTest, learnsHowItsChildrenEndThoughTheSystemWasToldToForgetThem) {
-    const ReplacedAction forgetful(SIGCHLD, SIG_DFL, SA_NOCLDWAIT);
+TEST_F(FaultTest, getsExitStatusesThoughSaNocldwaitWasSet) {
+    const ReplacedAction noWait(SIGCHLD, SIG_DFL, SA_NOCLDWAIT);
     EXPECT_EQ(outcome("convert err words\\n\nconvert exit 3\n"), "failed: words");
     EXPECT_EQ(outcomeOf(1), "completed");
 }
 
-std::atomic<int> strikes = 0;
+std::atomic<int> signalCount = 0;
 
-/// A timer's signal every millisecond, and one for every thread, for as long as it lives. Without
-/// SA_RESTART every call that can be cut short is.
-class Storm {
+/// Sends SIGALRM every millisecond, by a timer and to every thread, for its lifetime. Without
+/// SA_RESTART, so that every interruptible call fails with EINTR.
+class SignalStorm {
   public:
-    Storm() {
+    SignalStorm() {
         struct sigaction action = {};
 
-        action.sa_handler = [](int) { ++strikes; };
-        // For good: the last one may still be on its way when the storm is over.
+        action.sa_handler = [](int) { ++signalCount; };
+        // Never restored: the last signal may still be pending after the destructor.
         ::sigaction(SIGALRM, &action, nullptr);
-        strikes = 0;
+        signalCount = 0;
         setInterval(1000);
-        // The system gives a timer's signals to the main thread, as long as that takes them.
+        // The kernel prefers the main thread for a timer's signals, unless it blocks them.
         thread_ = std::thread([this] {
             while (!isOver_) {
-                strikeEveryThread();
+                signalEveryThread();
                 std::this_thread::sleep_for(std::chrono::milliseconds(1));
             }
         });
     }
 
-    Storm(const Storm&) = delete;
-    Storm& operator=(const Storm&) = delete;
+    SignalStorm(const SignalStorm&) = delete;
+    SignalStorm& operator=(const SignalStorm&) = delete;
 
-    ~Storm() {
+    ~SignalStorm() {
         isOver_ = true;
         thread_.join();
         setInterval(0);
@@ -182,7 +182,7 @@ class Storm {
         ::setitimer(ITIMER_REAL, &interval, nullptr);
     }
 
-    static void strikeEveryThread() {
+    static void signalEveryThread() {
         for (const auto& task : std::filesystem::directory_iterator("/proc/self/task")) {
             ::tgkill(::getpid(), std::stoi(task.path().filename().string()), SIGALRM);
         }
@@ -194,7 +194,7 @@ class Storm {
 
 TEST_F(FaultTest, convertsInAStormOfSignals) {
     {
-        const Storm storm;
+        const SignalStorm storm;
         for (int i = 0; i < 20; ++i) {
             queueScript("probe flood-err 300000\nprobe err \\nDuration: 00:00:10.00\\n\n"
                         "convert flood-out 300000\nconvert flood-err 300000\n"
@@ -203,7 +203,7 @@ TEST_F(FaultTest, convertsInAStormOfSignals) {
         destination = folder.file("new/folders");
         convertAll();
     }
-    EXPECT_GT(strikes, 20);
+    EXPECT_GT(signalCount, 20);
     for (std::size_t i = 0; i < 20; ++i) {
         EXPECT_EQ(outcomeOf(i), "completed");
         EXPECT_EQ(contents(output(std::to_string(i + 1) + "_converted.mp3")), "fine");
@@ -215,10 +215,10 @@ TEST_F(FaultTest, convertsARealFileInAStormOfSignals) {
     makeOpusFile(folder.file("in/tone.opus"), 5);
     model->add({folder.file("in")});
     {
-        const Storm storm;
+        const SignalStorm storm;
         convertAll();
     }
-    EXPECT_GT(strikes, 20);
+    EXPECT_GT(signalCount, 20);
     EXPECT_EQ(outcomeOf(0), "completed");
     EXPECT_NEAR(describeAudio(output("tone_converted.mp3")).seconds, 5, 0.1);
 }

@@ -9,9 +9,9 @@
 
 namespace kestrel::test {
 
-/// A queue of two files in the real view model, with the real service. Something happens to the
-/// first conversion; the second, where there is one, must not suffer from it. The leak guard of the
-/// base counts descriptors, children and threads before and after.
+/// A queue of two files in the real view model, with the real service. A fault hits the first
+/// conversion; the second must not be affected. The base's leak guard compares file descriptors,
+/// children and threads before and after.
 class FaultTest : public ViewModelTest {
   protected:
     FaultTest() {
@@ -19,7 +19,7 @@ class FaultTest : public ViewModelTest {
         makeModel(service);
     }
 
-    /// Queues a file that has the stand-in for ffmpeg do this.
+    /// Queues a file with a script for the stand-in ffmpeg.
     void queueScript(const std::string& script) {
         const std::string name = std::to_string(model->jobs().size() + 1) + ".opus";
         model->add({folder.write("in/" + name, script)});
@@ -27,7 +27,7 @@ class FaultTest : public ViewModelTest {
 
     void queueHarmless() { queueScript("convert write-output fine\n"); }
 
-    /// Starts the batch and runs to its end.
+    /// Starts the batch and runs the event loop until it ends.
     void convertAll() {
         chooseDestination();
         model->start();
@@ -35,7 +35,7 @@ class FaultTest : public ViewModelTest {
         ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }, 100'000));
     }
 
-    /// How the first of two files ends when the stand-in does this, the second being harmless.
+    /// Converts a file with this script and a harmless one; returns the outcome of the first.
     std::string outcome(const std::string& script) {
         queueScript(script);
         queueHarmless();

@@ -14,7 +14,7 @@
 #include <string>
 #include <thread>
 
-// What can be the matter with the files and folders, with the real ffmpeg.
+// Faults of files and folders, with the real ffmpeg.
 
 namespace kestrel::test {
 namespace {
@@ -34,7 +34,6 @@ class FileFaultTest : public FaultTest {
         model->add({folder.file(name)});
     }
 
-    /// The real file behind the one with the fault.
     void expectTheSecondToBeConverted() {
         EXPECT_EQ(outcomeOf(1), "completed");
         EXPECT_NEAR(describeAudio(output("fine_converted.mp3")).seconds, 1, 0.1);
@@ -54,7 +53,7 @@ class DestinationFaultTest : public FileFaultTest {
     }
 };
 
-TEST_F(DestinationFaultTest, isMadeAgainWhenItHasVanishedBeforeTheStart) {
+TEST_F(DestinationFaultTest, isCreatedAgainWhenItIsDeletedBeforeTheStart) {
     chooseDestination();
     std::filesystem::remove(destination.path());
     convertAll();
@@ -62,7 +61,7 @@ TEST_F(DestinationFaultTest, isMadeAgainWhenItHasVanishedBeforeTheStart) {
     expectTheSecondToBeConverted();
 }
 
-TEST_F(DestinationFaultTest, isMadeAgainWhenItVanishesBetweenTwoFiles) {
+TEST_F(DestinationFaultTest, isCreatedAgainWhenItIsDeletedBetweenTwoFiles) {
     QObject::connect(model.get(), &ConverterViewModel::willChange, model.get(), [this] {
         if (model->completedCount() == 1) {
             std::filesystem::remove_all(destination.path());
@@ -73,7 +72,7 @@ TEST_F(DestinationFaultTest, isMadeAgainWhenItVanishesBetweenTwoFiles) {
     EXPECT_EQ(outcomeOf(1), "completed");
 }
 
-TEST_F(DestinationFaultTest, costsOnlyTheFileAtWorkWhenItVanishesUnderIt) {
+TEST_F(DestinationFaultTest, costsOnlyTheCurrentFileWhenItIsDeletedDuringTheConversion) {
     queueTone("in/long.opus", 200);
     model->remove(job(0));
     model->remove(job(0));
@@ -83,13 +82,13 @@ TEST_F(DestinationFaultTest, costsOnlyTheFileAtWorkWhenItVanishesUnderIt) {
     ASSERT_TRUE(runUntil([this] { return exists("out/long_converted.mp3"); }));
     std::filesystem::remove_all(destination.path());
     ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }, 60'000));
-    // ffmpeg writes on into the file that no name leads to any more, and calls that a success.
+    // ffmpeg keeps writing to the unlinked file and exits with status 0.
     EXPECT_EQ(outcomeOf(0), "completed");
     EXPECT_FALSE(exists("out/long_converted.mp3"));
     expectTheSecondToBeConverted();
 }
 
-TEST_F(DestinationFaultTest, thatIsReadOnlyFailsEveryFileWithFfmpegsWords) {
+TEST_F(DestinationFaultTest, thatIsReadOnlyFailsEveryFileWithStderr) {
     const std::string outcomes = PrivateMounts::run([this] {
         PrivateMounts::coverReadOnly(destination.path());
         convertAll();
@@ -102,7 +101,7 @@ TEST_F(DestinationFaultTest, thatIsReadOnlyFailsEveryFileWithFfmpegsWords) {
     EXPECT_THAT(outcomes, HasSubstr("fine_converted.mp3"));
 }
 
-TEST_F(DestinationFaultTest, thatIsFullFailsALongFileWithFfmpegsWords) {
+TEST_F(DestinationFaultTest, thatIsFullFailsALongFileWithStderr) {
     queueTone("in/long.opus", 60);
     const std::string outcomes = PrivateMounts::run([this] {
         PrivateMounts::coverLimited(destination.path(), "64k");
@@ -113,13 +112,13 @@ TEST_F(DestinationFaultTest, thatIsFullFailsALongFileWithFfmpegsWords) {
     EXPECT_THAT(outcomes, HasSubstr("No space left on device"));
 }
 
-TEST_F(DestinationFaultTest, thatIsFullFailsAShortFileUnlessFfmpegCallsItASuccess) {
+TEST_F(DestinationFaultTest, thatIsFullFailsAShortFileUnlessFfmpegExitsWithZero) {
     const std::string outcomes = PrivateMounts::run([this] {
         PrivateMounts::coverLimited(destination.path(), "4k");
         convertAll();
         return outcomeOf(0);
     });
-    // ffmpeg 5.1 ends with status 0, 7.1 and 9.0 do not.
+    // ffmpeg 5.1 exits with status 0, 7.1 and 9.0 do not.
     EXPECT_THAT(outcomes, AnyOf("completed", AllOf(StartsWith("failed: "),
                                                    HasSubstr("No space left on device"))));
 }
@@ -157,7 +156,7 @@ TEST_F(DestinationFaultTest, thatIsALinkToAFolderIsFollowed) {
     expectTheSecondToBeConverted();
 }
 
-TEST_F(DestinationFaultTest, ofMoreBytesThanTheSystemTakesFailsEveryFileWithTheReason) {
+TEST_F(DestinationFaultTest, ofMoreBytesThanPathMaxFailsEveryFileWithTheReason) {
     while (destination.path().size() < 4096) {
         const std::size_t missing = 4096 - destination.path().size() - 1;
         destination = destination.appendingPathComponent(
@@ -183,7 +182,7 @@ auto isFailure(const std::string& file, const std::string& reason) {
 
 class SourceFaultTest : public FileFaultTest {};
 
-TEST_F(SourceFaultTest, vanishedBeforeItsTurnFailsWithFfmpegsWords) {
+TEST_F(SourceFaultTest, deletedBeforeItsTurnFailsWithStderr) {
     queueTone("in/tone.opus");
     queueTone("in/fine.opus");
     std::filesystem::remove(path("in/tone.opus"));
@@ -192,7 +191,7 @@ TEST_F(SourceFaultTest, vanishedBeforeItsTurnFailsWithFfmpegsWords) {
     expectTheSecondToBeConverted();
 }
 
-TEST_F(SourceFaultTest, vanishingAtWorkIsReadToItsEnd) {
+TEST_F(SourceFaultTest, deletedDuringTheConversionIsReadToItsEnd) {
     queueTone("in/tone.opus", 200);
     queueTone("in/fine.opus");
     chooseDestination();
@@ -206,7 +205,7 @@ TEST_F(SourceFaultTest, vanishingAtWorkIsReadToItsEnd) {
     expectTheSecondToBeConverted();
 }
 
-TEST_F(SourceFaultTest, thatBecameAFolderFailsWithFfmpegsWords) {
+TEST_F(SourceFaultTest, replacedByAFolderFailsWithStderr) {
     queueTone("in/tone.opus");
     queueTone("in/fine.opus");
     std::filesystem::remove(path("in/tone.opus"));
@@ -225,7 +224,7 @@ TEST_F(SourceFaultTest, thatIsAFolderNamedLikeATrackIsSearchedForTracks) {
     EXPECT_EQ(outcomeOf(0), "completed");
 }
 
-TEST_F(SourceFaultTest, thatIsADeviceFailsWithFfmpegsWords) {
+TEST_F(SourceFaultTest, thatIsADeviceFailsWithStderr) {
     std::filesystem::create_symlink("/dev/zero", path("zero.ogg"));
     model->add({folder.file("zero.ogg")});
     queueTone("in/fine.opus");
@@ -235,14 +234,14 @@ TEST_F(SourceFaultTest, thatIsADeviceFailsWithFfmpegsWords) {
     expectTheSecondToBeConverted();
 }
 
-TEST_F(SourceFaultTest, thatIsAPipeIsConvertedWhole) {
+TEST_F(SourceFaultTest, thatIsAFifoIsConvertedWhole) {
     makeOpusFile(folder.file("tone.bin"), 3);
     ASSERT_EQ(::mkfifo(path("pipe.ogg").c_str(), 0600), 0);
     model->add({folder.file("pipe.ogg")});
     queueTone("in/fine.opus");
     chooseDestination();
     model->start();
-    // Opening it waits for the reader; the copy ends with the file.
+    // open() blocks until there is a reader.
     std::thread writer([this] {
         std::ifstream in(path("tone.bin"), std::ios::binary);
         std::ofstream(path("pipe.ogg"), std::ios::binary) << in.rdbuf();
@@ -254,15 +253,15 @@ TEST_F(SourceFaultTest, thatIsAPipeIsConvertedWhole) {
     expectTheSecondToBeConverted();
 }
 
-TEST_F(SourceFaultTest, thatIsAPipeWithoutAWriterEndsAtRepeatedInterrupts) {
+TEST_F(SourceFaultTest, thatIsAFifoWithoutAWriterEndsAtRepeatedInterrupts) {
     ASSERT_EQ(::mkfifo(path("pipe.ogg").c_str(), 0600), 0);
     model->add({folder.file("pipe.ogg")});
     queueTone("in/fine.opus");
     chooseDestination();
     model->start();
     ASSERT_TRUE(runUntil([this] { return isConverting(0); }));
-    // ffmpeg waits for the writer through its first interrupts, and gives up at the fourth; one
-    // that comes before it has prepared for them kills it.
+    // While it waits for a writer, ffmpeg ignores its first interrupts and exits at the fourth; one
+    // that arrives before its signal handler is installed kills it.
     EXPECT_TRUE(runUntil([this] {
         model->cancel();
         return !model->isConverting();
@@ -271,7 +270,7 @@ TEST_F(SourceFaultTest, thatIsAPipeWithoutAWriterEndsAtRepeatedInterrupts) {
     EXPECT_EQ(outcomeOf(1), "waiting");
 }
 
-TEST_F(SourceFaultTest, thatIsNotReadableFailsWithFfmpegsWords) {
+TEST_F(SourceFaultTest, thatIsNotReadableFailsWithStderr) {
     queueTone("in/tone.opus");
     queueTone("in/fine.opus");
     std::filesystem::permissions(path("in/tone.opus"), std::filesystem::perms::none);

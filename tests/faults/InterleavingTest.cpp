@@ -16,17 +16,17 @@
 #include <random>
 #include <thread>
 
-// Interrupts from two threads against starts and exits on a third, as fast as they can.
+// Stress test: two threads interrupt while a third starts and reaps children.
 
 namespace kestrel::test {
 namespace {
 
 using Call = CallHook::Call;
 
-/// Where the conversion stands, as far as the calls that it makes tell.
-enum class Phase : unsigned char { idle, stored, launching, running, exited };
+/// The phase of the conversion, as the hooked calls show it.
+enum class Phase : unsigned char { idle, registered, launching, running, exited };
 
-/// Sends interrupts without end and counts those that began and ended in the same phase.
+/// Sends interrupts for its lifetime; counts those that began and ended in the same phase.
 class Interrupters {
   public:
     explicit Interrupters(FFmpegService& service, unsigned int seed)
@@ -52,7 +52,7 @@ class Interrupters {
   private:
     void run(FFmpegService& service, unsigned int seed) {
         std::mt19937 random(seed);
-        // Some conversions must get to their end, so there are pauses longer than one.
+        // Some pauses exceed a conversion, so that some conversions complete.
         std::uniform_int_distribution<int> pause(0, 40);
         while (!isDone_) {
             for (int i = 0; i < 20; ++i) {
@@ -72,15 +72,14 @@ class Interrupters {
     std::array<std::thread, 2> threads_;
 };
 
-/// How often each way of ending came about.
-struct Ends {
+struct Outcomes {
     int completed = 0;
     int cancelled = 0;
 };
 
-void print(const Ends& ends, const Interrupters& interrupters) {
-    std::cout << ends.completed << " conversions completed, " << ends.cancelled
-              << " cancelled; interrupts before the start " << interrupters.count(Phase::stored)
+void print(const Outcomes& outcomes, const Interrupters& interrupters) {
+    std::cout << outcomes.completed << " conversions completed, " << outcomes.cancelled
+              << " cancelled; interrupts before the start " << interrupters.count(Phase::registered)
               << ", during it " << interrupters.count(Phase::launching) << ", at work "
               << interrupters.count(Phase::running) << ", after the exit "
               << interrupters.count(Phase::exited) << '\n';
@@ -88,17 +87,17 @@ void print(const Ends& ends, const Interrupters& interrupters) {
 
 class InterleavingTest : public ::testing::Test {
   protected:
-    void convertOnce(Interrupters& interrupters, Ends& ends) {
+    void convertOnce(Interrupters& interrupters, Outcomes& outcomes) {
         interrupters.enter(Phase::idle);
         threads_ = 0;
         spawns_ = 0;
         waits_ = 0;
         try {
             service.convert(source, folder.file("out/x.mp3"), {}, [](double) {});
-            ++ends.completed;
+            ++outcomes.completed;
         } catch (const FFmpegError& error) {
             ASSERT_EQ(error.which(), FFmpegError::Case::cancelled) << error.errorDescription();
-            ++ends.cancelled;
+            ++outcomes.cancelled;
         }
     }
 
@@ -112,15 +111,15 @@ class InterleavingTest : public ::testing::Test {
     std::atomic<int> waits_ = 0;
 };
 
-TEST_F(InterleavingTest, doNoHarmInTheTwoRacesThatAreAllowed) {
+TEST_F(InterleavingTest, areHarmlessInTheTwoRacesThatAreAllowed) {
     const unsigned int seed = randomSeed();
     std::cout << "seed " << seed << '\n';
     Interrupters interrupters(service, seed);
-    // The probe comes first with a thread, a child and two waits; then the conversion has its
-    // reader before its child.
+    // The probe makes thread 1, child 1 and waits 1 and 2. The conversion creates its stderr reader
+    // before its child.
     const CallHook threads(Call::thread, [&](int) {
         if (++threads_ == 2) {
-            interrupters.enter(Phase::stored);
+            interrupters.enter(Phase::registered);
             std::this_thread::yield();
         }
         return 0;
@@ -131,32 +130,32 @@ TEST_F(InterleavingTest, doNoHarmInTheTwoRacesThatAreAllowed) {
         }
         return 0;
     });
-    const CallHook openings(Call::openProcess, [&](int) {
+    const CallHook pidfdOpens(Call::openProcess, [&](int) {
         if (spawns_ == 2) {
             interrupters.enter(Phase::running);
         }
         return 0;
     });
     const CallHook waits(Call::waitForExit, [&](int) {
-        // The last wait, for a child that has exited.
+        // The wait that reaps the exited child.
         if (++waits_ == 4) {
             interrupters.enter(Phase::exited);
             std::this_thread::yield();
         }
         return 0;
     });
-    Ends ends;
+    Outcomes outcomes;
     int conversions = 0;
     const auto isEnough = [&] {
-        return conversions >= 500 && interrupters.count(Phase::stored) > 0 &&
+        return conversions >= 500 && interrupters.count(Phase::registered) > 0 &&
                interrupters.count(Phase::launching) > 0 && interrupters.count(Phase::exited) > 0 &&
-               ends.completed > 0 && ends.cancelled > 0;
+               outcomes.completed > 0 && outcomes.cancelled > 0;
     };
     for (; conversions < 5000 && !isEnough(); ++conversions) {
-        convertOnce(interrupters, ends);
+        convertOnce(interrupters, outcomes);
         ASSERT_FALSE(HasFatalFailure()) << "seed " << seed;
     }
-    print(ends, interrupters);
+    print(outcomes, interrupters);
     EXPECT_TRUE(isEnough()) << "seed " << seed;
 }
 

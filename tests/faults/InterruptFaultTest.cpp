@@ -11,7 +11,7 @@
 #include <thread>
 #include <vector>
 
-// Cancelling, at every moment there is.
+// Cancelling at every point of a conversion.
 
 namespace kestrel::test {
 namespace {
@@ -27,7 +27,7 @@ class InterruptFaultTest : public FaultTest {
         chooseDestination();
     }
 
-    /// The interrupt that a cancelling user sends, at the moment of that call.
+    /// Interrupts the child, as Cancel does, right before call number `count`.
     CallHook::Before interrupting(int count) {
         return [this, count](int current) {
             if (current == count) {
@@ -70,27 +70,27 @@ TEST_F(InterruptFaultTest, letsTheProbeAndItsFileFinish) {
     EXPECT_EQ(outcomeOf(1), "waiting");
 }
 
-/// A cancel just before a call that the worker makes on its way to the first conversion.
-struct Moment {
+/// A cancel right before a call that the worker makes for the first conversion.
+struct InterruptPoint {
     const char* name;
     Call call;
-    /// Which of such calls, counted from 1.
+    /// The number of the call, counted from 1.
     int count;
-    /// What the first conversion is told to do.
+    /// The script of the first conversion.
     const char* script;
     const char* first;
     const char* second;
 
-    friend std::ostream& operator<<(std::ostream& out, const Moment& row) {
+    friend std::ostream& operator<<(std::ostream& out, const InterruptPoint& row) {
         return out << row.name;
     }
 };
 
-class MomentOfInterruptTest : public InterruptFaultTest,
-                              public ::testing::WithParamInterface<Moment> {};
+class InterruptPointTest : public InterruptFaultTest,
+                           public ::testing::WithParamInterface<InterruptPoint> {};
 
-TEST_P(MomentOfInterruptTest, decidesWhetherItReachesTheChild) {
-    const Moment& row = GetParam();
+TEST_P(InterruptPointTest, decidesWhetherItReachesTheChild) {
+    const InterruptPoint& row = GetParam();
     folder.write("in/1.opus", row.script);
     destination = folder.file("new");
     chooseDestination();
@@ -102,20 +102,19 @@ TEST_P(MomentOfInterruptTest, decidesWhetherItReachesTheChild) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    InterruptFaults, MomentOfInterruptTest,
-    ::testing::Values(Moment{"betweenTheProbeAndTheConversion", Call::makeFolder, 1,
-                             "convert write-output fine\n", "completed", "completed"},
-                      // The worker, the probe, and the reader of the diagnostics, which is there
-                      // before the child.
-                      Moment{"beforeTheConversionHasBegunToStart", Call::thread, 3,
-                             "convert write-output fine\n", "completed", "completed"},
-                      Moment{"whileTheConversionStarts", Call::spawn, 2, "convert block\n",
-                             "cancelled", "waiting"}),
+    InterruptFaults, InterruptPointTest,
+    ::testing::Values(InterruptPoint{"betweenTheProbeAndTheConversion", Call::makeFolder, 1,
+                                     "convert write-output fine\n", "completed", "completed"},
+                      // The threads are the worker, the probe, and the stderr reader, which is
+                      // created before the child.
+                      InterruptPoint{"beforeTheConversionHasBegunToStart", Call::thread, 3,
+                                     "convert write-output fine\n", "completed", "completed"},
+                      InterruptPoint{"whileTheConversionStarts", Call::spawn, 2, "convert block\n",
+                                     "cancelled", "waiting"}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(InterruptFaultTest, changesNothingAtTheEndOfTheConversion) {
-    // The child has exited, and is about to be forgotten by the system; the interrupt has to wait
-    // until it is.
+TEST_F(InterruptFaultTest, changesNothingWhileTheConversionIsReaped) {
+    // The child has exited and is about to be reaped; the interrupt must wait until it is.
     std::thread interrupter;
     const CallHook hook(Call::waitForExit, [this, &interrupter](int count) {
         if (count == 4) {
@@ -141,7 +140,7 @@ TEST_F(InterruptFaultTest, isHarmlessAThousandTimesAtRandomMoments) {
     std::uniform_int_distribution<int> microseconds(0, static_cast<int>(whole.count()));
     int cancelled = 0;
     for (int i = 0; i < 1000; ++i) {
-        // Once more from the start.
+        // Queue both files anew.
         while (!model->jobs().empty()) {
             model->remove(model->jobs().front());
         }
@@ -153,17 +152,17 @@ TEST_F(InterruptFaultTest, isHarmlessAThousandTimesAtRandomMoments) {
         }
         model->cancel();
         ASSERT_TRUE(runUntil([this] { return !model->isConverting(); })) << "seed " << seed;
-        const auto settled = [](const JobState& state) {
+        const auto isExpected = [](const JobState& state) {
             return state.is(JobState::Case::waiting) || state.is(JobState::Case::cancelled) ||
                    state.is(JobState::Case::completed);
         };
         const std::vector<JobState> ends = states();
-        ASSERT_TRUE(std::all_of(ends.begin(), ends.end(), settled))
+        ASSERT_TRUE(std::all_of(ends.begin(), ends.end(), isExpected))
             << outcomeOf(0) << ", " << outcomeOf(1) << ", seed " << seed;
         cancelled += ends[0].is(JobState::Case::cancelled) ? 1 : 0;
     }
     EXPECT_GT(cancelled, 0) << "seed " << seed;
-    std::cout << cancelled << " of 1000 conversions were cut off, seed " << seed << '\n';
+    std::cout << cancelled << " of 1000 conversions were cancelled, seed " << seed << '\n';
 }
 
 } // namespace

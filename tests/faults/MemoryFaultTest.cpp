@@ -7,27 +7,27 @@
 #include <fstream>
 #include <string>
 
-// Too little memory. Not for the sanitizers, which need addresses without end.
+// Out of memory. Not with sanitizers, which need unlimited address space.
 
 namespace kestrel::test {
 namespace {
 
-/// Bytes of addresses that this process uses.
-rlim_t addressesInUse() {
+/// The virtual memory size of this process in bytes.
+rlim_t virtualMemorySize() {
     std::ifstream statm("/proc/self/statm");
     rlim_t pages = 0;
     statm >> pages;
     return pages * static_cast<rlim_t>(::sysconf(_SC_PAGESIZE));
 }
 
-TEST_F(FaultTest, failsTheFileWhoseDiagnosticsAreMoreThanTheMemory) {
+TEST_F(FaultTest, failsTheFileWhoseStderrTakesMoreThanTheMemory) {
     queueScript("convert flood-err 1000000000\nconvert exit 1\n");
     queueHarmless();
-    // In a process of its own, which the limit goes away with.
+    // In a child process, so that the limit ends with it.
     const std::string outcomes = PrivateMounts::run([this] {
-        constexpr rlim_t more = 300'000'000;
-        const rlimit few{addressesInUse() + more, RLIM_INFINITY};
-        if (::setrlimit(RLIMIT_AS, &few) != 0) {
+        constexpr rlim_t headroom = 300'000'000;
+        const rlimit limit{virtualMemorySize() + headroom, RLIM_INFINITY};
+        if (::setrlimit(RLIMIT_AS, &limit) != 0) {
             return std::string("no limit");
         }
         convertAll();

@@ -12,7 +12,7 @@
 #include <tuple>
 #include <vector>
 
-// What ffmpeg can write, and how.
+// Unusual ffmpeg output: floods, overlong lines, invalid bytes and numbers.
 
 namespace kestrel::test {
 namespace {
@@ -24,16 +24,15 @@ using namespace std::string_view_literals;
 
 constexpr std::uint64_t mebibyte = 1024UL * 1024;
 constexpr std::uint64_t flood = 128 * mebibyte;
-/// Diagnostics that are kept whole have to fit into the addresses of a process.
+/// stderr is buffered whole, so it must fit into the address space.
 constexpr std::uint64_t longFlood = sizeof(void*) < sizeof(std::uint64_t) ? flood : 8 * flood;
 
 struct Flood {
     const char* name;
-    /// The command of the stand-in, without the number of bytes behind it.
+    /// The script command, without the byte count that follows it.
     const char* command;
-    /// How many times the bytes may be held in memory at once: what is shown when a conversion
-    /// fails is known only at its end, so its diagnostics are kept whole, and doubled while the
-    /// space for them grows.
+    /// Allowed memory as a multiple of the bytes: stderr is buffered whole, because only the exit
+    /// status decides whether it is shown, and the buffer is held twice while it grows.
     std::uint64_t timesKept;
 
     friend std::ostream& operator<<(std::ostream& out, const Flood& row) { return out << row.name; }
@@ -44,7 +43,7 @@ class FloodTest : public FaultTest,
 
 TEST_P(FloodTest, isReadToItsEndWithBoundedMemory) {
     const auto& [bytesAtFullSpeed, row] = GetParam();
-    // The checks of such a build slow every byte down.
+    // Sanitizers slow down every byte.
     const std::uint64_t bytes = PeakMemory::isBlurred() ? flood / 4 : bytesAtFullSpeed;
     const PeakMemory memory;
     EXPECT_EQ(outcome(row.command + std::to_string(bytes) + "\n" +
@@ -72,7 +71,7 @@ std::string nameOf(const ::testing::TestParamInfo<FloodTest::ParamType>& row) {
 INSTANTIATE_TEST_SUITE_P(OutputFaults, FloodTest, Combine(Values(flood), floods), nameOf);
 INSTANTIATE_TEST_SUITE_P(LongOutputFaults, FloodTest, Combine(Values(longFlood), floods), nameOf);
 
-TEST_F(FaultTest, passesOverAProgressLineOf200Megabytes) {
+TEST_F(FaultTest, skipsAProgressLineOf200Megabytes) {
     const PeakMemory memory;
     EXPECT_EQ(outcome("convert repeat-out 200000000 x\nconvert out \\nprogress=end\\n\n"
                       "convert write-output fine\n"),
@@ -84,7 +83,7 @@ TEST_F(FaultTest, passesOverAProgressLineOf200Megabytes) {
     }
 }
 
-TEST_F(FaultTest, showsAFailureWhoseLastWordsAreOneLineOf200Megabytes) {
+TEST_F(FaultTest, showsAFailureWhoseLastStderrLineHas200Megabytes) {
     const std::size_t length = PeakMemory::isBlurred() ? 20'000'000 : 200'000'000;
     const PeakMemory memory;
     queueScript("convert err first\\n\nconvert repeat-err " + std::to_string(length) +
@@ -98,7 +97,7 @@ TEST_F(FaultTest, showsAFailureWhoseLastWordsAreOneLineOf200Megabytes) {
 }
 
 TEST_F(FaultTest, keepsNoMoreReportsThanTheWindowCanFollow) {
-    // Far more reports than anybody sees, as fast as the pipe takes them.
+    // Far more reports than the window can show, as fast as the pipe takes them.
     const std::uint64_t reports = PeakMemory::isBlurred() ? 50'000 : 500'000;
     const PeakMemory memory;
     EXPECT_EQ(outcome("probe err Duration: 00:00:10.00\\n\nconvert repeat-out " +
@@ -124,7 +123,7 @@ struct OddOutput {
 
 class OddOutputTest : public FaultTest, public ::testing::WithParamInterface<OddOutput> {};
 
-TEST_P(OddOutputTest, isTakenForWhatItIs) {
+TEST_P(OddOutputTest, hasTheExpectedOutcomeAndProgress) {
     std::vector<double> seen;
     QObject::connect(model.get(), &ConverterViewModel::willChange, model.get(), [this, &seen] {
         if (!model->jobs().empty()) {

@@ -10,8 +10,8 @@ namespace kestrel::test {
 
 namespace {
 
-/// Bytes.
-std::size_t statusEntry(const std::string& key) {
+/// A field of /proc/self/status, in bytes.
+std::size_t statusField(const std::string& key) {
     std::ifstream status("/proc/self/status");
     for (std::string word; status >> word;) {
         if (word == key) {
@@ -20,7 +20,7 @@ std::size_t statusEntry(const std::string& key) {
             return kibibytes * 1024;
         }
     }
-    throw std::runtime_error("the system does not tell " + key);
+    throw std::runtime_error("/proc/self/status has no " + key);
 }
 
 } // namespace
@@ -35,16 +35,16 @@ bool PeakMemory::isBlurred() noexcept {
 
 std::size_t PeakMemory::resident() {
     ::malloc_trim(0);
-    return statusEntry("VmRSS:");
+    return statusField("VmRSS:");
 }
 
 PeakMemory::PeakMemory() : before_(resident()) {
-    // Sets the highest back to what it is now.
+    // Resets VmHWM to the current RSS.
     std::ofstream("/proc/self/clear_refs") << "5";
 }
 
 std::size_t PeakMemory::growth() const {
-    const std::size_t peak = statusEntry("VmHWM:");
+    const std::size_t peak = statusField("VmHWM:");
     return peak > before_ ? peak - before_ : 0;
 }
 

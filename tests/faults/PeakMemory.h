@@ -4,18 +4,18 @@
 
 namespace kestrel::test {
 
-/// How far the memory of this process rises while the object lives.
+/// Measures the peak RSS of this process from construction on.
 class PeakMemory {
   public:
-    /// Whether this build keeps freed memory, or shadows of all memory, for its checks.
+    /// Returns true iff this build's sanitizer distorts the RSS (quarantine, shadow memory).
     static bool isBlurred() noexcept;
 
-    /// Bytes of this process that are resident now.
+    /// The current RSS in bytes, after malloc_trim().
     static std::size_t resident();
 
     PeakMemory();
 
-    /// Resident bytes at the highest since the making of the object, beyond those at that time.
+    /// The peak RSS since construction minus the RSS at construction, in bytes.
     std::size_t growth() const;
 
   private:

@@ -6,10 +6,9 @@
 
 namespace kestrel::test {
 
-/// What a test draws its random numbers from: fresh at every run, or KESTREL_SEED of the
-/// environment, to repeat one.
+/// A random seed, or the environment variable KESTREL_SEED, to reproduce a run.
 inline unsigned int randomSeed() {
-    // NOLINTNEXTLINE(concurrency-mt-unsafe): nobody changes the environment meanwhile.
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): no other thread calls setenv().
     const char* const given = std::getenv("KESTREL_SEED");
     return given != nullptr ? static_cast<unsigned int>(std::stoul(given)) : std::random_device()();
 }

@@ -12,21 +12,21 @@
 #include <string>
 #include <vector>
 
-// A long day's work: whatever is left behind by one conversion in a hundred shows.
+// Soak test: shows leaks of as little as one conversion in a hundred.
 
 namespace kestrel::test {
 namespace {
 
-/// What this process holds after so many conversions.
-struct Figures {
+/// What this process uses after that many conversions.
+struct ResourceUsage {
     int conversions = 0;
     ProcessCounts counts;
     std::size_t bytes = 0;
 };
 
-void print(const std::vector<Figures>& figures) {
+void print(const std::vector<ResourceUsage>& usages) {
     std::cout << "conversions  descriptors  threads  KiB\n";
-    for (const Figures& row : figures) {
+    for (const ResourceUsage& row : usages) {
         std::cout << std::setw(11) << row.conversions << std::setw(13) << row.counts.descriptors
                   << std::setw(9) << row.counts.threads << std::setw(9) << row.bytes / 1024 << '\n';
     }
@@ -38,7 +38,7 @@ class SoakTest : public FaultTest {
     static constexpr int interval = 100;
     static constexpr std::size_t queueLength = 20;
 
-    /// Files of which each conversion does something else.
+    /// Writes input files whose scripts succeed, fail, flood or block.
     void writeSources() {
         const std::string probe = "probe err Duration: 00:00:10.00\\n\n";
         const std::string report = "convert out out_time_ms=5000000\\nprogress=continue\\n\n";
@@ -66,25 +66,25 @@ class SoakTest : public FaultTest {
         std::filesystem::remove_all(destination.path());
     }
 
-    /// Counts from now on those that end, in whatever way.
+    /// Counts the conversions that end from now on, whatever their outcome.
     void countConversions() {
         QObject::connect(model.get(), &ConverterViewModel::willChange, model.get(),
-                         [this, wasAtWork = false]() mutable {
+                         [this, wasConverting = false]() mutable {
                              const std::vector<JobState> now = states();
-                             const bool isAtWork =
+                             const bool isConvertingNow =
                                  std::any_of(now.begin(), now.end(), [](const JobState& state) {
                                      return state.is(JobState::Case::converting);
                                  });
-                             if (wasAtWork && !isAtWork) {
+                             if (wasConverting && !isConvertingNow) {
                                  ++conversions;
                              }
-                             wasAtWork = isAtWork;
+                             wasConverting = isConvertingNow;
                          });
     }
 
-    /// The conversions that wait for ever need a cancel, and another where it came during the
-    /// probe; the others get one now and then.
-    void runABatch(std::mt19937& random) {
+    /// Conversions that block need a cancel, and a second one if the first came during the probe;
+    /// the others get one now and then.
+    void runBatch(std::mt19937& random) {
         model->start();
         while (model->isConverting()) {
             std::uniform_int_distribution<int> timeout(1, 60);
@@ -95,14 +95,14 @@ class SoakTest : public FaultTest {
         }
     }
 
-    Figures figuresNow() const {
-        Figures figures;
-        // What a conversion needed may take a moment to go.
+    ResourceUsage currentUsage() const {
+        ResourceUsage usage;
+        // The threads of a conversion may take a moment to end.
         EXPECT_TRUE(runUntil([this] { return ProcessCounts::now().threads <= idleThreads_; }));
-        figures.conversions = conversions;
-        figures.counts = ProcessCounts::now();
-        figures.bytes = PeakMemory::resident();
-        return figures;
+        usage.conversions = conversions;
+        usage.counts = ProcessCounts::now();
+        usage.bytes = PeakMemory::resident();
+        return usage;
     }
 
     int conversions = 0;
@@ -112,31 +112,31 @@ class SoakTest : public FaultTest {
     const std::size_t idleThreads_ = ProcessCounts::now().threads;
 };
 
-TEST_F(SoakTest, holdsNoMoreAfterTwoThousandConversionsThanAfterAHundred) {
+TEST_F(SoakTest, leaksNothingOverTwoThousandConversions) {
     const unsigned int seed = randomSeed();
     std::mt19937 random(seed);
     writeSources();
     chooseDestination();
     countConversions();
-    std::vector<Figures> figures;
+    std::vector<ResourceUsage> usages;
     for (int next = interval; conversions < conversionsInAll;) {
         if (model->completedCount() > queueLength / 2 || model->jobs().empty()) {
             refill();
         }
-        runABatch(random);
+        runBatch(random);
         if (conversions >= next) {
-            figures.push_back(figuresNow());
+            usages.push_back(currentUsage());
             next += interval;
         }
     }
     std::cout << "seed " << seed << ", " << cancels << " cancels\n";
-    print(figures);
-    const Figures& first = figures.front();
-    const Figures& last = figures.back();
+    print(usages);
+    const ResourceUsage& first = usages.front();
+    const ResourceUsage& last = usages.back();
     EXPECT_LE(last.counts.descriptors, first.counts.descriptors) << "seed " << seed;
     EXPECT_LE(last.counts.threads, first.counts.threads) << "seed " << seed;
     if (!PeakMemory::isBlurred()) {
-        // The allocator takes another pool now and then for one more thread.
+        // malloc() may create another arena for a new thread.
         constexpr std::size_t slack = 3UL * 1024 * 1024;
         EXPECT_LE(last.bytes, first.bytes + slack) << "seed " << seed;
     }

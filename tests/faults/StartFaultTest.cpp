@@ -23,7 +23,7 @@ using ::testing::Values;
 
 struct BadProgram {
     const char* name;
-    /// Makes what is to be started at this place.
+    /// Creates the program at `path`.
     void (*make)(const std::string& path);
     const char* reason;
 
@@ -74,10 +74,10 @@ INSTANTIATE_TEST_SUITE_P(
 struct FailingCall {
     const char* name;
     Call call;
-    /// Of the first conversion: the probe starts a thread and a child of its own.
+    /// The number of the call, counted from 1; the probe has its own thread and child.
     int count;
     int error;
-    /// None where the conversion succeeds all the same.
+    /// nullptr if the conversion succeeds anyway.
     const char* reason;
 
     friend std::ostream& operator<<(std::ostream& out, const FailingCall& row) {
@@ -87,7 +87,7 @@ struct FailingCall {
 
 class FailingCallTest : public FaultTest, public ::testing::WithParamInterface<FailingCall> {};
 
-TEST_P(FailingCallTest, costsAtMostTheFileAtWork) {
+TEST_P(FailingCallTest, costsAtMostTheCurrentFile) {
     const FailingCall& row = GetParam();
     const CallHook hook(row.call, CallHook::failing(row.count, row.error));
     const std::string expected = row.reason == nullptr
@@ -115,15 +115,15 @@ INSTANTIATE_TEST_SUITE_P(
            FailingCall{"noProcessForTheProbe", Call::spawn, 1, EAGAIN, nullptr},
            FailingCall{"noProcess", Call::spawn, 2, EAGAIN, tryAgain},
            FailingCall{"noMemoryForAProcess", Call::spawn, 2, ENOMEM, noMemory},
-           FailingCall{"noProcessDescriptorForTheProbe", Call::openProcess, 1, EMFILE, nullptr},
-           FailingCall{"noProcessDescriptor", Call::openProcess, 2, EMFILE, nullptr},
-           FailingCall{"noMemoryForAProcessDescriptor", Call::openProcess, 2, ENOMEM, nullptr},
-           FailingCall{"kernelWithoutProcessDescriptors", Call::openProcess, 2, ENOSYS, nullptr},
+           FailingCall{"noPidfdForTheProbe", Call::openProcess, 1, EMFILE, nullptr},
+           FailingCall{"noPidfd", Call::openProcess, 2, EMFILE, nullptr},
+           FailingCall{"noMemoryForAPidfd", Call::openProcess, 2, ENOMEM, nullptr},
+           FailingCall{"kernelWithoutPidfds", Call::openProcess, 2, ENOSYS, nullptr},
            FailingCall{"noThreadForTheProbe", Call::thread, 2, EAGAIN, nullptr},
            FailingCall{"noThreadForTheDiagnostics", Call::thread, 3, EAGAIN, tryAgain}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(FaultTest, failsTheFileForWhichThereIsNoWorkerAndGoesOn) {
+TEST_F(FaultTest, failsTheFileWithoutAWorkerThreadAndContinues) {
     const CallHook hook(Call::thread, CallHook::failing(1, EAGAIN));
     EXPECT_EQ(outcome("convert touch " + path("started") + "\n"),
               "failed: Resource temporarily unavailable");
@@ -131,7 +131,7 @@ TEST_F(FaultTest, failsTheFileForWhichThereIsNoWorkerAndGoesOn) {
     EXPECT_FALSE(exists("started"));
 }
 
-TEST_F(FaultTest, interruptsAChildOnAKernelWithoutProcessDescriptors) {
+TEST_F(FaultTest, interruptsAChildOnAKernelWithoutPidfds) {
     const CallHook hook(Call::openProcess, [](int) { return ENOSYS; });
     queueScript("convert touch " + path("up") + "\nconvert block\n");
     queueHarmless();
@@ -144,13 +144,13 @@ TEST_F(FaultTest, interruptsAChildOnAKernelWithoutProcessDescriptors) {
     EXPECT_EQ(outcomeOf(1), "waiting");
 }
 
-/// So many descriptors are to be had for this process, and no more, for as long as it lives.
+/// Leaves this process exactly `more` free file descriptors for its lifetime.
 class FewDescriptors {
   public:
     explicit FewDescriptors(rlim_t more) {
         ::getrlimit(RLIMIT_NOFILE, &before_);
-        // The limit is on the number. A descriptor that this process has inherited may have one
-        // among the lowest that are free.
+        // RLIMIT_NOFILE limits the values of descriptors, not their count, and inherited ones may
+        // lie between the lowest free values.
         std::vector<FileDescriptor> lowestFree;
         for (rlim_t i = 0; i <= more; ++i) {
             lowestFree.emplace_back(::open("/dev/null", O_RDONLY | O_CLOEXEC));
@@ -180,7 +180,7 @@ TEST_P(FewDescriptorsTest, failsOnlyWhatCannotBeStarted) {
         model->start();
         ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }));
     }
-    // Two pipes, of which this process keeps two ends, and at the end the process's descriptor.
+    // Two pipes take four descriptors; two of them are kept, and then a pidfd is opened.
     const std::string expected = GetParam() < 4 ? "failed: The program “" CHILD_HELPER
                                                   "” could not be started: Too many open files."
                                                 : "completed";

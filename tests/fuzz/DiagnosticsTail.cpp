@@ -1,4 +1,4 @@
-// The tail of diagnostics: what a plain reference makes of the whole text.
+// diagnosticsTail(): same result as a simple reference implementation.
 
 #include "DiagnosticsParser.h"
 #include "FuzzInput.h"
@@ -17,7 +17,7 @@ namespace {
 
 const std::string replacement = "\xEF\xBF\xBD";
 
-/// How many bytes the well-formed UTF-8 sequence at the start has; 0 where there is none.
+/// Returns the bytes of the well-formed UTF-8 sequence at the start, or 0 if there is none.
 std::size_t sequenceLength(std::string_view text) {
     const auto isWithin = [text](std::size_t i, unsigned char least, unsigned char most) {
         const auto byte = i < text.size() ? static_cast<unsigned char>(text[i]) : 0U;
@@ -45,7 +45,7 @@ std::size_t sequenceLength(std::string_view text) {
     return 0;
 }
 
-/// A replacement character for each byte that is part of no well-formed sequence.
+/// Replaces each byte outside well-formed sequences by a replacement character.
 std::string repaired(std::string_view text) {
     std::string result;
     while (!text.empty()) {
@@ -56,7 +56,7 @@ std::string repaired(std::string_view text) {
     return result;
 }
 
-/// Decoded whole, then cut into lines.
+/// Decodes the whole text, then splits it into lines.
 std::string expectedTail(std::string_view bytes) {
     std::vector<std::string> lines(1);
     for (const char c : repaired(bytes)) {
@@ -75,8 +75,7 @@ std::string expectedTail(std::string_view bytes) {
     return tail;
 }
 
-/// With one replacement character for any number of them in a row: how many stand for a sequence of
-/// several bytes that is cut short is left open.
+/// Collapses runs of replacement characters: how many a truncated sequence becomes is left open.
 std::string collapsed(const std::string& text) {
     const std::string two = replacement + replacement;
     std::string result;

@@ -1,5 +1,4 @@
-// Durations in diagnostics: what the regular expression finds in the whole text, wherever the text
-// is cut.
+// DurationScanner: finds what the regular expression finds in the whole text, for every chunking.
 
 #include "DurationScanner.h"
 #include "FuzzInput.h"

@@ -1,5 +1,5 @@
-// The order of file names: a strict weak order that the sorting keeps to, stable, with case and
-// leading zeros of no account and numbers by their value.
+// sortByFileName(): a stable sort by a strict weak ordering, which ignores case and leading zeros
+// and compares numbers by value.
 
 #include "FileNameOrder.h"
 #include "FuzzInput.h"
@@ -23,7 +23,7 @@ constexpr std::size_t longestName = 255;
 
 using Names = std::vector<std::string>;
 
-/// The lines as names that a file can have.
+/// The lines, as valid file names.
 Names namesIn(std::string_view text) {
     Names names;
     while (!text.empty() && names.size() < mostNames) {
@@ -39,32 +39,32 @@ Names namesIn(std::string_view text) {
     return names;
 }
 
-/// The places that the names had before they were sorted, each in a folder named after its place.
-std::vector<std::size_t> sortedPlaces(const Names& names) {
+/// The original indices of the sorted names; each name is in a folder named after its index.
+std::vector<std::size_t> sortedIndices(const Names& names) {
     std::vector<FileURL> urls;
     for (std::size_t i = 0; i < names.size(); ++i) {
         urls.emplace_back("/" + std::to_string(i) + "/" + names[i]);
     }
     sortByFileName(urls);
     require(urls.size() == names.size(), "sorting neither adds nor drops names");
-    std::vector<std::size_t> places;
+    std::vector<std::size_t> indices;
     for (const FileURL& url : urls) {
-        places.push_back(std::stoul(url.path().substr(1)));
-        require(url.lastPathComponent() == names.at(places.back()), "names stay as they are");
+        indices.push_back(std::stoul(url.path().substr(1)));
+        require(url.lastPathComponent() == names.at(indices.back()), "names stay as they are");
     }
-    return places;
+    return indices;
 }
 
-/// Stable, so the second comes first only where it is less.
+/// The sort is stable, so the second name comes first only if it is less.
 bool isLess(const std::string& a, const std::string& b) {
-    return sortedPlaces({b, a}).front() == 1;
+    return sortedIndices({b, a}).front() == 1;
 }
 
 bool areEquivalent(const std::string& a, const std::string& b) {
     return !isLess(a, b) && !isLess(b, a);
 }
 
-/// Whether each name is less than each.
+/// The result of isLess() for every pair of names.
 class Relation {
   public:
     explicit Relation(const Names& names) : isLess_(names.size()) {
@@ -99,12 +99,12 @@ void checkWeakOrder(const Relation& order, std::size_t count) {
     }
 }
 
-void checkSorted(const Relation& order, const std::vector<std::size_t>& places) {
-    for (std::size_t i = 0; i < places.size(); ++i) {
-        for (std::size_t j = i + 1; j < places.size(); ++j) {
-            require(!order.less(places[j], places[i]),
+void checkSorted(const Relation& order, const std::vector<std::size_t>& indices) {
+    for (std::size_t i = 0; i < indices.size(); ++i) {
+        for (std::size_t j = i + 1; j < indices.size(); ++j) {
+            require(!order.less(indices[j], indices[i]),
                     "no name comes after one that it is less than");
-            require(order.less(places[i], places[j]) || places[i] < places[j],
+            require(order.less(indices[i], indices[j]) || indices[i] < indices[j],
                     "equal names keep their order, and each name comes once");
         }
     }
@@ -126,7 +126,7 @@ std::string significantDigits(const std::string& name) {
 }
 
 void checkNumbers(const std::string& first, const std::string& second) {
-    // The collation cuts longer numbers into several.
+    // The collation splits longer numbers.
     constexpr std::size_t mostDigits = 200;
     const std::string a = significantDigits(first);
     const std::string b = significantDigits(second);
@@ -148,7 +148,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const Names names = namesIn(FuzzInput(data, size).bytes());
     const Relation order(names);
     checkWeakOrder(order, names.size());
-    checkSorted(order, sortedPlaces(names));
+    checkSorted(order, sortedIndices(names));
     if (!names.empty()) {
         require(areEquivalent(names.front(), inUpperCase(names.front())), "case does not count");
         checkNumbers(names.front(), names.back());

@@ -1,5 +1,5 @@
-// Locations: the identities between taking paths apart, putting them together and standardizing
-// them. The input is a path, a component and an extension, a NUL byte between each.
+// FileURL: identities between splitting, joining and standardizing paths. The input is a path, a
+// component and an extension, separated by NUL bytes.
 
 #include "FileURL.h"
 #include "FuzzInput.h"
@@ -20,7 +20,7 @@ bool isOneComponent(std::string_view text) {
     return !text.empty() && text.find('/') == std::string_view::npos;
 }
 
-/// By a stack of components.
+/// Standardizes with a stack of components.
 std::string expectedStandard(const std::string& path) {
     std::vector<std::string> components;
     std::string component;
@@ -119,7 +119,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         }
     }
     parts.resize(3);
-    // Without a slash it is no path by the contract.
+    // FileURL requires an absolute path.
     const std::string path = "/" + parts[0];
     const FileURL url(path);
     checkPath(url, path);

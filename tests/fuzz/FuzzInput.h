@@ -7,23 +7,23 @@
 
 namespace kestrel {
 
-/// What the fuzzer hands over: a text, and its last byte as a choice of the harness's, for example
-/// of where the text is cut. Valid as long as the bytes.
+/// A view of a fuzz input: a text, and the last byte as a parameter of the harness, for example the
+/// seed of the chunking. The bytes must outlive it.
 class FuzzInput {
   public:
     FuzzInput(const std::uint8_t* data, std::size_t size);
 
-    /// All bytes, the choice among them.
+    /// All bytes, including the choice.
     std::string_view bytes() const noexcept { return bytes_; }
 
-    /// All but the choice.
+    /// All bytes but the choice.
     std::string_view text() const noexcept;
 
-    /// 0 where there is none.
+    /// The last byte; 0 if the input is empty.
     std::uint8_t choice() const noexcept;
 
-    /// The text. Where the choice is 128 or more, each of the first two bytes 0xFF is replaced by a
-    /// run of the character, so that a short input reaches the limits of long texts.
+    /// The text. If the choice is 128 or more, the first two bytes 0xFF each become `length` times
+    /// `character`, so that a short input reaches length limits.
     std::string textWithRuns(char character, std::size_t length) const;
 
   private:

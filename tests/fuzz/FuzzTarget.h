@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-/// One input for the target that the program is made of: returns 0, or aborts where a property does
-/// not hold. Called by the fuzzer, and by the replay of a corpus in the builds without one.
-// NOLINTNEXTLINE(readability-identifier-naming): the fuzzer asks for this name.
+/// Runs the target on one input. Returns 0; aborts if a property does not hold. Called by
+/// libFuzzer, or by Replay.cpp in builds without it.
+// NOLINTNEXTLINE(readability-identifier-naming): libFuzzer requires this name.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);

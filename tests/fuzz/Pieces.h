@@ -9,13 +9,13 @@
 
 namespace kestrel {
 
-/// The text in pieces of 0 to some bytes each, at most 2 to 5000 as the seed decides; those of a
-/// long text are long.
+/// Splits the text into chunks of random length. The seed selects the maximum, 2 to 5000 bytes; it
+/// is 5000 for texts over 4096 bytes.
 inline std::vector<std::string_view> pieces(std::string_view text, std::uint8_t seed) {
     constexpr std::array<std::size_t, 4> lengths = {2, 7, 40, 5000};
     const std::size_t longest =
         text.size() > 4096 ? lengths.back() : lengths[seed % lengths.size()];
-    // A fixed seed cuts the same input at the same places in every run.
+    // Reproducible: the same input and seed give the same chunks.
     std::minstd_rand random(seed + 1U);
     std::vector<std::string_view> result;
     while (!text.empty()) {
@@ -26,7 +26,7 @@ inline std::vector<std::string_view> pieces(std::string_view text, std::uint8_t 
     return result;
 }
 
-/// The text byte by byte.
+/// Splits the text into single bytes.
 inline std::vector<std::string_view> singleBytes(std::string_view text) {
     std::vector<std::string_view> result;
     for (; !text.empty(); text.remove_prefix(1)) {

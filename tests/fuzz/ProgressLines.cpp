@@ -1,5 +1,5 @@
-// Progress reports: the lines and the fractions that they tell are those of a plain reference,
-// wherever the stream is cut.
+// LineSplitter and progressFraction: same lines and fractions as a simple reference implementation,
+// for every chunking.
 
 #include "FuzzInput.h"
 #include "FuzzTarget.h"
@@ -35,7 +35,7 @@ Lines linesOf(const std::vector<std::string_view>& pieces) {
     return lines;
 }
 
-/// Every end of a line made LF, then cut there.
+/// Normalises line endings to LF, then splits.
 Lines expectedLines(const std::string& text) {
     std::string unified = text;
     for (std::size_t at = 0; (at = unified.find("\r\n", at)) != std::string::npos;) {
@@ -62,7 +62,7 @@ std::size_t digitsAt(const std::string& text, std::size_t start) {
     return std::min(end, text.size()) - std::min(start, text.size());
 }
 
-/// A decimal number, with an exponent or without: no blank, no plus sign, no other base.
+/// A decimal number with an optional exponent; no whitespace, no plus sign, no other base.
 bool isDecimal(const std::string& text) {
     std::size_t at = text.starts_with('-') ? 1 : 0;
     std::size_t digits = digitsAt(text, at);
@@ -89,8 +89,8 @@ bool isDecimal(const std::string& text) {
     return at == text.size();
 }
 
-/// The length of the input in seconds: what a probe may find, down to the least and up to the most
-/// that a number can be, and what it never finds.
+/// A duration in seconds: what a probe may return, down to the smallest and up to the largest
+/// double, and what it never returns.
 double durationFor(std::uint8_t choice) {
     using Limits = std::numeric_limits<double>;
     constexpr std::array<double, 10> durations = {
@@ -116,9 +116,9 @@ void checkFraction(const std::string& line, double duration) {
     if (line.starts_with(key)) {
         checkTime(line.substr(key.size()), duration, fraction);
     } else if (line == "progress=end") {
-        require(fraction == 1.0, "the end is 1");
+        require(fraction == 1.0, "progress=end gives 1");
     } else {
-        require(!fraction, "other lines tell nothing");
+        require(!fraction, "other lines have no fraction");
     }
     if (fraction) {
         require(!std::isnan(*fraction), "a fraction is a number");
@@ -136,7 +136,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const FuzzInput input(data, size);
     const std::string text = input.textWithRuns('0', LineSplitter::maximumLineLength - 16);
     const Lines lines = linesOf({text});
-    require(lines == expectedLines(text), "the lines are those between the ends of lines");
+    require(lines == expectedLines(text), "lines are split at line endings");
     require(linesOf(pieces(text, input.choice())) == lines, "pieces give the same lines");
     if (text.size() <= mostSingleBytes) {
         require(linesOf(singleBytes(text)) == lines, "single bytes give the same lines");

@@ -5,7 +5,7 @@
 
 namespace kestrel {
 
-/// Prints the property and aborts where it does not hold.
+/// Prints the property to stderr and aborts unless it holds.
 inline void require(bool holds, const char* property) {
     if (!holds) {
         static_cast<void>(std::fprintf(stderr, "Does not hold: %s\n", property));

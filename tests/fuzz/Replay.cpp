@@ -1,5 +1,5 @@
-// Stands in for the fuzzer where the compiler brings none: runs the target once with every file of
-// the folders that it is given. Fails where there is no file.
+// Replaces libFuzzer for compilers without it: runs the target once on each file in the given
+// folders. Fails if there is no file.
 
 #include "FuzzTarget.h"
 
@@ -35,7 +35,7 @@ int main(int argc, char** argv) {
     std::size_t count = 0;
     for (int i = 1; i < argc; ++i) {
         for (const std::filesystem::path& file : filesIn(argv[i])) {
-            // Said before, so that the last one said is the one that fails.
+            // Printed first, so that the last name printed is the input that failed.
             std::cout << file.filename().native() << std::endl;
             const std::vector<std::uint8_t> bytes = contents(file);
             static_cast<void>(LLVMFuzzerTestOneInput(bytes.data(), bytes.size()));

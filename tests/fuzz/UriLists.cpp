@@ -1,5 +1,5 @@
-// Lists of dropped URIs: their items and locations are those of a plain reference, and every
-// location comes back from its URI.
+// text/uri-list parsing: same items and locations as a simple reference implementation, and every
+// location survives the round trip through its URI.
 
 #include "DroppedItem.h"
 #include "FileUriConversion.h"
@@ -34,8 +34,7 @@ const std::string& ownHostName() {
     return name;
 }
 
-/// The text with the machine's own name for each byte 1, as no file can spell that name for all
-/// machines.
+/// Replaces each byte 1 by the own host name, which no corpus file can contain for every host.
 std::string withOwnHostName(std::string_view text) {
     std::string result;
     for (const char c : text) {
@@ -78,7 +77,7 @@ std::string decoded(const std::string& text) {
     return result;
 }
 
-/// Of a URI with the file scheme.
+/// Requires: the URI has the file scheme.
 std::optional<FileURL> expectedLocation(std::string uri) {
     uri.erase(0, std::string("file:").size());
     if (uri.starts_with("//")) {

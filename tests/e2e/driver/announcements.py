@@ -6,15 +6,15 @@ from driver.waiting import wait_equal
 
 
 class Announcements:
-    """Listens from now on; the texts come in while something is waited for."""
+    """Records announcements from construction on; events are delivered while a wait runs the main context."""
 
     def __init__(self):
         self.texts = []
-        # Kept: the listener ends with its last reference.
-        self._listener = Atspi.EventListener.new(self._take)
+        # Held: AT-SPI drops a listener with its last reference.
+        self._listener = Atspi.EventListener.new(self._record)
         self._listener.register("object:state-changed:showing")
 
-    def _take(self, event):
+    def _record(self, event):
         if event.detail1 and event.source and event.source.get_role() == Role.NOTIFICATION:
             self.texts.append(tree.name_of(event.source))
 

@@ -1,4 +1,4 @@
-"""A Wayland desktop that nobody sees."""
+"""A headless Wayland compositor."""
 
 import os
 import pathlib
@@ -8,8 +8,8 @@ from driver import processes
 from driver.waiting import wait_for
 
 NAME = "kestrel-e2e"
-# With these, a program finds no other display. The compositor has no keyboard, and the input method for
-# Wayland of Qt 6.4, unlike that of Qt 6.8 and 6.11, crashes without one: it is replaced by Qt's plain one.
+# With these, a program finds no other display. The compositor has no keyboard, without which the Wayland input
+# context of Qt 6.4 crashes, unlike those of Qt 6.8 and 6.11; Qt's compose input context replaces it.
 ENVIRONMENT = {
     "QT_QPA_PLATFORM": "wayland",
     "WAYLAND_DISPLAY": NAME,
@@ -19,7 +19,7 @@ ENVIRONMENT = {
 
 
 class Compositor:
-    """Started at once. `kill` ends it."""
+    """Starts weston on construction; `kill` ends it."""
 
     def __init__(self, session, width=1400, height=900):
         log = session.folder / "compositor.log"
@@ -36,6 +36,6 @@ class Compositor:
         if self.process.poll() is None:
             self.process.terminate()
         self.process.wait()
-        # Orphans come to this process.
+        # Orphans are reparented to this process, which must reap them.
         for pid in own:
             os.waitpid(pid, 0)

@@ -1,4 +1,4 @@
-"""Parts of a desktop that are not on the display."""
+"""D-Bus services of a desktop."""
 
 from gi.repository import Gio
 
@@ -15,15 +15,15 @@ _INTERFACE = """
 
 
 class FileManager:
-    """The file manager on this desktop's bus, from now on. It answers while conditions are waited for."""
+    """A fake file manager on the session bus. It handles calls only while a wait runs the GLib main context."""
 
     def __init__(self):
         self.shown = []
         self._bus = Gio.bus_get_sync(Gio.BusType.SESSION)
         interface = Gio.DBusNodeInfo.new_for_xml(_INTERFACE).interfaces[0]
-        self._bus.register_object("/org/freedesktop/FileManager1", interface, self._answer)
+        self._bus.register_object("/org/freedesktop/FileManager1", interface, self._handle_call)
         Gio.bus_own_name_on_connection(self._bus, interface.name, Gio.BusNameOwnerFlags.NONE)
 
-    def _answer(self, bus, sender, path, interface, method, arguments, invocation):
+    def _handle_call(self, bus, sender, path, interface, method, arguments, invocation):
         self.shown.append(arguments[0])
         invocation.return_value(None)

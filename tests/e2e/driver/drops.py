@@ -1,17 +1,17 @@
-"""Drags from another program."""
+"""Drag and drop (XDND) from another program."""
 
 import itertools
 import os
 import subprocess
 
 from driver import input, tree
-from driver.waiting import SECONDS, Unmet, expect_equal, wait_for
+from driver.waiting import TIMEOUT, Unmet, expect_equal, wait_for
 
-# In the source's window.
-GRIP = (30, 30)
+# A point of the drag source's window, on the screen.
+DRAG_START = (30, 30)
 ANSWERS = ("takes", "declines")
-# As often as that an answer is looked for before the hand moves.
-STILL = 25
+# Polls without an answer before the pointer is nudged.
+POLLS_PER_NUDGE = 25
 
 
 def drop_files(session, node, *paths):
@@ -22,84 +22,84 @@ def drop_files(session, node, *paths):
 
 
 class DragSource:
-    """A window to drag things out of, such as paths as text or bytes. `kill` ends it."""
+    """The drag source program, with "files" (paths, str or bytes) or "text" as its kind. `kill` ends it."""
 
     def __init__(self, session, kind, *items):
         self.process = subprocess.Popen([session.options.drag_source, f"--{kind}", *items],
                                         stdin=subprocess.PIPE, stdout=subprocess.PIPE)
         os.set_blocking(self.process.stdout.fileno(), False)
         self._unread = []
-        self._part = b""
-        self._place = GRIP
+        self._partial_line = b""
+        self._position = DRAG_START
         session.helpers.append(self)
-        expect_equal("drag source", self._next_word(), "ready")
+        expect_equal("drag source", self._next_line(), "ready")
 
     def _read(self):
-        """Everything that the source has said and nobody has taken."""
+        """Reads stdout without blocking; returns the lines not yet consumed."""
         try:
-            said = os.read(self.process.stdout.fileno(), 65536)
+            data = os.read(self.process.stdout.fileno(), 65536)
         except BlockingIOError:
             return self._unread
-        if not said:
+        if not data:
             raise Unmet("the drag source has ended")
-        *lines, self._part = (self._part + said).split(b"\n")
+        *lines, self._partial_line = (self._partial_line + data).split(b"\n")
         self._unread += [line.decode() for line in lines]
         return self._unread
 
-    def _next_word(self, seconds=SECONDS):
-        wait_for("word of the drag source", self._read, seconds)
+    def _next_line(self, seconds=TIMEOUT):
+        wait_for("line from the drag source", self._read, seconds)
         return self._unread.pop(0)
 
     def drag_to(self, *points):
-        """Takes hold, and goes to the last of the points by way of the others."""
+        """Starts a drag and moves to the last point by way of the others; the button stays down."""
         self._read().clear()
-        input.drag(GRIP, points[-1], points[:-1])
-        self._place = points[-1]
+        input.drag(DRAG_START, points[-1], points[:-1])
+        self._position = points[-1]
 
     def move_to(self, *points):
-        """Goes on with what it has hold of."""
+        """Continues the drag by way of the points."""
         self._read().clear()
         for point in points:
             input.move_to(*point)
-        self._place = points[-1]
+        self._position = points[-1]
 
     def await_answer(self, expected):
-        """Waits until the window that was moved to says "takes" or "declines", and it is that."""
-        self._await_word(expected)
-        # A drag begins where the pointer is by then, and goes back to each step of its way from there. Only
-        # the answer to a further step is the last one.
+        """Waits until the window under the pointer answers `expected`: "takes" or "declines"."""
+        self._await_line(expected)
+        # QDrag starts at the current pointer position and then handles the queued motion events. Only the
+        # answer to a later motion is the final one.
         self._read().clear()
         self._nudge()
-        self._await_word(expected)
+        self._await_line(expected)
 
     def _nudge(self):
-        x, y = self._place
+        x, y = self._position
         input.move_to(x + 1, y)
         input.move_to(x, y)
 
-    def _await_word(self, expected):
+    def _await_line(self, expected):
         tries = itertools.count(1)
 
-        def is_said():
+        def is_received():
             if expected in self._read():
                 return True
-            # A hand is never still, and a program that is slow to begin a drag knows of it by that alone.
-            if next(tries) % STILL == 0:
+            # A source that is slow to start the drag needs further motion, which a hand always makes.
+            if next(tries) % POLLS_PER_NUDGE == 0:
                 self._nudge()
             return False
 
-        wait_for(f'answer "{expected}"', is_said)
+        wait_for(f'answer "{expected}"', is_received)
 
-    def drop(self, seconds=SECONDS):
-        """Lets go; how the other program took it."""
+    def drop(self, seconds=TIMEOUT):
+        """Releases the button; returns "copied", "moved" or "refused"."""
         input.release()
         while True:
-            word = self._next_word(seconds)
-            if word not in ANSWERS:
-                return word
+            line = self._next_line(seconds)
+            if line not in ANSWERS:
+                return line
 
     def drop_onto(self, *points):
-        """Drags by way of the points onto the last one, and drops when the window there takes it."""
+        """Drags to the last point by way of the others, and drops once the window there accepts."""
         self.drag_to(*points)
         self.await_answer("takes")
         expect_equal("answer to the drop", self.drop(), "copied")
@@ -107,9 +107,9 @@ class DragSource:
     def close(self):
         self.process.stdin.close()
         self.process.wait(20)
-        # The display learns of it later than this process does.
+        # The X server closes the window after the process has exited.
         wait_for("end of the drag source's window",
-                 lambda: (input.keyboard_window() or [None])[0] not in (None, self.process.pid))
+                 lambda: (input.focused_window() or [None])[0] not in (None, self.process.pid))
 
     def kill(self):
         if self.process.poll() is None:

@@ -24,28 +24,28 @@ def _property(window, name):
     return value.value if value else None
 
 
-def keyboard_window():
-    """The process and the title of the window that has the keyboard; None while there is none, or the window
-    manager is about to move it."""
+def focused_window():
+    """The pid and title of the window with the keyboard focus; None if there is none, or while the window
+    manager moves it."""
     active = _property(_display().screen().root, "_NET_ACTIVE_WINDOW")
     focused = _display().get_input_focus().focus
     if active is None or isinstance(focused, int) or active[0] != focused.id:
         return None
     try:
         owner, title = _property(focused, "_NET_WM_PID"), _property(focused, "_NET_WM_NAME")
-    except error.BadWindow:  # It has just gone.
+    except error.BadWindow:  # It was just destroyed.
         return None
     return (owner[0], title.decode()) if owner and title else None
 
 
-def await_keyboard(pid=None):
-    """Waits until a window has the keyboard, one of that process if one is named."""
+def await_keyboard_focus(pid=None):
+    """Waits until a window, of `pid` if given, has the keyboard focus."""
 
-    def is_there():
-        window = keyboard_window()
+    def has_focus():
+        window = focused_window()
         return window is not None and pid in (None, window[0])
 
-    wait_for("window with the keyboard", is_there)
+    wait_for("window with the keyboard focus", has_focus)
 
 
 def key(*combinations):
@@ -58,23 +58,23 @@ def type_text(text):
 
 
 def move_to(x, y):
-    # As a mouse does it: while the window manager looks at a click, what comes after it waits too. To
-    # put the pointer somewhere would move that click.
+    # As a mouse does it: motion events are queued behind a click that the window manager has grabbed.
+    # Warping the pointer would move that click.
     xtest.fake_input(_display(), X.MotionNotify, x=x, y=y)
     _display().sync()
 
 
 def click(node, button=1):
-    await_keyboard()
+    await_keyboard_focus()
     move_to(*tree.middle(node))
     xdotool("click", button)
 
 
 def drag(start, end, between=()):
-    """Presses at a point, moves to another by way of others, and stays there with the button down."""
+    """Presses at `start` and moves to `end` by way of `between`; the button stays down."""
     move_to(*start)
     xdotool("mousedown", 1)
-    # The first steps are the way after which a press becomes a drag.
+    # Small steps past the drag threshold.
     x, y = start
     for step in (4, 8, 12, 16):
         move_to(x + step, y + step)

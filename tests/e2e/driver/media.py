@@ -1,4 +1,4 @@
-"""Audio files: made, described, compared."""
+"""Makes, probes and decodes audio files."""
 
 import json
 import os
@@ -11,7 +11,7 @@ def _run(*command):
 
 
 def make_track(path, seconds=1.0, frequency=440):
-    """A real Opus file. The path may be bytes, and its folders are made."""
+    """Makes a real Opus file of a sine wave, and its parent folders; the path may be bytes."""
     os.makedirs(os.path.dirname(path), exist_ok=True)
     _run("ffmpeg", "-nostdin", "-loglevel", "error", "-y", "-f", "lavfi",
          "-i", f"sine=frequency={frequency}:duration={seconds}:sample_rate=48000", "-ac", "2",
@@ -20,7 +20,7 @@ def make_track(path, seconds=1.0, frequency=440):
 
 
 def make_long_track(path, hours):
-    """A real Opus file that takes its time to be converted: the same minute over and over."""
+    """Makes a real Opus file that takes long to convert: one minute, repeated."""
     minute = make_track(f"{path}.minute", seconds=60)
     _run("ffmpeg", "-nostdin", "-loglevel", "error", "-stream_loop", str(60 * hours - 1),
          "-i", minute, "-c", "copy", "-f", "ogg", path)
@@ -29,7 +29,7 @@ def make_long_track(path, hours):
 
 
 def describe(path):
-    """Codec, sample format and length in seconds of the first audio stream."""
+    """Returns codec and sample format of the first audio stream, and the duration in seconds."""
     found = json.loads(_run("ffprobe", "-loglevel", "error", "-select_streams", "a:0",
                             "-show_entries", "stream=codec_name,sample_fmt:format=duration",
                             "-of", "json", path))
@@ -38,6 +38,6 @@ def describe(path):
 
 
 def samples(path, codec):
-    """What the file sounds like, as raw samples of a codec such as pcm_s16le."""
+    """Decodes the first audio stream to raw samples of a codec such as pcm_s16le."""
     return _run("ffmpeg", "-nostdin", "-loglevel", "error", "-i", path, "-map", "0:a:0",
                 "-c:a", codec, "-f", codec.removeprefix("pcm_"), "-")

@@ -1,4 +1,4 @@
-"""The processes that a scenario starts, down to the last grandchild."""
+"""The processes that a scenario starts, all descendants included."""
 
 import ctypes
 import os
@@ -8,13 +8,13 @@ PR_SET_CHILD_SUBREAPER = 36
 
 
 def adopt_orphans():
-    """Makes what the program leaves behind a child of this process, where it can be seen."""
+    """Makes this process the subreaper: orphans of the program become its children."""
     if ctypes.CDLL(None, use_errno=True).prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0) != 0:
         raise OSError(ctypes.get_errno(), "prctl")
 
 
 def children(pid):
-    """The children of a process, the dead that nobody has fetched included."""
+    """The pids of a process's children, zombies included."""
     found = []
     for file in pathlib.Path(f"/proc/{pid}/task").glob("*/children"):
         try:
@@ -24,10 +24,10 @@ def children(pid):
     return found
 
 
-def fetch_dead(but):
-    """Takes leave of the adopted children that have ended, as the first process does."""
+def reap_zombies(except_for):
+    """Reaps the adopted children that have exited, as init does."""
     for pid in children(os.getpid()):
-        if pid not in but and not is_running(pid):
+        if pid not in except_for and not is_running(pid):
             os.waitpid(pid, 0)
 
 

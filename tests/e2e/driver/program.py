@@ -1,4 +1,4 @@
-"""One run of the program, with everything that can be seen and done from outside."""
+"""One running instance of the program, driven through AT-SPI, keyboard and mouse."""
 
 import dataclasses
 import os
@@ -9,7 +9,7 @@ from gi.repository import GLib
 
 from driver import input, processes, tree
 from driver.tree import Atspi, Role, State
-from driver.waiting import SECONDS, Unmet, wait_equal, wait_for
+from driver.waiting import TIMEOUT, Unmet, wait_equal, wait_for
 
 FILES_PANEL = ("Choose Opus audio to convert", "Add Audio")
 FOLDERS_PANEL = ("Choose a folder of Opus audio", "Add Folder")
@@ -18,7 +18,7 @@ DESTINATION_PANEL = ("Choose output folder", "Choose")
 
 @dataclasses.dataclass
 class Row:
-    """A row of the queue as it is read out."""
+    """A row of the queue, parsed from its accessible name and description."""
 
     node: object
     name: str
@@ -30,17 +30,17 @@ class Row:
     @classmethod
     def of(cls, node):
         STATES = ["Ready", "Converting", "Complete", "Cancelled", "Failed"]
-        sentence = tree.name_of(node)
+        label = tree.name_of(node)
         for state in STATES:
-            head, comma, tail = sentence.partition(f", {state}")
+            head, comma, tail = label.partition(f", {state}")
             if comma and (tail == "" or tail.startswith(", ")):
                 name, _, folder = head.rpartition(", in ")
                 return cls(node, name, folder, state, tail[2:], node.get_description())
-        raise Unmet(f'a row reads "{sentence}"')
+        raise Unmet(f'a row reads "{label}"')
 
 
 class Program:
-    """Started at once. `quit` or `kill` ends it."""
+    """Starts the program on construction; `quit` or `kill` ends it."""
 
     def __init__(self, command, environment, log, stdin=subprocess.DEVNULL):
         self.process = subprocess.Popen(command, env=environment, stdin=stdin, stdout=log, stderr=log)
@@ -49,7 +49,7 @@ class Program:
     # Finding
 
     def windows(self):
-        """The windows on the display, the program's own and its panels."""
+        """The visible windows of the program, alerts and panels included."""
         if self.process.poll() is not None:
             raise Unmet(f"the program has ended, status {self.process.returncode}")
         desktop = Atspi.get_desktop(0)
@@ -65,14 +65,14 @@ class Program:
         return next((w for w in self.windows() if tree.name_of(w) == title), None)
 
     def window(self, title="Kestrel"):
-        """The window of that title, once it is on the display."""
+        """Waits for the window with this title; returns it."""
         return wait_for(f'window "{title}"', lambda: self.find_window(title))
 
     def await_no_window(self, title):
-        """Waits until there is no such window, for the window system too."""
+        """Waits until the window is gone from the accessibility tree and does not have the X11 focus."""
 
         def has_gone():
-            window = input.keyboard_window()
+            window = input.focused_window()
             return self.find_window(title) is None and (window is None or window[1] != title)
 
         wait_for(f'end of window "{title}"', has_gone)
@@ -81,7 +81,7 @@ class Program:
         return tree.find(self.window(), roles, name, hidden)
 
     def button(self, name):
-        """The button, once it is there and can be pressed."""
+        """Waits until the button is visible and enabled; returns it."""
 
         def found():
             button = self.find(tree.BUTTONS, name)
@@ -89,14 +89,14 @@ class Program:
 
         return wait_for(f'button "{name}"', found)
 
-    def await_choice(self, name):
-        """Waits until the button is the one chosen of its group."""
+    def await_checked(self, name):
+        """Waits until the button is checked."""
         button = self.button(name)
 
-        def is_chosen():
+        def is_checked():
             return tree.has_state(button, State.CHECKED)
 
-        wait_for(f'choice of "{name}"', is_chosen)
+        wait_for(f'checked button "{name}"', is_checked)
 
     def has_button(self, name):
         return self.find(tree.BUTTONS, name) is not None
@@ -108,7 +108,7 @@ class Program:
         wait_for(f'text "{text}"', lambda: self.has_text(text))
 
     def destination_button(self):
-        """The button in the footer that shows where the files go."""
+        """The footer's button, which shows the output folder."""
 
         def found():
             for node in tree.descendants(self.window()):
@@ -119,11 +119,11 @@ class Program:
         return wait_for("destination button", found)
 
     def alert(self):
-        """The message that is shown over the window, if there is one."""
+        """The open alert, or None."""
         return next((window for window in self.windows() if window.get_role() == Role.ALERT), None)
 
     def await_alert(self, text, has_keyboard=True):
-        """The message, once it reads so and has the keyboard, where the display has one."""
+        """Waits for the alert with this text and, if the display has a keyboard, for its focus."""
 
         def found():
             alert = self.alert()
@@ -132,15 +132,15 @@ class Program:
             button = tree.find(alert, tree.BUTTONS, "OK")
             return alert if not has_keyboard or tree.has_state(button, State.FOCUSED) else None
 
-        return wait_for(f'message "{text}"', found)
+        return wait_for(f'alert "{text}"', found)
 
     def await_no_alert(self):
-        wait_for("end of the message", lambda: self.alert() is None)
+        wait_for("end of the alert", lambda: self.alert() is None)
 
     # The queue
 
     def rows(self):
-        """The rows that are in sight, in the order of the queue."""
+        """The visible rows, in queue order."""
         items = tree.find(self.window(), Role.LIST)
         if items is None:
             return []
@@ -156,14 +156,14 @@ class Program:
     def names(self):
         return [row.name for row in self.rows()]
 
-    def await_states(self, expected, seconds=SECONDS):
+    def await_states(self, expected, seconds=TIMEOUT):
         wait_equal("states of the rows", self.states, expected, seconds)
 
-    def await_names(self, expected, seconds=SECONDS):
+    def await_names(self, expected, seconds=TIMEOUT):
         wait_equal("names in the queue", self.names, expected, seconds)
 
     def await_rows(self, expected):
-        """Waits until as many rows as are in sight are those expected: names and positions."""
+        """Waits until the `n` visible rows, as (name, position), are `expected(n)`."""
         seen = []
 
         def is_expected():
@@ -171,18 +171,18 @@ class Program:
             return seen and seen == expected(len(seen))
 
         try:
-            wait_for("rows in sight", is_expected)
+            wait_for("visible rows", is_expected)
         except Unmet as unmet:
             raise Unmet(f"{unmet}; got {seen}") from None
 
     def progress(self):
-        """The fractions that progress bars show, from top to bottom."""
+        """The fractions of the visible progress bars, from top to bottom."""
         bars = [node for node in tree.descendants(self.window())
                 if node.get_role() == Role.PROGRESS_BAR]
         return [bar.get_current_value() / (bar.get_maximum_value() or 1) for bar in bars]
 
     def await_progress(self):
-        """Waits until the file at work is between its start and its end."""
+        """Waits until the converting file's bar, the last one, is strictly between 0 and 1."""
 
         def is_between():
             fractions = self.progress()
@@ -190,31 +190,31 @@ class Program:
 
         wait_for("progress", is_between)
 
-    # Doing
+    # Actions
 
     def press(self, name):
-        """As assistive technology presses a button."""
+        """Presses the button through AT-SPI."""
         tree.act(self.button(name), "Press", "Toggle")
 
     def click(self, name):
         input.click(self.button(name))
 
     def key(self, *combinations):
-        """Presses keys one after the other, once a window of the program has the keyboard."""
-        input.await_keyboard(self.pid)
+        """Presses keys one after the other, once a window of the program has the keyboard focus."""
+        input.await_keyboard_focus(self.pid)
         input.key(*combinations)
 
     def type_text(self, text):
-        input.await_keyboard(self.pid)
+        input.await_keyboard_focus(self.pid)
         input.type_text(text)
 
     def command(self, name):
-        """Gives a command of the menu, as assistive technology does."""
+        """Triggers a menu item through AT-SPI."""
         item = wait_for(f'command "{name}"', lambda: self.find(Role.MENU_ITEM, name, hidden=True))
         tree.act(item, "Press")
 
     def fill_panel(self, panel, *paths):
-        """Types the paths into the panel that is open or about to open, and confirms."""
+        """Waits for the panel, enters the paths through AT-SPI and confirms."""
         title, prompt = panel
         window = self.window(title)
         field = wait_for(f'field of "{title}"', lambda: tree.find(window, Role.TEXT))
@@ -236,41 +236,41 @@ class Program:
         tree.act(self.destination_button(), "Press")
         self.fill_panel(DESTINATION_PANEL, path)
 
-    def listed_bit_depth(self, depth):
-        """The item of the open list; None while the list is closed."""
+    def bit_depth_item(self, depth):
+        """The item in the combo box's popup; None while that is closed."""
         return next((item for window in self.windows()
                      for item in [tree.find(window, Role.LIST_ITEM, depth)] if item), None)
 
-    def open_bit_depths(self, depth):
-        """Opens the list by mouse; the item of that depth."""
+    def open_bit_depth_popup(self, depth):
+        """Opens the combo box's popup by mouse; returns its item."""
         picker = wait_for("bit depth", lambda: self.find(Role.COMBO_BOX))
-        wait_for("a bit depth that can be picked", lambda: tree.is_enabled(picker))
+        wait_for("enabled bit depth", lambda: tree.is_enabled(picker))
 
-        def open_list():
-            # A click that takes long is one that opens the list and picks what was picked already.
+        def open_popup():
+            # The release of a slow click picks the current item and closes the popup again.
             input.click(picker)
             try:
-                return wait_for(f'item "{depth}"', lambda: self.listed_bit_depth(depth), seconds=2)
+                return wait_for(f'item "{depth}"', lambda: self.bit_depth_item(depth), seconds=2)
             except Unmet:
                 return None
 
-        return wait_for("open list", open_list)
+        return wait_for("open popup", open_popup)
 
     def pick_bit_depth(self, depth):
-        """From the list that the mouse opens."""
+        """Picks it from the popup, by mouse."""
         picker = wait_for("bit depth", lambda: self.find(Role.COMBO_BOX))
         if tree.name_of(picker) != depth:
-            input.click(self.open_bit_depths(depth))
+            input.click(self.open_bit_depth_popup(depth))
             wait_for(f"bit depth {depth}", lambda: self.find(Role.COMBO_BOX, depth))
 
     def convert(self, destination, *files):
-        """Queues the files, chooses the folder for what is made of them, and starts."""
+        """Queues the files, chooses the output folder and starts the batch."""
         self.add_files(*files)
         self.choose_destination(destination)
         self.press("Convert 1 File" if len(files) == 1 else f"Convert {len(files)} Files")
 
     def focus(self):
-        """What has the keyboard focus, in the window or a panel: the innermost that claims it."""
+        """The accessible with the keyboard focus in any window, the innermost if several claim it, or None."""
         focused = None
         for window in self.windows():
             for node in tree.descendants(window):
@@ -283,22 +283,22 @@ class Program:
     def children(self):
         return processes.children(self.pid)
 
-    def await_end(self, seconds=SECONDS):
-        """The exit status, once the program has ended by itself."""
+    def await_end(self, seconds=TIMEOUT):
+        """Waits for the program to exit; returns its exit status."""
         try:
             return self.process.wait(seconds)
         except subprocess.TimeoutExpired:
             raise Unmet(f"the program did not end within {seconds} s") from None
 
     def ask_to_quit(self):
-        """By the menu's command."""
+        """Triggers the menu's Quit without waiting for the exit."""
         try:
             self.command("Quit")
-        except GLib.Error:  # The program may be gone before it has answered.
+        except GLib.Error:  # The program may exit before it replies.
             pass
 
     def quit(self):
-        """By the menu's command; the program must report success."""
+        """Quits by the menu. Requires exit status 0."""
         self.ask_to_quit()
         status = self.await_end()
         if status != 0:
@@ -311,7 +311,7 @@ class Program:
 
 
 def environment_with(changes):
-    """This process's environment with some variables set, or taken out where they are None."""
+    """A copy of os.environ with the changes; None unsets a variable."""
     result = {**os.environ, **{key: value for key, value in changes.items() if value is not None}}
     for variable, value in changes.items():
         if value is None:

@@ -6,7 +6,7 @@ from typing import Callable
 
 @dataclasses.dataclass
 class Scenario:
-    play: Callable
+    run: Callable
     is_long: bool
     display_size: str
 
@@ -19,14 +19,14 @@ SCENARIOS = {}
 
 
 def scenario(is_long=False, display_size="1400x900", name=None):
-    """Makes a function of a session a scenario, named after the function unless a name is given. What keeps the real ffmpeg at work for long
-    is long; scenarios that do the same with the stand-in are not."""
+    """Registers a function of a Session as a scenario; the default name is the function's. `is_long` marks
+    long conversions by the real ffmpeg and very large queues, not what the stand-in does."""
 
-    def register(play):
-        own_name = name or play.__name__.replace("_", "-")
+    def register(run):
+        own_name = name or run.__name__.replace("_", "-")
         if own_name in SCENARIOS:
             raise ValueError(f"two scenarios are named {own_name}")
-        SCENARIOS[own_name] = Scenario(play, is_long, display_size)
-        return play
+        SCENARIOS[own_name] = Scenario(run, is_long, display_size)
+        return run
 
     return register

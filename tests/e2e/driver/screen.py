@@ -1,4 +1,4 @@
-"""What is on the screen."""
+"""Screenshots."""
 
 import os
 import subprocess
@@ -6,7 +6,7 @@ import subprocess
 
 def _grab(place, size, *output):
     area = ["-video_size", "{}x{}".format(*size)] if size else []
-    # A picture is taken when the next one of a film would be: at a high rate, at once.
+    # x11grab waits for the next frame: a high frame rate makes that immediate.
     command = ["ffmpeg", "-y", "-loglevel", "error", "-f", "x11grab", "-framerate", "1000",
                "-draw_mouse", "0", *area]
     done = subprocess.run([*command, "-i", place, "-frames:v", "1", *output], check=True,
@@ -14,8 +14,8 @@ def _grab(place, size, *output):
     return done.stdout
 
 
-def take_picture(path, rectangle=None):
-    """A picture of the whole display, or of a rectangle on it."""
+def take_screenshot(path, rectangle=None):
+    """Saves a screenshot of the display, or of a rectangle of it."""
     place = os.environ["DISPLAY"]
     size = None
     if rectangle is not None:
@@ -37,6 +37,6 @@ def pixels(rectangle):
 
 
 def is_purple(pixel):
-    """Whether the colour is the accent's, light or dark, perhaps mixed with the ground a little."""
+    """Whether it is the accent colour, light or dark, perhaps blended slightly with the background."""
     red, green, blue = pixel
     return blue > green + 60 and red > green + 40

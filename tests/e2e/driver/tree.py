@@ -1,12 +1,12 @@
-"""The accessibility tree, as a screen reader sees it."""
+"""The AT-SPI accessibility tree, as a screen reader sees it."""
 
 import os
 import warnings
 
 import gi
 
-# Read when the binding is loaded: what it tells is never older than the question. To clear its cache before each
-# question makes it ask for the states of a node four times instead of once.
+# libatspi reads this when it is loaded: uncached answers are never stale. Clearing the cache before each query
+# would fetch the states of a node four times instead of once.
 os.environ["ATSPI_NO_CACHE"] = "1"
 
 gi.require_version("Atspi", "2.0")
@@ -14,25 +14,25 @@ from gi.repository import Atspi  # noqa: E402
 
 from driver.waiting import Unmet  # noqa: E402
 
-# The binding calls the very function deprecated that replaces the deprecated one.
+# The binding flags the replacement of the deprecated function as deprecated.
 warnings.filterwarnings("ignore", "Atspi.Action.get_action_name is deprecated")
 
 Role = Atspi.Role
 State = Atspi.StateType
 BUTTONS = [Role.PUSH_BUTTON, Role.TOGGLE_BUTTON, Role.RADIO_BUTTON, Role.CHECK_BOX]
-# Nodes without children.
+# Roles without children.
 LEAVES = [Role.LABEL, Role.CHECK_BOX, Role.SLIDER, Role.IMAGE, Role.PROGRESS_BAR, Role.TEXT, Role.TABLE_COLUMN_HEADER]
-# Names from files are wrapped in these, so that each runs in its own direction.
+# Directional isolates (U+2066 to U+2069), in which file names are wrapped.
 ISOLATES = dict.fromkeys(range(0x2066, 0x206A))
 
 
 def name_of(node):
-    """The node's name, without the marks for its direction."""
+    """The accessible name, without directional isolates."""
     return node.get_name().translate(ISOLATES)
 
 
 def text_of(field):
-    """What a text field holds."""
+    """The text of a text field."""
     return Atspi.Text.get_text(field, 0, -1)
 
 
@@ -45,7 +45,7 @@ def is_enabled(node):
 
 
 def descendants(node, hidden=False):
-    """Everything below a node that the user can see, or all of it, in the tree's order."""
+    """The visible descendants, or all if `hidden`, in preorder."""
     for index in range(node.get_child_count()):
         child = node.get_child_at_index(index)
         if child and (hidden or has_state(child, State.SHOWING)):
@@ -54,7 +54,7 @@ def descendants(node, hidden=False):
 
 
 def outline(node, depth=1):
-    """What the user can see below a node, one line each, for a report."""
+    """The visible descendants, one line each, for the failure report."""
     for index in range(node.get_child_count()):
         child = node.get_child_at_index(index)
         if child and has_state(child, State.SHOWING):
@@ -63,13 +63,13 @@ def outline(node, depth=1):
 
 
 def find(root, roles, name=None, hidden=False):
-    """The first node of one of the roles, and of the name if one is given; None if there is none."""
+    """The first descendant with one of the roles, and the name if given, or None."""
     roles = roles if isinstance(roles, list) else [roles]
     for index in range(root.get_child_count()):
         child = root.get_child_at_index(index)
         if not child:
             continue
-        # Every question is a call over the bus: those that cannot change the answer are left out.
+        # Each query is a D-Bus call: skip those that cannot change the result.
         role = child.get_role()
         if role in LEAVES and role not in roles:
             continue
@@ -88,7 +88,7 @@ def actions(node):
 
 
 def act(node, *names):
-    """Does the first of the actions that the node offers."""
+    """Does the first named action that the node offers."""
     offered = actions(node)
     action = next((name for name in names if name in offered), None)
     if action is None or not node.do_action(offered.index(action)):
@@ -96,7 +96,7 @@ def act(node, *names):
 
 
 def rectangle(node):
-    """Where the node is on the screen: x, y, width, height."""
+    """The extents of the node in screen coordinates: x, y, width, height."""
     extents = node.get_extents(Atspi.CoordType.SCREEN)
     return extents.x, extents.y, extents.width, extents.height
 

@@ -1,26 +1,26 @@
-"""Waiting for what a program does in its own time."""
+"""Polls asynchronous conditions, with a timeout."""
 
 import time
 
 from gi.repository import GLib
 
-# Far more than anything takes, so that only what never comes runs out of it.
-SECONDS = 30
+# In seconds; far more than anything takes, so that only what never happens times out.
+TIMEOUT = 30
 
 
 class Unmet(Exception):
-    """A condition that did not come to pass, with what was expected and what was there instead."""
+    """Raised when a condition is not met, with the expected and the actual value."""
 
 
-def wait_for(what, probe, seconds=SECONDS):
-    """The first true result of the probe; asks again until then, within the time."""
+def wait_for(what, probe, seconds=TIMEOUT):
+    """Polls the probe and returns its first true result. Runs the GLib main context; raises Unmet on timeout."""
     deadline = time.monotonic() + seconds
     while True:
         while GLib.MainContext.default().iteration(False):
             pass
         try:
             result = probe()
-        except GLib.Error:  # An object that went away while it was looked at.
+        except GLib.Error:  # The object was destroyed during the query.
             result = None
         if result:
             return result
@@ -29,8 +29,8 @@ def wait_for(what, probe, seconds=SECONDS):
         time.sleep(0.02)
 
 
-def wait_equal(what, probe, expected, seconds=SECONDS):
-    """Waits until the probe gives what is expected; otherwise says what it gave last."""
+def wait_equal(what, probe, expected, seconds=TIMEOUT):
+    """Waits until the probe returns `expected`; Unmet has the last value."""
     last = [None]
 
     def reached():

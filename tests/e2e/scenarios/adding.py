@@ -1,4 +1,4 @@
-"""How files come into the queue."""
+"""Adding files to the queue."""
 
 from driver import media, tree
 from driver.program import FILES_PANEL

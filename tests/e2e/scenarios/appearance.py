@@ -5,7 +5,7 @@ import subprocess
 
 from driver import screen, input, media, tree
 from driver.registry import scenario
-from driver.session import QT_LOCALE_NOTICE
+from driver.session import QT_LOCALE_WARNING
 from driver.tree import Role
 from driver.waiting import expect, expect_equal, wait_equal, wait_for
 
@@ -13,7 +13,7 @@ SMALLEST = (960, 640)
 SIDEBAR_WIDTH = 310
 LIGHT_WINDOW = (0xEF, 0xEF, 0xEF)
 DARK_WINDOW = (34, 36, 41)
-# As a desktop keeps the colours that its user has chosen.
+# The kdeglobals of a dark colour scheme.
 DARK_COLORS = """
 [Colors:Window]
 BackgroundNormal=34,36,41
@@ -32,7 +32,7 @@ ForegroundNormal=255,255,255
 
 
 def convert_a_track(session, program, name):
-    """Adds a track and converts it; every text on the way is the one expected."""
+    """Adds a track and converts it; checks every text on the way."""
     track = media.make_track(session.music / f"{name}.opus", seconds=0.2)
     program.await_text("82%")
     program.await_text("Add OPUS, OGG, or OGA files")
@@ -49,12 +49,12 @@ def convert_a_track(session, program, name):
     expect(f"it is as long as the track, not {seconds} s", 0.15 < seconds < 0.4)
 
 
-def start_under(session, locale):
-    """Starts the program under one of the locales made for the tests."""
+def start_with_locale(session, locale):
+    """Starts the program with one of the locales compiled for the tests."""
     program = session.start(LC_ALL=locale, LOCPATH=session.options.locales)
     program.window()
     maps = pathlib.Path(f"/proc/{program.pid}/maps").read_text()
-    expect(f"the program has taken {locale}", f"{session.options.locales}/{locale}/LC_NUMERIC" in maps)
+    expect(f"the program uses {locale}", f"{session.options.locales}/{locale}/LC_NUMERIC" in maps)
     return program
 
 
@@ -64,7 +64,7 @@ def ask_xdotool(*arguments):
 
 
 def screen_rectangle():
-    """Where the window system has put the window, in its pixels."""
+    """The window's X11 geometry in device pixels: x, y, width, height."""
     window = ask_xdotool("search", "--sync", "--onlyvisible", "--name", "^Kestrel$")[-1]
     lines = ask_xdotool("getwindowgeometry", "--shell", window)
     values = dict(line.split("=") for line in lines)
@@ -78,76 +78,76 @@ def expect_inside(what, inner, outer):
            left <= x and top <= y and x + width <= left + whole_width and y + height <= top + whole_height)
 
 
-def expect_nothing_cut_off(program):
-    """Every part of the window that is shown is shown whole."""
+def expect_nothing_clipped(program):
+    """Every visible node lies within the window."""
     window = program.window()
-    seen = 0
+    count = 0
     for node in tree.descendants(window):
         rectangle = tree.rectangle(node)
         if rectangle[2] > 0 and rectangle[3] > 0:
-            seen += 1
+            count += 1
             expect_inside(f'{node.get_role_name()} "{tree.name_of(node)}"', rectangle,
                           tree.rectangle(window))
-    expect(f"all controls were looked at, not {seen}", seen > 30)
+    expect(f"all controls were checked, not {count}", count > 30)
 
 
-def expect_window_of_scale(factor, screen):
+def expect_window_size(factor, display_size):
     rectangle = screen_rectangle()
-    expect_inside("the window", rectangle, (0, 0, *screen))
+    expect_inside("the window", rectangle, (0, 0, *display_size))
     for size, smallest in zip(rectangle[2:], SMALLEST):
         expect(f"the window has its smallest size at least, not {rectangle}", size >= factor * smallest)
 
 
 def click_format(program, name):
-    """Chooses a format with the mouse. The tree may count in points; the mouse counts in pixels."""
+    """Chooses a format by mouse. AT-SPI may use device-independent pixels; the mouse uses device pixels."""
     left, top, width, _ = screen_rectangle()
-    told_left, told_top, told_width, _ = tree.rectangle(program.window())
-    ratio = width / told_width
+    logical_left, logical_top, logical_width, _ = tree.rectangle(program.window())
+    ratio = width / logical_width
     x, y = tree.middle(program.button(name))
-    input.move_to(left + round((x - told_left) * ratio), top + round((y - told_top) * ratio))
+    input.move_to(left + round((x - logical_left) * ratio), top + round((y - logical_top) * ratio))
     input.xdotool("click", 1)
-    program.await_choice(name)
+    program.await_checked(name)
 
 
 def expect_sidebar(factor):
-    """The sidebar is dark down to its last pixel, and behind a thin line is the window's ground."""
+    """The sidebar is dark up to its last pixel, followed by a separator line and the window background."""
     x, y, _, height = screen_rectangle()
     edge = x + factor * SIDEBAR_WIDTH
     for row in screen.pixels((edge - 4, y + height // 2, 4 + factor + 4, 100))[::10]:
         expect(f"the sidebar is dark, not {row[:4]}", all(max(pixel) < 60 for pixel in row[:4]))
         expect_equal("colours beside the line", len(set(row[4 + factor:])), 1)
-        expect("the line is not the ground", row[3 + factor] != row[-1])
+        expect("the line differs from the background", row[3 + factor] != row[-1])
 
 
-def ground():
+def window_background():
     """The colour of the window between sidebar and drop zone."""
     x, y, _, height = screen_rectangle()
     return screen.pixels((x + SIDEBAR_WIDTH + 8, y + height // 2, 1, 1))[0][0]
 
 
-def inks(node):
-    """The brightness of the darkest and the lightest pixel of a text."""
+def brightness_range(node):
+    """The brightness of the darkest and the lightest pixel of a node."""
     pixels = [sum(pixel) // 3 for row in screen.pixels(tree.rectangle(node)) for pixel in row]
     return min(pixels), max(pixels)
 
 
 def expect_colors(program, background, is_dark):
-    wait_equal("the window's ground", ground, background)
+    wait_equal("the window background", window_background, background)
     expect_sidebar(1)
     title = wait_for("title", lambda: tree.find(program.find(Role.PANEL, "Conversion Queue"), Role.LABEL))
-    darkest, lightest = inks(title)
+    darkest, lightest = brightness_range(title)
     if is_dark:
         expect(f"light text, not up to {lightest}", lightest > 200)
     else:
         expect(f"dark text, not down to {darkest}", darkest < 60)
-    # In the sidebar it is light on every desktop.
+    # The sidebar's text is light on every desktop.
     subtitle = program.find(Role.LABEL, "Kestrel")
-    expect("light text in the sidebar", inks(subtitle)[1] > 200)
+    expect("light text in the sidebar", brightness_range(subtitle)[1] > 200)
 
 
 @scenario()
 def is_used_under_the_plain_c_locale(session):
-    session.ignored_lines += QT_LOCALE_NOTICE
+    session.ignored_prefixes += QT_LOCALE_WARNING
     program = session.start(LC_ALL="C")
     convert_a_track(session, program, "Ö")
     program.quit()
@@ -155,14 +155,14 @@ def is_used_under_the_plain_c_locale(session):
 
 @scenario()
 def is_used_under_a_german_locale(session):
-    program = start_under(session, "de_DE.UTF-8")
+    program = start_with_locale(session, "de_DE.UTF-8")
     convert_a_track(session, program, "Übung")
     program.quit()
 
 
 @scenario()
 def is_used_under_an_arabic_locale(session):
-    program = start_under(session, "ar_EG.UTF-8")
+    program = start_with_locale(session, "ar_EG.UTF-8")
     convert_a_track(session, program, "أغنية")
     program.quit()
 
@@ -178,7 +178,7 @@ def shows_progress_where_numbers_have_a_decimal_comma(session):
         f"convert wait-for {gate}",
         "convert write-output done",
     )
-    program = start_under(session, "de_DE.UTF-8")
+    program = start_with_locale(session, "de_DE.UTF-8")
     program.convert(session.output, source)
     wait_equal("progress", program.progress, [0.25, 0.25])
     gate.touch()
@@ -189,13 +189,13 @@ def shows_progress_where_numbers_have_a_decimal_comma(session):
 def use_at_scale(session, scale, display_size):
     program = session.start(QT_SCALE_FACTOR=str(scale))
     program.window()
-    expect_window_of_scale(scale, display_size)
+    expect_window_size(scale, display_size)
     expect_sidebar(scale)
-    expect_nothing_cut_off(program)
+    expect_nothing_clipped(program)
     click_format(program, "WAV")
     click_format(program, "MP3")
     convert_a_track(session, program, "song")
-    expect_nothing_cut_off(program)
+    expect_nothing_clipped(program)
     program.quit()
 
 

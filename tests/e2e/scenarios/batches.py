@@ -4,23 +4,23 @@ from driver import media
 from driver.registry import scenario
 from driver.waiting import expect, expect_equal, wait_equal, wait_for
 
-LENGTH = "probe err   Duration: 00:00:10.00, start: 0.000000\\n"
-HALF = "convert out out_time_ms=5000000\\nprogress=continue\\n"
-FLOOD = 300_000_000
+DURATION = "probe err   Duration: 00:00:10.00, start: 0.000000\\n"
+HALF_PROGRESS = "convert out out_time_ms=5000000\\nprogress=continue\\n"
+FLOOD_BYTES = 300_000_000
 
 
 def converted(session, name="song"):
     return session.output / f"{name}_converted.mp3"
 
 
-def stuck_at_half(session, name, *lines):
-    """A file at half of which ffmpeg says nothing any more, and a file that tells when it is there."""
+def blocked_at_half(session, name, *lines):
+    """A script that blocks at half of the progress, and the file that it then creates."""
     started = session.folder / f"{name}-started"
-    script = session.script(name, LENGTH, *lines, HALF, f"convert touch {started}", "convert block")
+    script = session.script(name, DURATION, *lines, HALF_PROGRESS, f"convert touch {started}", "convert block")
     return script, started
 
 
-def await_stuck(program, started):
+def await_blocked(program, started):
     wait_for("the conversion", started.exists)
     wait_for("half of the file", lambda: program.progress()[-1:] == [0.5])
 
@@ -39,11 +39,11 @@ def cancels_by_the_signal_and_converts_the_rest_later(session):
     calls = session.folder / "calls"
     record = f"convert record-arguments {calls}"
     first = session.script("1.opus", record, "convert write-output one")
-    second, started = stuck_at_half(session, "2.opus", record)
+    second, started = blocked_at_half(session, "2.opus", record)
     third = session.script("3.opus", record, "convert write-output three")
     program = session.start()
     program.convert(session.output, first, second, third)
-    await_stuck(program, started)
+    await_blocked(program, started)
     program.await_states(["Complete", "Converting", "Ready"])
     program.await_text("3 audio files · 1 complete")
     program.click("Cancel")
@@ -63,14 +63,14 @@ def cancels_by_the_signal_and_converts_the_rest_later(session):
 
 
 @scenario()
-def shows_the_last_words_of_an_ffmpeg_that_answers_the_signal(session):
+def shows_the_last_stderr_lines_of_an_ffmpeg_that_handles_sigint(session):
     session.replace_ffmpeg()
-    words = "".join(f"word {number}\\n" for number in range(1, 11))
-    first, started = stuck_at_half(session, "1.opus", f"convert err {words}", "convert on-interrupt 255 ")
+    lines = "".join(f"word {number}\\n" for number in range(1, 11))
+    first, started = blocked_at_half(session, "1.opus", f"convert err {lines}", "convert on-interrupt 255 ")
     second = session.script("2.opus", "convert write-output two")
     program = session.start()
     program.convert(session.output, first, second)
-    await_stuck(program, started)
+    await_blocked(program, started)
     program.press("Cancel")
     await_stop(program, ["Failed", "Ready"])
     expect_equal("message", program.row("1.opus").message,
@@ -89,7 +89,7 @@ def cancels_the_real_ffmpeg_and_keeps_what_it_has_written(session):
     program.press("Cancel")
     await_stop(program, ["Failed"])
     message = program.row("song.opus").message
-    expect(f'ffmpeg\'s last words, not "{message}"', "received signal 2" in message)
+    expect(f'the last stderr lines, not "{message}"', "received signal 2" in message)
     expect_equal("what was written", media.describe(converted(session))[0], "mp3")
     program.press("Convert 1 File")
     program.await_states(["Converting"])
@@ -110,7 +110,7 @@ def waits_for_an_ffmpeg_that_ignores_the_signal(session):
     program = session.start()
     program.convert(session.output, first, second)
     wait_for("the conversion", started.exists)
-    # By the mouse, whose clicks arrive in this order.
+    # By mouse: X11 delivers the clicks in order.
     for _ in range(3):
         program.click("Cancel")
     program.click("WAV")
@@ -143,8 +143,8 @@ def converts_with_an_ffmpeg_that_says_nothing(session):
 @scenario()
 def stays_usable_while_ffmpeg_floods_its_pipes(session):
     session.replace_ffmpeg()
-    sources = [session.script(f"{name}.opus", LENGTH, f"probe flood-err {FLOOD // 10}",
-                              f"convert flood-{name} {FLOOD}", "convert write-output done")
+    sources = [session.script(f"{name}.opus", DURATION, f"probe flood-err {FLOOD_BYTES // 10}",
+                              f"convert flood-{name} {FLOOD_BYTES}", "convert write-output done")
                for name in ("err", "out")]
     program = session.start()
     program.convert(session.output, *sources)
@@ -157,7 +157,7 @@ def stays_usable_while_ffmpeg_floods_its_pipes(session):
         return states == ["Complete"] * 2
 
     wait_for("end of the flood", is_over, seconds=120)
-    # One that answers between two conversions alone comes to three.
+    # A window that answers only between conversions gets to three.
     expect(f"the window answers meanwhile, not {answers} times in all", answers > 4)
     await_stop(program, ["Complete"] * 2)
     expect_equal("files", [converted(session, name).read_text() for name in ("err", "out")],
@@ -180,7 +180,7 @@ def goes_on_after_failures_and_tries_only_them_again(session):
     await_stop(program, ["Complete", "Failed", "Complete", "Failed", "Complete"])
     for name in broken:
         message = program.row(name).message
-        expect(f'ffmpeg\'s words, not "{message}"', "Invalid data found" in message)
+        expect(f'ffmpeg\'s error message, not "{message}"', "Invalid data found" in message)
     program.await_text("5 audio files · 3 complete")
     for name in broken:
         media.make_track(session.music / name, seconds=0.5)

@@ -1,4 +1,4 @@
-"""Conversions, and the files that they make."""
+"""Conversions and their output files."""
 
 from driver import media
 from driver.program import FOLDERS_PANEL
@@ -14,7 +14,7 @@ PCM = {
 }
 
 
-def expect_length(path, actual, expected):
+def expect_duration(path, actual, expected):
     # An MP3 file is a whole number of frames, the first of which is the encoder's own.
     expect(f"{path.name} lasts {actual} s, its source {expected} s", abs(actual - expected) < 0.1)
 
@@ -28,7 +28,7 @@ def converts_to_mp3(session):
     made = session.output / "song_converted.mp3"
     codec, sample_format, seconds = media.describe(made)
     expect_equal("codec", (codec, sample_format), ("mp3", "fltp"))
-    expect_length(made, seconds, 2)
+    expect_duration(made, seconds, 2)
     program.await_text("1 audio file · 1 complete")
     program.quit()
 
@@ -72,10 +72,10 @@ def never_overwrites(session):
     program.press("Convert 3 Files")
     program.await_states(["Complete"] * 3)
     expect_equal("the file that was there", kept.read_text(), "mine")
-    lengths = {"one": 0.5, "two": 1, "three": 1.5}
+    durations = {"one": 0.5, "two": 1, "three": 1.5}
     for folder, number in zip(folders, ("", "_3", "_4")):
         made = session.output / f"song_converted{number}.mp3"
-        expect_length(made, media.describe(made)[2], lengths[folder])
+        expect_duration(made, media.describe(made)[2], durations[folder])
     expect_equal("files", len(list(session.output.iterdir())), 4)
     program.quit()
 
@@ -97,7 +97,7 @@ def shows_progress_that_moves(session):
     program.convert(session.output, source)
     program.await_states(["Converting"])
     for fraction, step in zip((0.25, 0.75), steps):
-        # Of the batch, and of the file.
+        # The batch's bar, and the file's.
         wait_equal("progress", program.progress, [fraction, fraction])
         step.touch()
     program.await_states(["Complete"])
@@ -120,8 +120,8 @@ def moves_the_progress_of_a_real_conversion(session):
 
     program.await_states(["Converting"])
     wait_for("progress that moves", has_moved)
-    expect(f"it moves on, not back: {seen}", seen == sorted(seen) and seen[-1] <= 1)
+    expect(f"it never decreases: {seen}", seen == sorted(seen) and seen[-1] <= 1)
     program.press("Cancel")
-    # The real ffmpeg answers the signal with an error.
+    # On SIGINT, the real ffmpeg exits with an error.
     program.await_states(["Failed"])
     program.quit()

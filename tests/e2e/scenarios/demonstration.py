@@ -1,4 +1,4 @@
-"""What the program is for, shown step by step."""
+"""Converts three tracks to each format, and prints each step."""
 
 import pathlib
 import shutil
@@ -35,7 +35,7 @@ def convert(session, audio_format, tracks):
     program.press(f"Convert {len(tracks)} Files")
     program.await_states(["Complete"] * len(tracks), seconds=120)
     session.say(f"{audio_format}: every row reads Complete")
-    screen.take_picture(str(session.folder / "window.png"), tree.rectangle(program.window()))
+    screen.take_screenshot(str(session.folder / "window.png"), tree.rectangle(program.window()))
     session.say(f"{audio_format}: quitting")
     program.quit()
 
@@ -63,5 +63,5 @@ def demonstration(session):
         keep = pathlib.Path(session.options.keep)
         shutil.copytree(session.output, keep, dirs_exist_ok=True)
         shutil.copy(session.folder / "window.png", keep)
-        session.say(f"The files, and a picture of the window, are in {keep}")
-        session.say(f"The picture: {keep / 'window.png'}")
+        session.say(f"The files, and a screenshot of the window, are in {keep}")
+        session.say(f"The screenshot: {keep / 'window.png'}")

@@ -9,7 +9,7 @@ from driver.registry import scenario
 from driver.waiting import expect, expect_equal, wait_equal, wait_for
 
 REVEAL = "Show output folder"
-FULL = "No space left on device"
+DISK_FULL = "No space left on device"
 
 
 def shown_destination(program):
@@ -21,7 +21,7 @@ def await_destination(program, path):
 
 
 def make_launcher(session):
-    """A folder with a program that opens addresses, and the file in which it notes them."""
+    """A folder with a fake xdg-open, and the file to which that writes its URL."""
     folder, opened = session.folder / "bin", session.folder / "opened"
     folder.mkdir()
     launcher = folder / "xdg-open"
@@ -77,7 +77,7 @@ def shows_the_folder_in_the_file_manager(session):
 
 
 @scenario()
-def opens_the_folder_around_where_no_file_manager_answers(session):
+def opens_the_parent_folder_if_no_file_manager_answers(session):
     launchers, opened = make_launcher(session)
     program = session.start(PATH=str(launchers))
     program.choose_destination(session.output)
@@ -94,7 +94,7 @@ def goes_on_where_nothing_can_show_the_folder(session):
     for _ in range(2):
         program.click(REVEAL)
         # What Qt writes to stderr, which no user sees.
-        session.expected_words += f"Unable to detect a launcher for '{session.folder.as_uri()}'\n"
+        session.expected_output += f"Unable to detect a launcher for '{session.folder.as_uri()}'\n"
     program.add_files(media.make_track(session.music / "song.opus"))
     program.press("Convert 1 File")
     program.await_states(["Complete"])
@@ -169,14 +169,14 @@ def says_that_nothing_can_be_written(session):
 @scenario()
 def says_that_the_disk_is_full(session):
     session.limit(session.output, "1m")
-    # More than ffmpeg holds back before it writes anything.
+    # Longer than ffmpeg buffers before its first write.
     tracks = [media.make_track(session.music / f"{number}.opus", seconds=20) for number in (1, 2)]
     program = session.start()
     program.press("WAV")
     program.convert(session.output, *tracks)
     program.await_states(["Failed"] * 2)
     for row in program.rows():
-        expect(f'the reason, not "{row.message}"', FULL in row.message)
+        expect(f'the reason, not "{row.message}"', DISK_FULL in row.message)
     program.choose_destination(session.music)
     program.press("Convert 2 Files")
     program.await_states(["Complete"] * 2)
@@ -186,22 +186,22 @@ def says_that_the_disk_is_full(session):
     program.quit()
 
 
-def picture_of(program, path):
-    """The destination button once it shows the path, without the mouse over it."""
+def screenshot_of(program, path):
+    """A screenshot of the destination button, which shows the path and is not hovered."""
     program.choose_destination(path)
     await_destination(program, path)
     input.move_to(0, 0)
     area = tree.rectangle(program.destination_button())
 
-    def still():
+    def stable():
         first, second = screen.pixels(area), screen.pixels(area)
         return first if first == second else None
 
-    return wait_for("a still picture", still)
+    return wait_for("stable screenshot", stable)
 
 
-def left_part(picture):
-    return [row[:150] for row in picture]
+def left_part(screenshot):
+    return [row[:150] for row in screenshot]
 
 
 @scenario()
@@ -210,13 +210,13 @@ def shows_the_start_and_the_end_of_a_long_path(session):
     paths = [session.folder / middle / long_name / end
              for middle, end in (("first", "end"), ("second", "end"), ("first", "other"))]
     program = session.start()
-    # The window manager has found a place for it then.
-    input.await_keyboard(program.pid)
+    # A window with the focus has been placed by the window manager.
+    input.await_keyboard_focus(program.pid)
     before = tree.rectangle(program.window())
-    short = picture_of(program, session.output)
+    short = screenshot_of(program, session.output)
     for path in paths:
         path.mkdir(parents=True)
-    first, other_middle, other_end = [picture_of(program, path) for path in paths]
+    first, other_middle, other_end = [screenshot_of(program, path) for path in paths]
     expect("the start is shown", left_part(first) == left_part(short))
     expect("the middle is not shown", first == other_middle)
     expect("the end is shown", first != other_end)

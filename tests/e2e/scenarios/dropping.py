@@ -1,4 +1,4 @@
-"""Drags from another program."""
+"""Drag and drop from another program."""
 
 import dataclasses
 import functools
@@ -10,10 +10,10 @@ from driver.registry import scenario
 from driver.tree import Role
 from driver.waiting import expect, expect_equal, wait_equal, wait_for
 
-# On each side, the lines of pixels on which something is drawn, counted from the edge.
+# Per side, the pixel lines, counted from the edge, that differ from the background and those that are purple.
 GREY_OUTLINE = {"drawn": [20], "purple": []}
 PURPLE_OUTLINE = {"drawn": [20, 21], "purple": [20, 21]}
-# Between the edge and the zone's own, on the left and the right.
+# From the panel's edge to the drop zone's own, left and right.
 SIDE_MARGIN = 6
 
 
@@ -25,21 +25,21 @@ def job_list(program):
     return wait_for("list", lambda: program.find(Role.LIST))
 
 
-def beside(program):
-    """A point in the window where nothing takes a drop."""
+def outside(program):
+    """A point of the window outside the drop targets."""
     return tree.middle(program.button("MP3"))
 
 
 def touch(*paths):
-    """Files of which only the names count."""
+    """Creates empty files; only their names matter."""
     for path in paths:
         path.parent.mkdir(parents=True, exist_ok=True)
         path.touch()
     return paths
 
 
-def strips(rectangle):
-    """Where to look for the outline: at the middle of each side."""
+def sample_rectangles(rectangle):
+    """The rectangles in which the outline is sampled, at the middle of each side."""
     x, y, width, height = rectangle
     x, width = x + SIDE_MARGIN, width - 2 * SIDE_MARGIN
     depth, length = 40, 70
@@ -53,71 +53,71 @@ def strips(rectangle):
 
 
 def lines_inward(side, rows):
-    """The pixels of a strip as lines along its side, from the edge inward."""
+    """The pixels of a sample as lines along its side, from the edge inward."""
     lines = [list(line) for line in zip(*rows)] if side in ("left", "right") else rows
     return lines[::-1] if side in ("right", "bottom") else lines
 
 
-def outline_at(side, strip):
-    lines = lines_inward(side, screen.pixels(strip))
-    ground = lines[0][0]
+def outline_at(side, rectangle):
+    lines = lines_inward(side, screen.pixels(rectangle))
+    background = lines[0][0]
     purple = [sum(map(screen.is_purple, line)) / len(line) for line in lines]
     return {
-        "drawn": [index for index, line in enumerate(lines) if set(line) != {ground}],
-        # Dashes and gaps are of one length.
+        "drawn": [index for index, line in enumerate(lines) if set(line) != {background}],
+        # Dashes and gaps have the same length.
         "purple": [index for index, share in enumerate(purple) if 0.35 < share < 0.65],
     }
 
 
 def outline(program):
     """What the four sides of the outline look like."""
-    return {side: outline_at(side, strip)
-            for side, strip in strips(tree.rectangle(drop_zone(program))).items()}
+    return {side: outline_at(side, rectangle)
+            for side, rectangle in sample_rectangles(tree.rectangle(drop_zone(program))).items()}
 
 
-def await_outline(program, look):
+def await_outline(program, expected):
     sides = ("left", "right", "top", "bottom")
-    wait_equal("outline", lambda: outline(program), dict.fromkeys(sides, look))
+    wait_equal("outline", lambda: outline(program), dict.fromkeys(sides, expected))
 
 
 def is_purple_anywhere(program):
-    """Whether any part of the left column of the outline is."""
+    """Whether any pixel of the left side is purple."""
     x, y, _, height = tree.rectangle(drop_zone(program))
     return any(screen.is_purple(pixel) for row in screen.pixels((x, y, 40, height)) for pixel in row)
 
 
 @dataclasses.dataclass
-class Row:
-    """What drops bring. All paths are below the folder with the music."""
+class DropCase:
+    """Drops, and the queue after them. Paths are relative to session.music."""
 
-    # A folder ends with a slash; a link has an arrow before what it leads to.
+    # A folder ends with a slash; " -> " precedes the target of a symbolic link.
     files: list
-    # The paths of each drop, and the names in the queue after it.
+    # The paths of each drop, and the queued names after it.
     drops: list
-    # Of the rows of the queue at the end.
+    # The folder that each row shows at the end.
     folders: list
 
 
-DROPS = {
-    "a-file": Row(["song.opus"], [(["song.opus"], ["song.opus"])], ["music"]),
-    "a-folder-tree": Row(
+DROP_CASES = {
+    "a-file": DropCase(["song.opus"], [(["song.opus"], ["song.opus"])], ["music"]),
+    "a-folder-tree": DropCase(
         ["album/b.opus", "album/A.ogg", "album/notes.txt", "album/.hidden.opus", "album/sub/10.opus",
          "album/sub/deeper/still/2.OGA", "album/.git/1.opus", "album/Songs.musiclibrary/3.opus", "album/opus",
          "album/empty/", "album/sub/link.d -> .."],
         [(["album"], ["2.OGA", "10.opus", "A.ogg", "b.opus"])],
         ["still", "sub", "album", "album"]),
-    "files-and-folders-together": Row(
+    "files-and-folders-together": DropCase(
         ["album/b.opus", "album/a.opus", "z.opus", "c.oga"],
         [(["z.opus", "album", "c.oga", "album/a.opus"], ["z.opus", "a.opus", "b.opus", "c.oga"])],
         ["music", "album", "album", "music"]),
-    "a-file-once-by-whatever-path": Row(
+    "a-file-once-by-whatever-path": DropCase(
         ["a.opus", "b.opus", "sub/"],
         [(["a.opus"], ["a.opus"]), (["sub/../a.opus", "./a.opus", "b.opus"], ["a.opus", "b.opus"])],
         ["music", "music"]),
 }
 
 
-def make(folder, files):
+def make_files(folder, files):
     for file in files:
         name, _, target = file.partition(" -> ")
         path = folder / name
@@ -128,24 +128,24 @@ def make(folder, files):
             path.touch()
 
 
-def drop_row(session, row):
-    make(session.music, row.files)
+def run_drop_case(session, case):
+    make_files(session.music, case.files)
     program = session.start()
     place = drop_zone(program)
-    for paths, names in row.drops:
-        # Not joined as paths, which would leave out the dots.
+    for paths, names in case.drops:
+        # Not joined by pathlib, which would drop the dots.
         drop_files(session, place, *(f"{session.music}/{path}" for path in paths))
         program.await_names(names)
         place = job_list(program)
-    expect_equal("folders", [shown.folder for shown in program.rows()], row.folders)
+    expect_equal("folders", [shown.folder for shown in program.rows()], case.folders)
     expect("the drop zone is gone", program.find(Role.PANEL, "Drop zone") is None)
-    count = len(row.folders)
+    count = len(case.folders)
     program.await_text(f"{count} audio file{'s' if count > 1 else ''} · 0 complete")
     program.quit()
 
 
-for what, row in DROPS.items():
-    scenario(name=f"drops-{what}")(functools.partial(drop_row, row=row))
+for what, case in DROP_CASES.items():
+    scenario(name=f"drops-{what}")(functools.partial(run_drop_case, case=case))
 
 
 @scenario()
@@ -156,11 +156,11 @@ def outlines_the_drop_zone_in_purple_while_files_are_over_it(session):
     await_outline(program, GREY_OUTLINE)
     source.drag_to(zone)
     await_outline(program, PURPLE_OUTLINE)
-    source.move_to(beside(program))
+    source.move_to(outside(program))
     await_outline(program, GREY_OUTLINE)
     source.move_to(zone)
     await_outline(program, PURPLE_OUTLINE)
-    source.move_to(beside(program))
+    source.move_to(outside(program))
     source.await_answer("declines")
     expect_equal("end of the drag", source.drop(), "refused")
     await_outline(program, GREY_OUTLINE)
@@ -192,7 +192,7 @@ def drops_many_files_in_the_order_of_the_drop(session):
     program.await_text("60 audio files · 0 complete")
     program.await_rows(lambda count: [(f"{number}.opus", f"{index} of 60")
                                       for index, number in enumerate(numbers[:count], start=1)])
-    expect("there are rows in sight", len(program.rows()) > 3)
+    expect("there are visible rows", len(program.rows()) > 3)
     program.quit()
 
 
@@ -221,7 +221,7 @@ def converts_a_dropped_file_whose_name_is_not_utf8(session):
     media.make_track(folder + b"/\xff\xfe.opus", seconds=0.2)
     program = session.start()
     drop_files(session, drop_zone(program), folder + b"/caf\xe9 100%.opus", folder)
-    # The second is one that only the folder brought.
+    # The second comes from the folder alone.
     program.await_names(["caf\ufffd 100%.opus", "\ufffd\ufffd.opus"])
     expect_equal("folder", program.rows()[0].folder, "old \ufffdlbum")
     program.choose_destination(session.output)
@@ -242,10 +242,10 @@ def drops_onto_the_list_without_a_highlight(session):
     drop_files(session, drop_zone(program), first)
     program.await_names(["b.opus"])
 
-    # Of the files, one is in the queue already.
+    # One of the files is already queued.
     source = DragSource(session, "files", first, second, third)
     x, y, width, height = tree.rectangle(program.find(Role.LIST))
-    source.drag_to(beside(program))
+    source.drag_to(outside(program))
     before = screen.pixels((x, y, width, height // 2))
     source.move_to((x + width // 2, y + height - 10))
     source.await_answer("takes")

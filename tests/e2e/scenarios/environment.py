@@ -1,4 +1,4 @@
-"""Started by programs that leave it less than it should have, or more."""
+"""Unusual process environments: terminal, closed standard streams, ignored SIGCHLD, no display."""
 
 import os
 import pty
@@ -7,11 +7,11 @@ import subprocess
 from driver import media
 from driver.program import environment_with
 from driver.registry import scenario
-from driver.waiting import SECONDS, expect, expect_equal
+from driver.waiting import TIMEOUT, expect, expect_equal
 
 
 def expect_to_convert(session, program):
-    """One file that succeeds, and one that fails with words."""
+    """Converts a good file, and a bad one that fails."""
     good = media.make_track(session.music / "good.opus")
     bad = session.music / "bad.opus"
     bad.write_text("no audio")
@@ -26,17 +26,17 @@ def streams(program):
 
 @scenario()
 def converts_when_started_from_a_terminal(session):
-    ours, theirs = pty.openpty()
+    master, terminal = pty.openpty()
     try:
-        program = session.start_on_terminal(theirs)
+        program = session.start_on_terminal(terminal)
         program.window()
-        # Keys that are typed there do not reach ffmpeg, and job control does not stop it.
+        # ffmpeg reads no keys from the terminal, and job control does not stop it.
         expect_equal("standard input", streams(program)[0], "/dev/null")
         expect_to_convert(session, program)
         program.quit()
     finally:
-        os.close(ours)
-        os.close(theirs)
+        os.close(master)
+        os.close(terminal)
 
 
 @scenario()
@@ -49,20 +49,20 @@ def converts_when_started_without_standard_streams(session):
 
 
 @scenario()
-def converts_when_started_where_the_end_of_children_is_ignored(session):
+def converts_when_started_with_sigchld_ignored(session):
     program = session.start_from_shell("trap '' CHLD")
     expect_to_convert(session, program)
     program.quit()
 
 
 def end_without_display(session, **environment):
-    """Starts the program where no display can be opened; returns what it writes to stdout and stderr."""
-    nowhere = {"DISPLAY": None, "WAYLAND_DISPLAY": None, "XDG_SESSION_TYPE": None, "QT_QPA_PLATFORM": None,
-               "HOME": str(session.home)}
-    done = subprocess.run([session.options.program], env=environment_with({**nowhere, **environment}),
+    """Runs the program without a usable display; returns its stdout and stderr."""
+    no_display = {"DISPLAY": None, "WAYLAND_DISPLAY": None, "XDG_SESSION_TYPE": None, "QT_QPA_PLATFORM": None,
+                  "HOME": str(session.home)}
+    done = subprocess.run([session.options.program], env=environment_with({**no_display, **environment}),
                           stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
-                          timeout=SECONDS, check=False)
-    # It exits by itself, without the signal that leaves a core dump.
+                          timeout=TIMEOUT, check=False)
+    # It exits; it is not killed by a signal with a core dump.
     expect_equal(f"status with {environment}", done.returncode, 1)
     return done.stdout.decode()
 
@@ -71,7 +71,7 @@ def end_without_display(session, **environment):
 def says_in_one_line_that_there_is_no_display(session):
     expect_equal("stderr without a display", end_without_display(session),
                  "kestrel: no display: neither WAYLAND_DISPLAY nor DISPLAY is set\n")
-    # One that nobody serves, by the name of a socket that is not there.
+    # Displays without a server, and an unknown platform plugin.
     for environment, named in (
         ({"DISPLAY": ":65000"}, ":65000"),
         ({"WAYLAND_DISPLAY": "nowhere", "XDG_SESSION_TYPE": "wayland"}, "wl_display"),

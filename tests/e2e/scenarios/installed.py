@@ -1,4 +1,4 @@
-"""As a desktop finds the program once it is installed: in the menu, under its icon, on the bus."""
+"""How a desktop finds the installed program: desktop entry, icons, D-Bus name."""
 
 import configparser
 import pathlib
@@ -16,8 +16,8 @@ def share(session):
     return pathlib.Path(session.options.program).parent.parent / "share"
 
 
-def owner_on_bus():
-    """The process that has the program's name on the session's bus."""
+def bus_name_owner():
+    """The pid of the owner of the program's name on the session bus, or None."""
     bus = Gio.bus_get_sync(Gio.BusType.SESSION)
     try:
         (pid,) = bus.call_sync(
@@ -54,11 +54,11 @@ def starts_from_its_entry_in_the_menu(session):
 @scenario()
 def is_known_on_the_bus_by_its_id(session):
     first = session.start()
-    wait_equal("owner", owner_on_bus, first.pid)
+    wait_equal("owner", bus_name_owner, first.pid)
     second = session.start()
     second.window()
-    expect_equal("owner beside a second program", owner_on_bus(), first.pid)
+    expect_equal("owner beside a second program", bus_name_owner(), first.pid)
     first.quit()
-    wait_equal("owner after the first has ended", owner_on_bus, second.pid)
+    wait_equal("owner after the first has ended", bus_name_owner, second.pid)
     second.quit()
-    wait_equal("owner after both have ended", owner_on_bus, None)
+    wait_equal("owner after both have ended", bus_name_owner, None)

@@ -8,15 +8,15 @@ from driver.registry import scenario
 from driver.tree import Role
 from driver.waiting import expect, expect_equal, wait_equal, wait_for
 
-# A screen reader's walk over the window, however long the queue is.
-MOST_NODES = 250
+# Accessible nodes of the window, however long the queue is.
+MAX_NODES = 250
 
 
 def make_files(folder, count, width=100):
-    """Empty tracks 1.opus, 2.opus and so on, dealt out to folders so that no folder holds a run."""
+    """Creates empty tracks 1.opus, 2.opus, ..., round robin in folders, so that no folder holds a run."""
     folders = [folder / f"{number:03}" for number in range(max(1, count // width))]
-    for drawer in folders:
-        drawer.mkdir(parents=True)
+    for path in folders:
+        path.mkdir(parents=True)
     for number in range(1, count + 1):
         os.mknod(f"{folders[number % len(folders)]}/{number}.opus")
     return folder
@@ -30,17 +30,17 @@ def last_row(program):
     return program.rows()[-1]
 
 
-def numbered(first, count, total):
-    """So many rows in the order of the numbers that are their names, which say their places."""
+def expected_rows(first, count, total):
+    """`count` rows from number `first` on, as (name, position)."""
     return [(f"{number}.opus", f"{number} of {total}") for number in range(first, first + count)]
 
 
 def await_first(program, total):
-    program.await_rows(lambda count: numbered(1, count, total))
+    program.await_rows(lambda count: expected_rows(1, count, total))
 
 
 def await_last(program, total):
-    program.await_rows(lambda count: numbered(total + 1 - count, count, total))
+    program.await_rows(lambda count: expected_rows(total + 1 - count, count, total))
 
 
 @scenario()
@@ -60,12 +60,12 @@ def goes_on_with_a_batch_while_thousands_of_files_come(session):
     drop_files(session, list_of(program), album)
     for name in ("WAV", "AIFF", "MP3"):
         program.press(name)
-        program.await_choice(name)
+        program.await_checked(name)
     program.await_text("5002 audio files · 0 complete")
     expect_equal("first states", program.states()[:3], ["Converting", "Ready", "Ready"])
     gate.touch()
     program.await_text("5002 audio files · 2 complete")
-    # Those that came during the batch wait for the next one.
+    # Files added during the batch wait for the next one.
     wait_for("end of the batch", lambda: program.has_button("Convert 5002 Files"))
     rows = program.rows()
     expect_equal("first states", [row.state for row in rows[:3]], ["Complete", "Complete", "Ready"])
@@ -94,7 +94,7 @@ def holds_a_hundred_thousand_files(session):
     await_first(program, count)
 
     nodes = sum(1 for _ in tree.descendants(program.window(), hidden=True))
-    expect(f"few objects, not {nodes}", nodes < MOST_NODES)
+    expect(f"few nodes, not {nodes}", nodes < MAX_NODES)
 
     input.click(program.rows()[0].node)
     wait_equal("focus", lambda: program.focus().get_description(), f"1 of {count}")
@@ -106,7 +106,7 @@ def holds_a_hundred_thousand_files(session):
     expect_equal("focus", program.focus().get_description(), f"1 of {count}")
 
     program.press("WAV")
-    program.await_choice("WAV")
+    program.await_checked("WAV")
     program.key("End", "Delete")
     program.await_text(f"{count - 1} audio files · 0 complete")
     wait_equal("focus", lambda: program.focus().get_description(), f"{count - 1} of {count - 1}")

@@ -1,4 +1,4 @@
-"""A machine without ffmpeg, or where it comes and goes."""
+"""ffmpeg is missing, or is installed or removed meanwhile."""
 
 import shutil
 
@@ -8,19 +8,19 @@ from driver.tree import Role
 from driver.waiting import expect, expect_equal, wait_for
 
 NOT_FOUND = "FFmpeg was not found. Install it with Homebrew: brew install ffmpeg"
-# The words of the status, and the colour of its dot.
+# The text of the status, and the colour of its dot.
 MISSING = ("FFmpeg required", (0xFF, 0x9F, 0x0A))
 READY = ("FFmpeg ready", (0x32, 0xD7, 0x4B))
 
 
 def await_status(program, text, colour):
-    """The words of the status, and the dot before them."""
+    """Waits for the text of the status and the dot before it."""
     program.await_text(text)
 
     def is_dot_of_colour():
         x, y, _, height = tree.rectangle(program.find(Role.LABEL, text))
-        before = screen.pixels((x - 20, y, 20, height))
-        return any(pixel == colour for row in before for pixel in row)
+        dot_area = screen.pixels((x - 20, y, 20, height))
+        return any(pixel == colour for row in dot_area for pixel in row)
 
     wait_for(f"dot of the colour {colour}", is_dot_of_colour)
 
@@ -56,10 +56,10 @@ def says_that_ffmpeg_is_missing(session):
 
 @scenario()
 def follows_an_ffmpeg_that_comes_and_goes(session):
-    ffmpeg = session.ffmpeg_place()
+    ffmpeg = session.ffmpeg_path()
     program = start_without_ffmpeg(session)
     ffmpeg.parent.mkdir(parents=True)
-    # What happens, the press after which it is seen, what is seen, and what becomes of a batch.
+    # The change, the format whose button triggers a redraw, the status then, and the outcome of a batch.
     steps = [
         (lambda: ffmpeg.write_text("not to be executed"), "WAV", MISSING, "alert"),
         (lambda: shutil.copy(session.options.stand_in, ffmpeg), "AIFF", READY, "Complete"),
@@ -82,7 +82,7 @@ def follows_an_ffmpeg_that_comes_and_goes(session):
 
 @scenario()
 def converts_at_once_with_an_ffmpeg_that_has_just_come(session):
-    ffmpeg = session.ffmpeg_place()
+    ffmpeg = session.ffmpeg_path()
     program = start_without_ffmpeg(session)
     ffmpeg.parent.mkdir(parents=True)
     shutil.copy(session.options.stand_in, ffmpeg)
@@ -105,7 +105,7 @@ def fails_the_files_for_which_ffmpeg_has_gone(session):
     await_status(program, *READY)
     program.convert(session.output, *sources)
     wait_for("the first file", started.exists)
-    session.ffmpeg_place().unlink()
+    session.ffmpeg_path().unlink()
     go.touch()
     program.await_states(["Complete", "Failed", "Failed"])
     expect_equal("messages", [row.message for row in program.rows()], ["", NOT_FOUND, NOT_FOUND])

@@ -1,4 +1,4 @@
-"""How the program ends."""
+"""Quitting the program."""
 
 from driver import input, media, processes, tree
 from driver.program import FILES_PANEL, FOLDERS_PANEL
@@ -6,7 +6,7 @@ from driver.registry import scenario
 from driver.tree import State
 from driver.waiting import expect, expect_equal, wait_for
 
-# Each needs the window to have the keyboard.
+# Each requires that the window has the keyboard focus.
 WAYS = {
     "the caption button": lambda program: program.click("Close"),
     "the shortcut": lambda program: program.key("ctrl+q"),
@@ -79,7 +79,7 @@ def keeps_two_programs_out_of_each_others_way(session):
                       for folder, seconds in (("two", 2), ("three", 1))]
     programs = [session.start(), session.start()]
     programs[0].convert(session.output, long)
-    # A name is chosen before ffmpeg takes it, so the programs must not choose at the same moment.
+    # A name is chosen before ffmpeg creates the file, so the programs must not choose at the same time.
     wait_for("the first program's file", (session.output / "song_converted.mp3").exists)
     programs[1].convert(session.output, short, shorter)
     programs[1].await_states(["Complete"] * 2)
@@ -112,15 +112,15 @@ def takes_a_name_that_another_program_has_taken_meanwhile(session):
     expect_equal("files", made, {"song_converted.mp3": "one", "song_converted_2.mp3": "two"})
 
 
-def await_keyboard_in(window):
-    wait_for("keyboard in the panel", lambda: any(
+def await_focus_in(window):
+    wait_for("focus in the panel", lambda: any(
         tree.has_state(node, State.FOCUSED) for node in tree.descendants(window)))
 
 
 def open_panel(program, name, panel):
     program.press(name)
     window = program.window(panel[0])
-    await_keyboard_in(window)
+    await_focus_in(window)
     return window
 
 
@@ -131,7 +131,7 @@ def does_not_quit_under_an_open_panel(session):
     panel = open_panel(program, "Add Audio", FILES_PANEL)
     program.key("ctrl+q")
     input.click(program.button("Close"))
-    await_keyboard_in(panel)
+    await_focus_in(panel)
     program.type_text(str(track))
     program.key("Return")
     program.await_no_window(FILES_PANEL[0])
@@ -155,11 +155,11 @@ def does_not_quit_under_a_message(session):
     program.key("ctrl+q")
 
     def is_dismissed():
-        # The keyboard comes back to the message in its own time.
+        # The alert regains the keyboard focus asynchronously.
         program.key("Escape")
         return program.alert() is None
 
-    wait_for("end of the message", is_dismissed)
+    wait_for("end of the alert", is_dismissed)
     program.await_names(["song.opus"])
     focus_window(program)
     program.key("ctrl+q")

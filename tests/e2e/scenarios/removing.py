@@ -1,4 +1,4 @@
-"""Files that are taken out of the queue."""
+"""Removing files from the queue."""
 
 import resource
 import signal
@@ -11,50 +11,50 @@ from driver.waiting import expect, expect_equal, wait_equal, wait_for
 FATAL = "Fatal error: Index out of range: the batch went beyond the end of the queue\n"
 
 
-def queue(session, *names):
-    """A program with files of these names, none of which is ever converted."""
+def start_with_queue(session, *names):
+    """Starts the program and queues files of these names, which are never converted."""
     program = session.start()
     program.add_files(*[session.script(name) for name in names])
     program.await_names(list(names))
     return program
 
 
-def click_cross(program, name):
+def click_remove_button(program, name):
     input.click(program.button(f"Remove {name}"))
 
 
 def click_row(program, name):
-    """Clicks beside the cross, and waits for what the click does."""
+    """Clicks the row beside its remove button, and waits for the focus."""
     input.click(program.row(name).node)
     wait_for(f"focus on {name}", lambda: tree.has_state(program.row(name).node, State.FOCUSED))
 
 
 class Gate:
-    """Files for the stand-in, each of which is at work until it is let go."""
+    """Scripts for the stand-in, each of which blocks until it is released."""
 
     def __init__(self, session):
         self.session = session
         session.replace_ffmpeg()
 
-    def _go(self, name):
+    def _gate_file(self, name):
         return self.session.folder / f"{name}-go"
 
-    def file(self, name, *end):
-        return self.session.script(name, f"convert wait-for {self._go(name)}",
-                                   *(end or ["convert write-output done"]))
+    def file(self, name, *commands):
+        return self.session.script(name, f"convert wait-for {self._gate_file(name)}",
+                                   *(commands or ["convert write-output done"]))
 
-    def let_go(self, name):
-        self._go(name).touch()
+    def release(self, name):
+        self._gate_file(name).touch()
 
-    def made(self):
+    def output_names(self):
         return sorted(path.name.removesuffix("_converted.mp3")
                       for path in self.session.output.iterdir())
 
 
 @scenario()
 def removes_rows_by_mouse_key_and_action(session):
-    program = queue(session, "1.opus", "2.opus", "3.opus", "4.opus")
-    click_cross(program, "2.opus")
+    program = start_with_queue(session, "1.opus", "2.opus", "3.opus", "4.opus")
+    click_remove_button(program, "2.opus")
     program.await_names(["1.opus", "3.opus", "4.opus"])
     program.await_text("3 audio files · 0 complete")
     program.button("Convert 3 Files")
@@ -72,7 +72,7 @@ def removes_rows_by_mouse_key_and_action(session):
 
 @scenario()
 def shows_the_drop_zone_again_after_the_last_row(session):
-    program = queue(session, "1.opus", "2.opus")
+    program = start_with_queue(session, "1.opus", "2.opus")
     click_row(program, "2.opus")
     program.key("Delete", "Delete")
     wait_for("drop zone", lambda: program.find(Role.PANEL, "Drop zone"))
@@ -82,7 +82,7 @@ def shows_the_drop_zone_again_after_the_last_row(session):
     expect("the start button cannot be pressed", start and not tree.is_enabled(start))
     program.add_files(session.music / "1.opus")
     program.await_names(["1.opus"])
-    click_cross(program, "1.opus")
+    click_remove_button(program, "1.opus")
     wait_for("drop zone", lambda: program.find(Role.PANEL, "Drop zone"))
     program.quit()
 
@@ -92,21 +92,21 @@ def offers_no_removal_of_a_file_at_work_or_done(session):
     gate = Gate(session)
     program = session.start()
     program.convert(session.output, gate.file("1.opus"), gate.file("2.opus"), gate.file("3.opus"))
-    gate.let_go("1.opus")
+    gate.release("1.opus")
     program.await_states(["Complete", "Converting", "Ready"])
-    crosses = [name for name in ("1.opus", "2.opus", "3.opus")
-               if program.has_button(f"Remove {name}")]
-    expect_equal("crosses", crosses, ["3.opus"])
+    removable = [name for name in ("1.opus", "2.opus", "3.opus")
+                 if program.has_button(f"Remove {name}")]
+    expect_equal("files with a remove button", removable, ["3.opus"])
     for name in ("1.opus", "2.opus"):
         expect_equal(f"actions of {name}", "Press" in tree.actions(program.row(name).node), False)
         click_row(program, name)
         program.key("Delete")
-    # What the key does not do is done before what the mouse does next.
+    # An effect of the key would come before that of the next click.
     program.click("WAV")
     program.await_text("AIFF and WAV preserve uncompressed PCM audio.")
     program.await_names(["1.opus", "2.opus", "3.opus"])
     for name in ("2.opus", "3.opus"):
-        gate.let_go(name)
+        gate.release(name)
     program.await_states(["Complete"] * 3)
     program.quit()
 
@@ -121,11 +121,11 @@ def removes_a_waiting_row_from_a_batch_that_is_then_cancelled(session):
     program.convert(session.output, first, *others)
     program.await_states(["Converting", "Ready", "Ready"])
     wait_for("the conversion", started.exists)
-    click_cross(program, "2.opus")
+    click_remove_button(program, "2.opus")
     program.await_names(["1.opus", "3.opus"])
     program.press("Cancel")
     program.await_states(["Cancelled", "Ready"])
-    click_cross(program, "1.opus")
+    click_remove_button(program, "1.opus")
     program.press("Convert 1 File")
     program.await_states(["Complete"])
     expect_equal("files", [path.name for path in session.output.iterdir()], ["3_converted.mp3"])
@@ -138,16 +138,16 @@ def passes_over_the_file_that_moves_up_when_one_before_it_is_removed(session):
     program = session.start()
     program.convert(session.output, gate.file("1.opus", "convert exit 1"), gate.file("2.opus"),
                     gate.file("3.opus"), gate.file("4.opus"))
-    gate.let_go("1.opus")
+    gate.release("1.opus")
     program.await_states(["Failed", "Converting", "Ready", "Ready"])
-    click_cross(program, "1.opus")
+    click_remove_button(program, "1.opus")
     program.await_names(["2.opus", "3.opus", "4.opus"])
     program.add_files(gate.file("5.opus"))
     for name in ("2.opus", "3.opus", "4.opus", "5.opus"):
-        gate.let_go(name)
+        gate.release(name)
     program.button("Convert 4 Files")
     program.await_states(["Complete", "Ready", "Complete", "Complete"])
-    expect_equal("made", gate.made(), ["2", "4", "5"])
+    expect_equal("output names", gate.output_names(), ["2", "4", "5"])
     program.press("Convert 4 Files")
     program.await_states(["Complete"] * 4)
     program.quit()
@@ -160,11 +160,11 @@ def halts_when_the_queue_has_become_shorter_than_the_batch_expects(session):
     program = session.start()
     program.convert(session.output, *[gate.file(f"{number}.opus") for number in (1, 2, 3)])
     program.await_states(["Converting", "Ready", "Ready"])
-    click_cross(program, "2.opus")
+    click_remove_button(program, "2.opus")
     program.await_names(["1.opus", "3.opus"])
-    gate.let_go("1.opus")
+    gate.release("1.opus")
     program.await_states(["Complete", "Converting"])
-    gate.let_go("3.opus")
+    gate.release("3.opus")
     expect_equal("end", program.await_end(), -signal.SIGABRT)
-    session.expected_words = FATAL
-    expect_equal("made", gate.made(), ["1", "3"])
+    session.expected_output = FATAL
+    expect_equal("output names", gate.output_names(), ["1", "3"])

@@ -1,4 +1,4 @@
-"""From launch to converted files without a mouse: by the keyboard alone, and by a screen reader alone."""
+"""From launch to converted files without a mouse: by keyboard alone, and by AT-SPI alone."""
 
 from driver import media, tree
 from driver.announcements import Announcements
@@ -14,7 +14,7 @@ def focused_name(program):
 
 
 def tab_to(program, name):
-    """Goes on until the control of that name has the focus."""
+    """Presses Tab until the control of this name has the focus."""
     for _ in range(30):
         if focused_name(program) == name:
             return
@@ -25,7 +25,7 @@ def tab_to(program, name):
 
 
 def fill_panel_by_keys(program, panel, path):
-    """The field of a panel has the focus when it opens."""
+    """Types into the panel's field, which has the initial focus, and confirms."""
     title, _ = panel
     program.window(title)
     wait_equal("focus", lambda: program.focus().get_role(), Role.TEXT)
@@ -72,7 +72,7 @@ def converts_by_keyboard_alone(session):
 
 
 def close_menu(program):
-    """From its first command. Qt 6.11 then leaves the focus on the menu bar for one more Escape."""
+    """Closes the menu from its first item. Qt 6.11 leaves the focus on the menu bar until a second Escape."""
     program.key("Escape")
     wait_for("closed menu", lambda: focused_name(program) != "Add Audio…")
     if focused_name(program) == "File":
@@ -99,7 +99,7 @@ def converts_by_a_screen_reader_alone(session):
     tracks = [media.make_track(session.music / f"{number}.opus") for number in (1, 2)]
     program = session.start()
     program.press("WAV")
-    program.await_choice("WAV")
+    program.await_checked("WAV")
     program.add_files(*tracks)
     program.await_names(["1.opus", "2.opus"])
     expect_equal("positions", [row.position for row in program.rows()], ["1 of 2", "2 of 2"])
@@ -127,39 +127,39 @@ def sets_the_quality_by_a_screen_reader(session):
     program.quit()
 
 
-def ask_for_too_many(program):
-    """Asks everything on the display for parts that it does not have, as who counted them earlier does."""
+def query_out_of_range_children(program):
+    """Queries out-of-range children of every accessible, as a client with a stale child count does."""
     for window in list(program.windows()):
         for node in [window, *tree.descendants(window, hidden=True)]:
             count = node.get_child_count()
             for index in (count, count + 1, count + 1000):
                 child = node.get_child_at_index(index)
-                expect(f'"{tree.name_of(node)}" has {count} parts, and no {index + 1}', child is None)
+                expect(f'"{tree.name_of(node)}" has {count} children, and no {index + 1}', child is None)
 
 
 @scenario()
 def survives_questions_for_what_is_not_there(session):
     program = session.start()
-    ask_for_too_many(program)
+    query_out_of_range_children(program)
     program.press("Add Audio")
     program.window(FILES_PANEL[0])
-    ask_for_too_many(program)
+    query_out_of_range_children(program)
     program.fill_panel(FILES_PANEL, *(session.script(f"{number}.opus") for number in range(20)))
     program.await_text("20 audio files · 0 complete")
-    ask_for_too_many(program)
+    query_out_of_range_children(program)
     program.press("Convert 20 Files")
     alert = program.await_alert("Choose an output folder first.")
-    ask_for_too_many(program)
+    query_out_of_range_children(program)
     tree.act(tree.find(alert, tree.BUTTONS, "OK"), "Press")
     program.await_no_alert()
     program.press("WAV")
-    program.open_bit_depths("16-bit")
-    ask_for_too_many(program)
+    program.open_bit_depth_popup("16-bit")
+    query_out_of_range_children(program)
     program.key("Escape")
-    # What is typed while it closes goes to the list.
-    wait_for("closed list", lambda: not program.listed_bit_depth("16-bit"))
+    # While the popup closes, it still gets the keys.
+    wait_for("closed popup", lambda: not program.bit_depth_item("16-bit"))
     program.key("F10")
     wait_equal("chosen command", lambda: focused_name(program), "Add Audio…")
-    ask_for_too_many(program)
+    query_out_of_range_children(program)
     close_menu(program)
     program.quit()

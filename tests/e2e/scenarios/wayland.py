@@ -1,4 +1,4 @@
-"""The smoke scenarios on a Wayland desktop, where there is no pointer to move: by a screen reader's means."""
+"""Smoke scenarios on Wayland, through AT-SPI, as there is no pointer."""
 
 from driver import media, tree
 from driver.compositor import ENVIRONMENT, Compositor

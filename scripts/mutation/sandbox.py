@@ -221,7 +221,8 @@ class Sandbox:
             os.mkdir(os.path.join(folder, name))
             os.chmod(os.path.join(folder, name), mode)
         environment = dict(os.environ, TMPDIR="/tmp", HOME=f"{folder}/home",
-                           XDG_RUNTIME_DIR=f"{folder}/home", **program.environment)
+                           XDG_RUNTIME_DIR=f"{folder}/home", KESTREL_TEST_MEDIA=f"{folder}/home/media",
+                           **program.environment)
         users = [] if os.geteuid() == 0 else ["--user", "--map-current-user", "--keep-caps"]
         # The test is killed with this program.
         command = ["setpriv", "--pdeathsig", "KILL", "unshare", *users, "--mount", "--pid", "--fork",

@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <cstddef>
+#include <cstdlib>
 #include <filesystem>
 #include <sstream>
 #include <stdexcept>
@@ -52,7 +53,9 @@ namespace {
 std::filesystem::path tone(double seconds) {
     std::ostringstream length;
     length << seconds;
-    const std::filesystem::path folder = TEST_MEDIA;
+    // Set where the build folder is read-only.
+    const char* const variable = std::getenv("KESTREL_TEST_MEDIA");
+    const std::filesystem::path folder = variable != nullptr ? variable : TEST_MEDIA;
     std::filesystem::path file = folder / ("tone-" + length.str() + ".opus");
     if (!std::filesystem::exists(file)) {
         std::filesystem::create_directories(folder);

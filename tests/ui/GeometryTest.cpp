@@ -1,10 +1,8 @@
 #include "AppBadge.h"
 #include "Button.h"
 #include "ContentView.h"
-#include "DropBadge.h"
 #include "DropZone.h"
 #include "FormatButton.h"
-#include "JobBadge.h"
 #include "JobRow.h"
 #include "JobScrollArea.h"
 #include "PercentLabel.h"
@@ -207,7 +205,7 @@ TEST_F(GeometryTest, laysOutTheQueuePanel) {
 
 TEST_F(GeometryTest, laysOutTheDropZone) {
     const QRect zone = box<DropZone>();
-    const QRect badge = box<DropBadge>();
+    const QRect badge = box("dropBadge");
     const QRect title = box("dropTitle");
     const QRect explanation = box("dropExplanation");
     const QRect audio = button("Choose Audio");
@@ -264,7 +262,7 @@ TEST_F(GeometryTest, laysOutTheRowsOfTheList) {
     const QRect converting = box(rows[1]);
     const QRect bar = part(rows[1], "progress");
     const QRect waiting = box(rows[2]);
-    const QRect badge = box(rows[2]->findChild<JobBadge*>());
+    const QRect badge = part(rows[2], "badge");
     const QRect name = part(rows[2], "name");
     const QRect folder = part(rows[2], "folder");
     const QRect bullet = part(rows[2], "bullet");

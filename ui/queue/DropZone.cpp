@@ -1,8 +1,8 @@
 #include "DropZone.h"
 
+#include "Badge.h"
 #include "Button.h"
 #include "ContinuousRectangle.h"
-#include "DropBadge.h"
 #include "FileDropTarget.h"
 #include "Label.h"
 #include "TextFont.h"
@@ -32,6 +32,27 @@ Label* makeText(const QString& text, const TextFont& font, QWidget* parent) {
     return label;
 }
 
+constexpr int discSize = 112;
+constexpr int ringSize = 88;
+constexpr int badgeFontSize = 35;
+
+void drawDropBadge(QPainter& painter, const QRect& rect, const QPalette& palette) {
+    const ThemeColor purple = ThemeColor::Name::purple;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(purple.withOpacity(0.1).color(palette));
+    painter.drawEllipse(QRectF(rect));
+
+    QRectF ring(0, 0, ringSize, ringSize);
+    ring.moveCenter(QRectF(rect).center());
+    painter.setPen(QPen(purple.withOpacity(0.25).color(palette), 1));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawEllipse(ring.adjusted(0.5, 0.5, -0.5, -0.5));
+
+    drawSymbol(painter, rect, Symbol::arrowDownDocFill, symbolSize(systemFont(badgeFontSize)),
+               purple.color(palette));
+}
+
 } // namespace
 
 DropZone::DropZone(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
@@ -48,12 +69,15 @@ DropZone::DropZone(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
     explanation->setObjectName(QStringLiteral("dropExplanation"));
     explanation->setThemeColor(ThemeColor::Name::secondary);
 
+    auto* badge = new Badge(discSize, drawDropBadge, this);
+    badge->setObjectName(QStringLiteral("dropBadge"));
+
     const int side = zonePadding + outlineInset + textMargin;
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(side, outlineInset, side, outlineInset);
     column->setSpacing(0);
     column->addStretch(1);
-    column->addWidget(new DropBadge(this), 0, Qt::AlignHCenter);
+    column->addWidget(badge, 0, Qt::AlignHCenter);
     column->addSpacing(zoneSpacing + 12);
     column->addWidget(title);
     column->addSpacing(zoneSpacing + 2);

@@ -1,17 +1,18 @@
 #include "JobRow.h"
 
 #include "ApplicationFont.h"
+#include "Badge.h"
 #include "Button.h"
 #include "DisplayText.h"
 #include "ElidedLabel.h"
 #include "FileURL.h"
 #include "FocusRing.h"
-#include "JobBadge.h"
 #include "JobState.h"
 #include "KeyboardFocus.h"
 #include "Label.h"
 #include "ProgressBar.h"
 #include "Symbol.h"
+#include "SymbolBadge.h"
 #include "SymbolView.h"
 
 #include <QHBoxLayout>
@@ -23,6 +24,16 @@
 
 namespace kestrel {
 namespace {
+
+constexpr int badgeSide = 42;
+
+void drawJobBadge(QPainter& painter, const QRect& rect, const QPalette& palette) {
+    constexpr double radius = 9;
+    constexpr double fillOpacity = 0.11;
+    const ThemeColor purple = ThemeColor::Name::purple;
+    drawSymbolBadge(painter, rect, radius, purple.withOpacity(fillOpacity).color(palette),
+                    Symbol::waveform, TextFont{}.font(), purple.color(palette));
+}
 
 void setAccessibleNameIfChanged(QWidget& widget, const QString& name) {
     if (widget.accessibleName() != name) {
@@ -44,7 +55,9 @@ JobRow::JobRow(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(overhang, 7, overhang, 7);
     row->setSpacing(14);
-    row->addWidget(new JobBadge(this), 0, Qt::AlignVCenter);
+    auto* badge = new Badge(badgeSide, drawJobBadge, this);
+    badge->setObjectName(QStringLiteral("badge"));
+    row->addWidget(badge, 0, Qt::AlignVCenter);
     row->addLayout(makeTexts(), 1);
 
     checkMark_ = new SymbolView(Symbol::checkmarkCircleFill, {TextStyle::title3},

@@ -54,19 +54,17 @@ QPixmap makeGlow(const QColor& color, double devicePixelRatio) {
     return glow;
 }
 
-void drawBadge(QPainter& painter, const QPalette& palette) {
-    QLinearGradient gradient(0, 0, appBadgeSide, appBadgeSide);
+void drawBadge(QPainter& painter, const QRect& rect, const QPalette& palette) {
+    QLinearGradient gradient(rect.topLeft(), QPoint(rect.width(), rect.height()));
     gradient.setColorAt(0, ThemeColor(ThemeColor::Name::purple).color(palette));
     gradient.setColorAt(1, ThemeColor(ThemeColor::Name::blue).color(palette));
-    drawSymbolBadge(painter, {0, 0, appBadgeSide, appBadgeSide}, appBadgeRadius, gradient,
-                    Symbol::waveformBadgePlus, TextFont{TextStyle::title2}.font(), Qt::white);
+    drawSymbolBadge(painter, rect, appBadgeRadius, gradient, Symbol::waveformBadgePlus,
+                    TextFont{TextStyle::title2}.font(), Qt::white);
 }
 
 } // namespace
 
-AppBadge::AppBadge(QWidget* parent) : QWidget(parent) {
-    setFixedSize(appBadgeSide, appBadgeSide);
-}
+AppBadge::AppBadge(QWidget* parent) : Badge(appBadgeSide, drawBadge, parent) {}
 
 void AppBadge::drawGlow(QPainter& painter, const QRect& badge, const QPalette& palette) {
     const double ratio = painter.device()->devicePixelRatioF();
@@ -86,13 +84,8 @@ QPixmap AppBadge::pixmap(const QPalette& palette, double devicePixelRatio) {
     pixmap.setDevicePixelRatio(devicePixelRatio);
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
-    drawBadge(painter, palette);
+    drawBadge(painter, QRect(0, 0, appBadgeSide, appBadgeSide), palette);
     return pixmap;
-}
-
-void AppBadge::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
-    drawBadge(painter, palette());
 }
 
 } // namespace kestrel

@@ -1,12 +1,13 @@
 #pragma once
 
+#include "Badge.h"
+
 #include <QPixmap>
-#include <QWidget>
 
 namespace kestrel {
 
 /// The program's badge in the header of the sidebar.
-class AppBadge : public QWidget {
+class AppBadge : public Badge {
     Q_OBJECT
 
   public:
@@ -18,9 +19,6 @@ class AppBadge : public QWidget {
     /// Draws the glow around a badge. Most of it lies outside the badge, so the badge's parent
     /// draws it.
     static void drawGlow(QPainter& painter, const QRect& badge, const QPalette& palette);
-
-  protected:
-    void paintEvent(QPaintEvent* event) override;
 };
 
 } // namespace kestrel

@@ -17,8 +17,8 @@ namespace kestrel {
 /// working folder and process group; no signal is blocked or ignored in it.
 ///
 /// One thread calls launch(), the take functions and waitUntilExit(); interrupt() is thread-safe. A
-/// child that is still running when its object is destroyed keeps running, and is reaped when it
-/// exits.
+/// child that is still running when its object is destroyed keeps running; a detached thread reaps
+/// it when it exits.
 class ChildProcess {
   public:
     enum class StandardOutput : unsigned char { pipe, nullDevice };

@@ -9,7 +9,8 @@ namespace {
 
 constexpr double separatorOpacity = 0.2;
 
-QColor named(ThemeColor::Name name, ColorScheme scheme) {
+/// Returns the RGB value of a colour name in the light or the dark scheme.
+QColor rgbOf(ThemeColor::Name name, ColorScheme scheme) {
     const bool isDark = scheme == ColorScheme::dark;
     switch (name) {
     case ThemeColor::Name::purple:
@@ -35,12 +36,13 @@ QColor scaled(QColor color, double opacity) {
 } // namespace
 
 ThemeColor ThemeColor::withOpacity(double opacity) const {
-    ThemeColor ink = *this;
-    ink.opacity_ *= opacity;
-    return ink;
+    ThemeColor color = *this;
+    color.opacity_ *= opacity;
+    return color;
 }
 
 QColor ThemeColor::color(const QPalette& palette) const {
+    // Dark iff the palette's window text is lighter than its window.
     const ColorScheme scheme = colorScheme(palette);
     switch (name_) {
     case Name::primary:
@@ -50,7 +52,7 @@ QColor ThemeColor::color(const QPalette& palette) const {
         return scaled(palette.color(QPalette::Active, QPalette::WindowText), dimmed * opacity_);
     }
     default:
-        return scaled(named(name_, scheme), opacity_);
+        return scaled(rgbOf(name_, scheme), opacity_);
     }
 }
 

@@ -27,8 +27,13 @@ class ConversionRunner {
     virtual void convert(const FileURL& source, const FileURL& destination,
                          const ConversionSettings& settings, const ProgressHandler& onProgress) = 0;
 
-    /// Asks the running conversion to stop, without waiting for it. No-op if none is running or its
-    /// child has not been launched yet. Thread-safe.
+    /// Announces a call of `convert` on another thread, so that an interrupt which comes before
+    /// that thread runs is not lost. Optional.
+    virtual void prepareConversion() {}
+
+    /// Asks the running conversion to stop, without waiting for it. An interrupt before its child
+    /// is launched, as during the duration probe, takes effect at the launch. No-op if no
+    /// conversion is running. Thread-safe.
     virtual void interruptActiveProcess() = 0;
 };
 

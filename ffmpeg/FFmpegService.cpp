@@ -101,24 +101,38 @@ void lowerPriorityOfThisThread() noexcept {
 
 } // namespace
 
-/// Publishes the conversion child in `activeProcess_` for the lifetime of this object.
-class FFmpegService::ActiveProcessScope {
+/// Keeps stage and child of the service for one conversion.
+class FFmpegService::ConversionScope {
   public:
-    ActiveProcessScope(FFmpegService& service, std::shared_ptr<ChildProcess> child)
-        : service_(service) {
-        store(std::move(child));
+    explicit ConversionScope(FFmpegService& service) : service_(service) {
+        const std::lock_guard lock(service_.mutex_);
+        service_.isInterruptPending_ =
+            service_.isInterruptPending_ && service_.stage_ == Stage::beforeLaunch;
+        service_.stage_ = Stage::beforeLaunch;
     }
 
-    ActiveProcessScope(const ActiveProcessScope&) = delete;
-    ActiveProcessScope& operator=(const ActiveProcessScope&) = delete;
+    ConversionScope(const ConversionScope&) = delete;
+    ConversionScope& operator=(const ConversionScope&) = delete;
 
-    ~ActiveProcessScope() { store(nullptr); }
+    ~ConversionScope() { enter(Stage::idle, nullptr); }
+
+    /// Launches the child, and interrupts it if that was asked for before.
+    void launch(const std::shared_ptr<ChildProcess>& child) {
+        enter(Stage::beforeLaunch, child);
+        child->launch();
+        if (enter(Stage::launched, child)) {
+            child->interrupt();
+        }
+    }
 
   private:
-    void store(std::shared_ptr<ChildProcess> child) noexcept {
+    /// Returns whether an interrupt is pending.
+    bool enter(Stage stage, std::shared_ptr<ChildProcess> child) noexcept {
         const std::lock_guard lock(service_.mutex_);
+        service_.stage_ = stage;
         // Swapped, so that the previous pointer is released after the mutex.
         service_.activeProcess_.swap(child);
+        return service_.isInterruptPending_;
     }
 
     FFmpegService& service_;
@@ -132,6 +146,7 @@ std::optional<FileURL> FFmpegService::locateBinary() {
 
 void FFmpegService::convert(const FileURL& source, const FileURL& destination,
                             const ConversionSettings& settings, const ProgressHandler& onProgress) {
+    ConversionScope scope(*this);
     const std::optional<FileURL> ffmpeg = locator_();
     if (!ffmpeg) {
         throw FFmpegError::notFound();
@@ -142,13 +157,12 @@ void FFmpegService::convert(const FileURL& source, const FileURL& destination,
     const auto child =
         std::make_shared<ChildProcess>(*ffmpeg, conversionArguments(source, destination, settings),
                                        ChildProcess::StandardOutput::pipe);
-    const ActiveProcessScope active(*this, child);
     // Read concurrently with the progress, so that neither pipe fills up and blocks the child.
     std::promise<FileDescriptor> standardError;
     std::future<std::string> diagnostics = readInBackground(*ffmpeg, standardError.get_future());
     const std::optional<struct stat> existing =
         settings.overwrite ? std::nullopt : statusOf(destination);
-    child->launch();
+    scope.launch(child);
     standardError.set_value(child->takeStandardError());
     try {
         const bool hasEnded = reportProgress(child->takeStandardOutput(), duration, onProgress);
@@ -168,15 +182,23 @@ void FFmpegService::convert(const FileURL& source, const FileURL& destination,
     }
 }
 
+void FFmpegService::prepareConversion() {
+    const std::lock_guard lock(mutex_);
+    stage_ = Stage::beforeLaunch;
+    isInterruptPending_ = false;
+}
+
 void FFmpegService::interruptActiveProcess() {
     std::shared_ptr<ChildProcess> child;
     {
         const std::lock_guard lock(mutex_);
+        if (stage_ != Stage::launched) {
+            isInterruptPending_ = true;
+            return;
+        }
         child = activeProcess_;
     }
-    if (child) {
-        child->interrupt();
-    }
+    child->interrupt();
 }
 
 double FFmpegService::mediaDuration(const FileURL& source, const FileURL& ffmpeg) {

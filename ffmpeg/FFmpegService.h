@@ -37,20 +37,28 @@ class FFmpegService final : public ConversionRunner {
     void convert(const FileURL& source, const FileURL& destination,
                  const ConversionSettings& settings, const ProgressHandler& onProgress) override;
 
+    void prepareConversion() override;
+
     void interruptActiveProcess() override;
 
   private:
-    class ActiveProcessScope;
+    class ConversionScope;
+
+    /// Where the conversion is; an interrupt reaches it before and after the launch.
+    enum class Stage : unsigned char { idle, beforeLaunch, launched };
 
     /// Runs the duration probe. Returns seconds, or 0 if it fails for any reason. FIFOs and
     /// character devices are not probed.
     static double mediaDuration(const FileURL& source, const FileURL& ffmpeg);
 
     BinaryLocator locator_;
-    /// Guards `activeProcess_`.
+    /// Guards the members below.
     std::mutex mutex_;
     /// The child of the conversion, never of the probe; null when there is none.
     std::shared_ptr<ChildProcess> activeProcess_;
+    Stage stage_ = Stage::idle;
+    /// Whether an interrupt came before the launch.
+    bool isInterruptPending_ = false;
 };
 
 } // namespace kestrel

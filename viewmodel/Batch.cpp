@@ -28,14 +28,15 @@ QCoro::Task<> ConverterViewModel::Batch::run(Batch batch) {
 QCoro::Task<> ConverterViewModel::Batch::convertJobs() {
     const std::size_t length = model_->jobs_.size();
     for (std::size_t position = 0; position < length; ++position) {
+        // Before the range check: a cancelled batch never ends in the fatal error.
+        if (stop_.stop_requested()) {
+            co_return;
+        }
         if (position >= model_->jobs_.size()) {
             fatalError("Index out of range: the batch went beyond the end of the queue");
         }
         if (model_->jobs_[position].state.is(JobState::Case::completed)) {
             continue;
-        }
-        if (stop_.stop_requested()) {
-            co_return;
         }
         const Next next = co_await convertJob(position);
         if (next == Next::stop) {

@@ -29,6 +29,7 @@ QFuture<std::exception_ptr> convertOnWorker(const std::shared_ptr<ConversionRunn
     auto outcome = std::make_shared<Outcome>();
     outcome->start();
     QFuture<std::exception_ptr> future = outcome->future();
+    runner->prepareConversion();
     try {
         std::thread([=]() mutable {
             std::exception_ptr failure;

@@ -58,15 +58,15 @@ TEST_F(InterruptFaultTest, stopsTheBatchBeforeItsFirstFileWhenItCancelsAtOnce) {
     EXPECT_EQ(outcomeOf(1), "waiting");
 }
 
-TEST_F(InterruptFaultTest, letsTheProbeAndItsFileFinish) {
+TEST_F(InterruptFaultTest, letsTheProbeFinishAndCancelsItsFile) {
     folder.write("in/1.opus", "probe touch " + path("probing") + "\nprobe wait-for " + path("go") +
-                                  "\nconvert write-output fine\n");
+                                  "\nconvert block\n");
     model->start();
     ASSERT_TRUE(runUntil([this] { return exists("probing"); }));
     model->cancel();
     folder.write("go", "x");
     finish();
-    EXPECT_EQ(outcomeOf(0), "completed");
+    EXPECT_EQ(outcomeOf(0), "cancelled");
     EXPECT_EQ(outcomeOf(1), "waiting");
 }
 
@@ -89,7 +89,7 @@ struct InterruptPoint {
 class InterruptPointTest : public InterruptFaultTest,
                            public ::testing::WithParamInterface<InterruptPoint> {};
 
-TEST_P(InterruptPointTest, decidesWhetherItReachesTheChild) {
+TEST_P(InterruptPointTest, reachesTheChildOfTheConversion) {
     const InterruptPoint& row = GetParam();
     folder.write("in/1.opus", row.script);
     destination = folder.file("new");
@@ -104,11 +104,13 @@ TEST_P(InterruptPointTest, decidesWhetherItReachesTheChild) {
 INSTANTIATE_TEST_SUITE_P(
     InterruptFaults, InterruptPointTest,
     ::testing::Values(InterruptPoint{"betweenTheProbeAndTheConversion", Call::makeFolder, 1,
-                                     "convert write-output fine\n", "completed", "completed"},
+                                     "convert block\n", "cancelled", "waiting"},
                       // The threads are the worker, the probe, and the stderr reader, which is
                       // created before the child.
                       InterruptPoint{"beforeTheConversionHasBegunToStart", Call::thread, 3,
-                                     "convert write-output fine\n", "completed", "completed"},
+                                     "convert block\n", "cancelled", "waiting"},
+                      InterruptPoint{"beforeTheWorkerRuns", Call::thread, 1, "convert block\n",
+                                     "cancelled", "waiting"},
                       InterruptPoint{"whileTheConversionStarts", Call::spawn, 2, "convert block\n",
                                      "cancelled", "waiting"}),
     [](const auto& row) { return std::string(row.param.name); });

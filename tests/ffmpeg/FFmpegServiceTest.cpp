@@ -282,15 +282,39 @@ TEST_F(FFmpegServiceTest, failsWhenTheChildHandlesTheInterrupt) {
     EXPECT_THAT(fractions, ElementsAre(1.0));
 }
 
-TEST_F(FFmpegServiceTest, ignoresAnInterruptDuringTheProbe) {
+TEST_F(FFmpegServiceTest, interruptsTheChildWhenItIsLaunchedIfAskedDuringTheProbe) {
     writeScript("probe touch " + path("probing") + "\nprobe wait-for " + path("go") + "\n" +
-                tenSeconds + "convert out out_time_ms=5000000\\n\n");
+                tenSeconds + "convert block\n");
     auto result = outcomeInBackground();
     ASSERT_TRUE(waitUntil([this] { return exists("probing"); }));
     service.interruptActiveProcess();
     folder.write("go", "x");
-    EXPECT_EQ(result.get(), "succeeds");
-    EXPECT_THAT(fractions, ElementsAre(0.5));
+    EXPECT_EQ(result.get(), "cancelled");
+    writeScript("");
+    EXPECT_EQ(outcome(), "succeeds");
+}
+
+TEST_F(FFmpegServiceTest, forgetsAnInterruptWithTheConversionThatNeverLaunchedAChild) {
+    writeScript("probe touch " + path("probing") + "\nprobe wait-for " + path("go") + "\n");
+    destination = FileURL(folder.write("file", "x").path() + "/x.mp3");
+    auto result = outcomeInBackground();
+    ASSERT_TRUE(waitUntil([this] { return exists("probing"); }));
+    service.interruptActiveProcess();
+    folder.write("go", "x");
+    EXPECT_THAT(result.get(), HasSubstr("platform"));
+    destination = folder.file("out/x.mp3");
+    writeScript("");
+    EXPECT_EQ(outcome(), "succeeds");
+}
+
+TEST_F(FFmpegServiceTest, remembersAnInterruptFromThePreparationOn) {
+    service.prepareConversion();
+    service.interruptActiveProcess();
+    writeScript("convert block\n");
+    EXPECT_EQ(outcome(), "cancelled");
+    service.prepareConversion();
+    writeScript("");
+    EXPECT_EQ(outcome(), "succeeds");
 }
 
 TEST_F(FFmpegServiceTest, ignoresAnInterruptWhileIdle) {

@@ -67,6 +67,21 @@ TEST_F(BatchCancelTest, stopsTheBatchIfAChildDiesByAnUnrequestedSignal) {
     EXPECT_EQ(runner->interrupts(), 0);
 }
 
+TEST_F(BatchCancelTest, endsWithoutAFatalErrorAlthoughTheQueueHasBecomeShorter) {
+    runner->setScript("1.opus", [this](const auto&, const auto& onProgress) {
+        onProgress(reached);
+        runner->waitForInterrupt();
+        throw FFmpegError::processFailed("Exiting normally");
+    });
+    model->start();
+    ASSERT_TRUE(runUntil([this] { return job(0).progress == reached; }));
+    model->remove(job(2));
+    model->remove(job(1));
+    model->cancel();
+    ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }));
+    EXPECT_EQ(states(), std::vector{JobState::failed("Exiting normally")});
+}
+
 TEST_F(BatchCancelTest, stopsBeforeTheFirstJobIfRequestedRightAfterStart) {
     model->start();
     model->cancel();

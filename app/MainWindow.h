@@ -52,7 +52,7 @@ class MainWindow : public QWidget {
     void refreshMinimum();
     /// Shows border and resize handles only while floating, and updates the maximise button.
     void refreshState();
-    /// Requests the minimum size, once for each smaller size that the window is given.
+    /// Requests to enlarge a window below its minimum size, once for each such size.
     void enforceMinimumSize();
     /// Whether the window is neither maximised nor full-screen.
     bool isFloating() const;

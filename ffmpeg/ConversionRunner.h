@@ -20,10 +20,10 @@ class ConversionRunner {
     ConversionRunner& operator=(const ConversionRunner&) = delete;
     virtual ~ConversionRunner() = default;
 
-    /// Converts `source` to the file `destination`, creating its folder if missing. Returns iff the
-    /// output is written; otherwise throws an FFmpegError, a PlatformError, std::bad_alloc, or what
-    /// `onProgress` threw. Blocks until the conversion ends: any thread but the main one, one call
-    /// at a time.
+    /// Converts `source` to the file `destination`, creating its folder if missing. Returns if
+    /// ffmpeg reports success; otherwise throws an FFmpegError, a PlatformError, std::bad_alloc, or
+    /// what `onProgress` threw. Blocks until the conversion ends: any thread but the main one, one
+    /// call at a time.
     virtual void convert(const FileURL& source, const FileURL& destination,
                          const ConversionSettings& settings, const ProgressHandler& onProgress) = 0;
 

@@ -24,10 +24,10 @@ class JobState {
     /// ffmpeg is running for this job.
     static JobState converting() { return JobState(Case::converting); }
 
-    /// The output file was written.
+    /// ffmpeg reported success.
     static JobState completed() { return JobState(Case::completed); }
 
-    /// The user stopped the conversion.
+    /// ffmpeg was killed by a signal, usually that of "Cancel".
     static JobState cancelled() { return JobState(Case::cancelled); }
 
     Case which() const noexcept { return case_; }

@@ -51,9 +51,9 @@ class OutputFormat {
     /// The raw value in lower case, without a dot.
     std::string fileExtension() const;
 
-    /// The encoder arguments of the ffmpeg command line. `quality`, 0 to 100, higher is better,
-    /// applies to MP3 only; there, a value whose VBR level is no 64-bit integer is a fatal error.
-    /// `bitDepth` applies to AIFF and WAV only.
+    /// The encoder arguments of the ffmpeg command line. `quality`: 0 to 100, higher is better; MP3
+    /// only. Fatal error if it is NaN or its VBR level overflows 64 bits. `bitDepth`: AIFF and WAV
+    /// only.
     std::vector<std::string> audioArguments(double quality, PCMBitDepth bitDepth) const;
 
     constexpr operator Case() const noexcept { return value_; }

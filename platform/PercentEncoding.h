@@ -9,9 +9,8 @@ namespace kestrel {
 /// Thread-safe.
 std::string percentEncoded(std::string_view path);
 
-/// Returns the bytes that percent-encoded text stands for, in no encoding. A "%" that two
-/// hexadecimal digits do not follow stays as it is, where QByteArray::fromPercentEncoding of Qt 6.4
-/// to 6.11 makes up a byte. Thread-safe.
+/// Decodes percent escapes to raw bytes. Malformed escapes are kept verbatim;
+/// QByteArray::fromPercentEncoding of Qt 6.4 to 6.11 decodes them to arbitrary bytes. Thread-safe.
 std::string percentDecoded(std::string_view text);
 
 } // namespace kestrel

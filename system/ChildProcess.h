@@ -30,8 +30,9 @@ class ChildProcess {
     ChildProcess& operator=(const ChildProcess&) = delete;
     ~ChildProcess();
 
-    /// Starts the program. Restores the default disposition of SIGCHLD where this process ignores
-    /// it. Throws PlatformError when the program cannot be started. Requires: not called before.
+    /// Starts the program. Restores the default disposition of SIGCHLD if it is ignored or has
+    /// SA_NOCLDWAIT. Throws PlatformError when the program cannot be started. Requires: not called
+    /// before.
     void launch();
 
     /// Returns the read end of the child's stdout, or none where it is the null device; the caller

@@ -30,20 +30,20 @@ PlatformError::PlatformError(const char* sentence, const FileURL& url, std::erro
 
 PlatformError PlatformError::folderNotCreated(const FileURL& folder, std::error_code reason) {
     return {
-        //: The path of a folder, and the system's words for the reason.
+        //: The path of a folder, and the system's error message.
         QT_TRANSLATE_NOOP("kestrel::PlatformError", "The folder “%1” could not be created: %2."),
         folder, reason};
 }
 
 PlatformError PlatformError::programNotStarted(const FileURL& program, std::error_code reason) {
     return {
-        //: The path of a program, and the system's words for the reason.
+        //: The path of a program, and the system's error message.
         QT_TRANSLATE_NOOP("kestrel::PlatformError", "The program “%1” could not be started: %2."),
         program, reason};
 }
 
 PlatformError PlatformError::programLost(const FileURL& program, std::error_code reason) {
-    //: The path of a program, and the system's words for the reason.
+    //: The path of a program, and the system's error message.
     return {QT_TRANSLATE_NOOP("kestrel::PlatformError",
                               "The connection to the program “%1” was lost: %2."),
             program, reason};

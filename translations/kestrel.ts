@@ -290,17 +290,17 @@
     <name>kestrel::PlatformError</name>
     <message>
         <source>The folder “%1” could not be created: %2.</source>
-        <extracomment>The path of a folder, and the system&apos;s words for the reason.</extracomment>
+        <extracomment>The path of a folder, and the system&apos;s error message.</extracomment>
         <translation type="unfinished"></translation>
     </message>
     <message>
         <source>The program “%1” could not be started: %2.</source>
-        <extracomment>The path of a program, and the system&apos;s words for the reason.</extracomment>
+        <extracomment>The path of a program, and the system&apos;s error message.</extracomment>
         <translation type="unfinished"></translation>
     </message>
     <message>
         <source>The connection to the program “%1” was lost: %2.</source>
-        <extracomment>The path of a program, and the system&apos;s words for the reason.</extracomment>
+        <extracomment>The path of a program, and the system&apos;s error message.</extracomment>
         <translation type="unfinished"></translation>
     </message>
 </context>

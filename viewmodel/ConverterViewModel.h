@@ -42,8 +42,8 @@ class ConverterViewModel : public QObject, public std::enable_shared_from_this<C
         std::unique_ptr<FileViewer> fileViewer;
     };
 
-    /// An empty queue with the desktop's panels and file manager and the installed ffmpeg. Reads no
-    /// file and asks the desktop nothing.
+    /// An empty queue with the desktop's panels and file manager and the installed ffmpeg. Does no
+    /// I/O and makes no D-Bus call.
     ConverterViewModel();
     explicit ConverterViewModel(Dependencies dependencies);
     ConverterViewModel(const ConverterViewModel&) = delete;

@@ -5,9 +5,8 @@ import dataclasses
 
 @dataclasses.dataclass
 class Run:
-    """Run by the stage for documented commands, as it is written; or this command instead, where the reader
-    has to fill something in, where it takes hours, or where it would change this system. Those that are slow
-    are run nightly."""
+    """Run by the stage for documented commands; `instead` replaces a command that has placeholders, takes hours
+    or changes the system. Slow ones run nightly."""
 
     instead: str = ""
     is_nightly: bool = False
@@ -15,21 +14,21 @@ class Run:
 
 @dataclasses.dataclass
 class Stage:
-    """Run by .ci/run, with these words; nightly, where they stand in that part."""
+    """A stage of .ci/run with this command line."""
 
-    words: str
+    command: str
 
 
 @dataclasses.dataclass
 class Test:
-    """Shown by the tests whose names begin so."""
+    """Covered by the tests whose names begin with this."""
 
     name: str
 
 
 @dataclasses.dataclass
 class ByHand:
-    """Run by nobody but a developer, for this reason."""
+    """Not automated, for this reason."""
 
     reason: str
 

@@ -50,5 +50,12 @@ TEST_F(TranslatedErrorTest, isolatesPathAndReasonInRightToLeftText) {
                  "שגיאה \u2068/a/b\u2069: \u2068Permission denied\u2069.");
 }
 
+TEST_F(TranslatedErrorTest, balancesTheIsolatesOfAPath) {
+    const OneSentence translator("שגיאה %1: %2.");
+    const auto denied = std::make_error_code(std::errc::permission_denied);
+    EXPECT_STREQ(PlatformError::folderNotCreated(FileURL("/a\u2069b\u2067c"), denied).what(),
+                 "שגיאה \u2068/a\uFFFDb\u2067c\u2069\u2069: \u2068Permission denied\u2069.");
+}
+
 } // namespace
 } // namespace kestrel

@@ -14,7 +14,8 @@ struct AudioDescription {
     double seconds = 0;
 };
 
-/// Writes a real Opus file, a tone. Its name may have any bytes.
+/// Writes a real Opus file, a tone. Its name may have any bytes. Tones are cached in
+/// $KESTREL_TEST_MEDIA, or in the build folder if that is unset.
 void makeOpusFile(const FileURL& url, double seconds);
 
 /// Writes an Opus file that is slow to convert but quick to create: one minute, looped.

@@ -146,7 +146,7 @@ void JobScrollArea::reveal(std::size_t index) {
     }
 }
 
-std::size_t JobScrollArea::firstWholeRow() const {
+std::size_t JobScrollArea::firstUncutRow() const {
     const Range range = visibleRange();
     const qint64 firstTop = heights_.offsets().top(range.first) + endMargin;
     const bool isCut = firstTop < verticalScrollBar()->value();

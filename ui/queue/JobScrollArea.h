@@ -18,14 +18,14 @@ namespace kestrel {
 class JobRow;
 
 /// A virtualised list of jobs: only the visible rows are widgets, and they are recycled while the
-/// list scrolls. The row with the keyboard focus is never recycled; it stays a widget outside the
-/// viewport.
+/// list scrolls. The row with the keyboard focus is pinned: it stays a widget outside the viewport
+/// while its job is queued.
 class JobScrollArea : public QAbstractScrollArea {
     Q_OBJECT
 
   public:
-    /// From the edges of the list to the contents of its rows, in pixels; the scroll bar lies in
-    /// between. What is above and below the list has the same margin.
+    /// From the edges of the list to the contents of its rows, in pixels; includes the scroll bar.
+    /// The views above and below the list have the same margin.
     static constexpr int sideMargin = 26;
 
     explicit JobScrollArea(std::shared_ptr<ConverterViewModel> model, QWidget* parent = nullptr);
@@ -55,13 +55,14 @@ class JobScrollArea : public QAbstractScrollArea {
     /// The heights of all rows, as of the last refresh.
     const JobRowHeights& heights() const noexcept { return heights_; }
 
-    /// Returns the first row whose top edge is visible. Requires: a queue that is not empty.
-    std::size_t firstWholeRow() const;
+    /// Returns the first row whose top edge is visible, or the only visible row. Requires: a queue
+    /// that is not empty.
+    std::size_t firstUncutRow() const;
 
-    /// Scrolls as little as makes all of a row visible.
+    /// Scrolls by the minimum that makes the whole row visible.
     void reveal(std::size_t index);
 
-    /// Assigns widgets to the visible rows and the row with the focus, and moves them there.
+    /// Gives the visible rows and the pinned one their widgets and positions.
     void updateRows();
 
   protected:

@@ -97,7 +97,7 @@ void RovingTabStop::enter(Qt::FocusReason reason) {
     if (!list_.refreshIfStale() || list_.jobs().empty()) {
         return;
     }
-    moveTo(current_ ? current_->index : list_.firstWholeRow(), reason);
+    moveTo(current_ ? current_->index : list_.firstUncutRow(), reason);
 }
 
 void RovingTabStop::moveTo(std::size_t index, Qt::FocusReason reason) {

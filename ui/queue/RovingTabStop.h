@@ -42,7 +42,7 @@ class RovingTabStop final : public QObject {
     /// Moves the focus from a row whose job was removed to the current row.
     void moveFocusFrom(const JobRow& orphan);
 
-    /// Gives the focus to the current row; without one, to the first wholly visible one.
+    /// Gives the focus to the current row; without one, to JobScrollArea::firstUncutRow().
     void enter(Qt::FocusReason reason);
 
     /// Returns whether the key was handled.

@@ -16,7 +16,7 @@ QString displayText(std::string_view bytes);
 QString displayMessage(std::string_view bytes);
 
 /// Returns the text for use within other text: bidi-isolated if the layout is right-to-left or the
-/// text has characters that are not left-to-right, else unchanged.
+/// text has right-to-left characters or directional formatting characters, else unchanged.
 QString isolated(const QString& text);
 
 /// Returns a tool tip that shows the text verbatim, cut off after 1,000 characters.

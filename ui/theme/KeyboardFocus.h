@@ -6,17 +6,17 @@ class QWidget;
 
 namespace kestrel {
 
-/// Tells whether the focus is to be shown, which it is while the user works with the keyboard, not
-/// the mouse (as :focus-visible does). Main thread.
+/// Tracks whether the last input was by keyboard or mouse: only keyboard focus is shown, as with
+/// :focus-visible. Main thread.
 class KeyboardFocus : public QObject {
     Q_OBJECT
 
   public:
-    /// Returns whether the widget has the focus and is to draw its focus ring.
+    /// Returns whether the widget is to draw its focus ring.
     static bool isShownOn(const QWidget& widget);
 
-    /// Installs the event filter on the application, once; `isShownOn` does it too. Input before
-    /// that is not seen.
+    /// Installs the application's event filter if needed, as `isShownOn` does. Earlier input is
+    /// unknown.
     static void watch();
 
   protected:

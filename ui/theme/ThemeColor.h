@@ -18,7 +18,7 @@ class ThemeColor {
     /// Returns the colour with its opacity multiplied.
     ThemeColor withOpacity(double opacity) const;
 
-    /// Returns the RGB value, light or dark by the palette's colour scheme.
+    /// Returns the value for the palette's colour scheme; its alpha is the opacity.
     QColor color(const QPalette& palette) const;
 
     friend bool operator==(const ThemeColor&, const ThemeColor&) = default;

@@ -10,7 +10,7 @@ namespace kestrel {
 void paintVectorImage(QPainter& painter, const QString& name, double size) {
     QPicture picture;
     if (!picture.load(QStringLiteral(":/images/%1.pic").arg(name))) {
-        fatalError("a drawing is missing");
+        fatalError("a vector image is missing");
     }
     const double scale = size / picture.boundingRect().width();
     painter.save();

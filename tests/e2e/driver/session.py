@@ -6,7 +6,7 @@ import shutil
 import subprocess
 import tempfile
 
-from driver import screen, processes, tree
+from driver import processes, screen, tree
 from driver.program import Program, environment_with
 from driver.waiting import Unmet, expect_equal, wait_for
 
@@ -14,15 +14,15 @@ from driver.waiting import Unmet, expect_equal, wait_for
 # reader can avoid, or something that Qt does not implement. The last are of Qt 6.8 and 6.11. Qt also warns if
 # it queries the owner of the accessibility bus before D-Bus has told it of a new one.
 QT_WARNINGS = ("qt.accessibility.atspi: WARNING", "QAccessibleTable::", "QAccessibleTree::",
-              "qt.accessibility.atspi: Could not find accessible on path", "QAccessibleList::",
-              "qt.accessibility.atspi: AtSpiAdaptor::applicationInterface does not implement",
-              "qt.dbus.integration: QDBusConnection: name 'org.a11y.Bus' had owner",
-              "qt.qpa.services: Failed to register with host portal")
+               "qt.accessibility.atspi: Could not find accessible on path", "QAccessibleList::",
+               "qt.accessibility.atspi: AtSpiAdaptor::applicationInterface does not implement",
+               "qt.dbus.integration: QDBusConnection: name 'org.a11y.Bus' had owner",
+               "qt.qpa.services: Failed to register with host portal")
 # Before Qt 6.11, some messages had no category.
 QT_CATEGORY = "qt.qpa.services: "
 # Qt 6.8's warning in a non-UTF-8 locale.
 QT_LOCALE_WARNING = ("Detected locale ", "Qt depends on a UTF-8 locale, ",
-                    "If this causes problems, reconfigure your locale.", "for more information.")
+                     "If this causes problems, reconfigure your locale.", "for more information.")
 
 
 class Session:

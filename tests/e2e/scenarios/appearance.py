@@ -3,7 +3,7 @@
 import pathlib
 import subprocess
 
-from driver import screen, input, media, tree
+from driver import input, media, screen, tree
 from driver.registry import scenario
 from driver.session import QT_LOCALE_WARNING
 from driver.tree import Role

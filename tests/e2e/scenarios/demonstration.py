@@ -3,7 +3,7 @@
 import pathlib
 import shutil
 
-from driver import screen, media, tree
+from driver import media, screen, tree
 from driver.registry import scenario
 from driver.waiting import expect, expect_equal
 

@@ -2,7 +2,7 @@
 
 import shutil
 
-from driver import screen, input, media, tree
+from driver import input, media, screen, tree
 from driver.desktop import FileManager
 from driver.program import DESTINATION_PANEL
 from driver.registry import scenario

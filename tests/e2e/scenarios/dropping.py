@@ -4,7 +4,7 @@ import dataclasses
 import functools
 import os
 
-from driver import screen, media, tree
+from driver import media, screen, tree
 from driver.drops import DragSource, drop_files
 from driver.registry import scenario
 from driver.tree import Role

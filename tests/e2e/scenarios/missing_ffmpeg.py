@@ -2,7 +2,7 @@
 
 import shutil
 
-from driver import screen, input, tree
+from driver import input, screen, tree
 from driver.registry import scenario
 from driver.tree import Role
 from driver.waiting import expect, expect_equal, wait_for

@@ -47,7 +47,7 @@ TEST(VectorImageTest, respectsThePaintersTransform) {
 TEST(VectorImageDeathTest, terminatesOnAMissingImage) {
     // Qt runs threads, which a forked child does not have.
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_DEATH(painted(QStringLiteral("no.such"), 24), "Fatal error: a drawing is missing");
+    EXPECT_DEATH(painted(QStringLiteral("no.such"), 24), "Fatal error: a vector image is missing");
 }
 
 } // namespace

@@ -92,7 +92,7 @@ void ConverterViewModel::remove(const ConversionJob& job) {
 }
 
 void ConverterViewModel::chooseFiles() {
-    constexpr auto& extensions = FFmpegService::supportedExtensions;
+    constexpr const auto& extensions = FFmpegService::supportedExtensions;
     const auto chosen = dependencies_.openPanel->runModal(
         {//: The title of a panel.
          .title = tr("Choose Opus audio to convert").toStdString(),

@@ -1,7 +1,7 @@
 #include "FFmpegService.h"
 
 #include "ChildProcess.h"
-#include "DiagnosticsParser.h"
+#include "DiagnosticsTail.h"
 #include "DurationScanner.h"
 #include "ExecutableSearch.h"
 #include "FFmpegArguments.h"
@@ -63,12 +63,19 @@ bool isUnchanged(const struct stat& before, const std::optional<struct stat>& af
            after->st_mtim.tv_nsec == before.st_mtim.tv_nsec;
 }
 
+/// Reads stderr to its end and closes it. Throws std::system_error.
+std::string readTail(FileDescriptor source) {
+    DiagnosticsTail tail;
+    readChunks(source, [&tail](std::string_view chunk) { tail.feed(chunk); });
+    return tail.finish();
+}
+
 /// Throws PlatformError when no thread can be created: before there is a child that needs one.
 std::future<std::string> readInBackground(const FileURL& ffmpeg,
                                           std::future<FileDescriptor> source) {
     try {
         return runDetached(
-            [source = std::move(source)]() mutable { return readToEnd(source.get()); });
+            [source = std::move(source)]() mutable { return readTail(source.get()); });
     } catch (const std::system_error& failure) {
         throw PlatformError::programNotStarted(ffmpeg, failure.code());
     }
@@ -167,7 +174,7 @@ void FFmpegService::convert(const FileURL& source, const FileURL& destination,
     try {
         const bool hasEnded = reportProgress(child->takeStandardOutput(), duration, onProgress);
         const ProcessExit exit = child->waitUntilExit();
-        const std::string bytes = diagnostics.get();
+        const std::string tail = diagnostics.get();
         if (exit.reason == ProcessExit::Reason::uncaughtSignal) {
             throw FFmpegError::cancelled();
         }
@@ -175,7 +182,7 @@ void FFmpegService::convert(const FileURL& source, const FileURL& destination,
         const bool isRefused =
             existing && !hasEnded && isUnchanged(*existing, statusOf(destination));
         if (exit.code != 0 || isRefused) {
-            throw FFmpegError::processFailed(diagnosticsTail(bytes));
+            throw FFmpegError::processFailed(tail);
         }
     } catch (const std::system_error& failure) {
         throw PlatformError::programLost(*ffmpeg, failure.code());

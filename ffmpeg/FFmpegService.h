@@ -32,8 +32,8 @@ class FFmpegService final : public ConversionRunner {
     static constexpr std::array<std::string_view, 3> supportedExtensions{"opus", "ogg", "oga"};
 
     /// Leaves no child, thread or descriptor behind, except when reading or reporting progress
-    /// fails: then the child is not waited for, but reaped in the background. Keeps the whole
-    /// stderr of ffmpeg in memory while it runs.
+    /// fails: then the child is not waited for, but reaped in the background. Keeps the last 8
+    /// lines of stderr in memory.
     void convert(const FileURL& source, const FileURL& destination,
                  const ConversionSettings& settings, const ProgressHandler& onProgress) override;
 

@@ -20,8 +20,8 @@ rlim_t virtualMemorySize() {
     return pages * static_cast<rlim_t>(::sysconf(_SC_PAGESIZE));
 }
 
-TEST_F(FaultTest, failsTheFileWhoseStderrTakesMoreThanTheMemory) {
-    queueScript("convert flood-err 1000000000\nconvert exit 1\n");
+TEST_F(FaultTest, failsTheFileWhoseStderrLineTakesMoreThanTheMemory) {
+    queueScript("convert repeat-err 1000000000 x\nconvert exit 1\n");
     queueHarmless();
     // In a child process, so that the limit ends with it.
     const std::string outcomes = PrivateMounts::run([this] {

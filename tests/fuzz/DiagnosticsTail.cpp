@@ -1,6 +1,6 @@
-// diagnosticsTail(): same result as a simple reference implementation.
+// DiagnosticsTail: same result as a simple reference implementation, whatever the chunks.
 
-#include "DiagnosticsParser.h"
+#include "DiagnosticsTail.h"
 #include "FuzzInput.h"
 #include "FuzzTarget.h"
 #include "Property.h"
@@ -75,6 +75,14 @@ std::string expectedTail(std::string_view bytes) {
     return tail;
 }
 
+std::string diagnosticsTail(std::string_view bytes, std::size_t chunkSize) {
+    DiagnosticsTail tail;
+    for (std::size_t i = 0; i < bytes.size(); i += chunkSize) {
+        tail.feed(bytes.substr(i, chunkSize));
+    }
+    return tail.finish();
+}
+
 /// Collapses runs of replacement characters: how many a truncated sequence becomes is left open.
 std::string collapsed(const std::string& text) {
     const std::string two = replacement + replacement;
@@ -95,7 +103,8 @@ std::string collapsed(const std::string& text) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace kestrel;
     const std::string_view bytes = FuzzInput(data, size).bytes();
-    const std::string tail = diagnosticsTail(bytes);
+    const std::string tail = diagnosticsTail(bytes, bytes.size() + 1);
+    require(diagnosticsTail(bytes, 3) == tail, "the tail does not depend on the chunks");
     const std::string expected = expectedTail(bytes);
     if (repaired(bytes) == bytes) {
         require(tail == expected, "the tail is the last eight lines that are not empty");
@@ -103,6 +112,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(collapsed(tail) == collapsed(expected), "the tail is that of the repaired text");
     require(repaired(tail) == tail, "the tail is UTF-8");
     require(std::count(tail.begin(), tail.end(), '\n') < 8, "the tail has at most eight lines");
-    require(diagnosticsTail(tail) == tail, "the tail of a tail is the tail itself");
+    require(diagnosticsTail(tail, tail.size() + 1) == tail,
+            "the tail of a tail is the tail itself");
     return 0;
 }

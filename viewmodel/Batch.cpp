@@ -21,7 +21,11 @@ ConverterViewModel::Batch::Batch(std::shared_ptr<ConverterViewModel> model, std:
 
 // By value: the coroutine frame owns the batch.
 QCoro::Task<> ConverterViewModel::Batch::run(Batch batch) {
-    co_await batch.convertJobs();
+    try {
+        co_await batch.convertJobs();
+    } catch (...) {
+        // Out of memory while a failure was recorded: the batch ends all the same.
+    }
     batch.model_->publish([&] { batch.model_->isConverting_ = false; });
 }
 
@@ -51,7 +55,19 @@ ConverterViewModel::Batch::convertJob(std::size_t position) {
     const FileURL source = model_->jobs_[position].source();
     model_->setState(id, JobState::converting());
     model_->setProgress(id, 0.0);
+    std::exception_ptr failure;
+    try {
+        failure = co_await startConversion(id, source);
+    } catch (...) {
+        // Out of memory on the main thread: the next job would need some, too.
+        record(id, std::current_exception());
+        co_return Next::stop;
+    }
+    co_return record(id, failure);
+}
 
+QFuture<std::exception_ptr> ConverterViewModel::Batch::startConversion(const UUID& id,
+                                                                       const FileURL& source) {
     // Weak: a queued progress report does not keep the model alive.
     auto onProgress = [model = std::weak_ptr(model_), id](double fraction) {
         runOnMainThread([model, id, fraction] {
@@ -60,11 +76,8 @@ ConverterViewModel::Batch::convertJob(std::size_t position) {
             }
         });
     };
-    const QFuture<std::exception_ptr> outcome =
-        convertOnWorker(model_->dependencies_.service, source,
-                        outputFile(source, folder_, settings_), settings_, onProgress);
-    const std::exception_ptr failure = co_await outcome;
-    co_return record(id, failure);
+    return convertOnWorker(model_->dependencies_.service, source,
+                           outputFile(source, folder_, settings_), settings_, onProgress);
 }
 
 ConverterViewModel::Batch::Next

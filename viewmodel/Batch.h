@@ -2,6 +2,7 @@
 
 #include "ConverterViewModel.h"
 
+#include <QFuture>
 #include <qcoro/qcorotask.h>
 
 #include <cstddef>
@@ -29,6 +30,8 @@ class ConverterViewModel::Batch {
 
     QCoro::Task<> convertJobs();
     QCoro::Task<Next> convertJob(std::size_t position);
+    /// Names the output and starts a worker. Throws std::bad_alloc.
+    QFuture<std::exception_ptr> startConversion(const UUID& id, const FileURL& source);
     /// Sets the final state of the job; `failure` is null on success.
     Next record(const UUID& id, const std::exception_ptr& failure);
 

@@ -29,6 +29,9 @@ class ScriptedRunner final : public ConversionRunner {
     /// Runs instead of the conversion, on its thread; may throw.
     using Script = std::function<void(const Call&, const ProgressHandler&)>;
 
+    /// Runs on the main thread when a conversion is prepared; may throw.
+    std::function<void()> onPrepare;
+
     /// Called on the main thread, before the conversion starts.
     void setScript(const std::string& fileName, Script script) {
         const std::lock_guard lock(mutex_);
@@ -50,6 +53,12 @@ class ScriptedRunner final : public ConversionRunner {
         }
         if (script) {
             script(call, onProgress);
+        }
+    }
+
+    void prepareConversion() override {
+        if (onPrepare) {
+            onPrepare();
         }
     }
 

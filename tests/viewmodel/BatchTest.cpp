@@ -56,6 +56,19 @@ TEST_F(BatchTest, reportsBadAllocAsAnErrorMessage) {
                                      JobState::completed()}));
 }
 
+TEST_F(BatchTest, endsWithTheJobFailedIfTheMainThreadRunsOutOfMemory) {
+    queue({"1.opus", "2.opus"});
+    chooseDestination();
+    runner->onPrepare = [] { throw std::bad_alloc(); };
+    startAndFinish();
+    EXPECT_EQ(states(),
+              (std::vector{JobState::failed("There is not enough memory."), JobState::waiting()}));
+    EXPECT_TRUE(runner->calls().empty());
+    runner->onPrepare = nullptr;
+    startAndFinish();
+    EXPECT_EQ(states(), std::vector(2, JobState::completed()));
+}
+
 TEST_F(BatchTest, startsNothingWhileItRuns) {
     queue({"a.opus"});
     chooseDestination();

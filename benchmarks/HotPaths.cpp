@@ -2,6 +2,8 @@
 // which counts inside countedWork() alone.
 #include "ContentView.h"
 #include "ConverterViewModel.h"
+#include "DroppedItem.h"
+#include "LatencyProbe.h"
 #include "LineSplitter.h"
 #include "ProgressParser.h"
 #include "ScriptedDesktop.h"
@@ -9,6 +11,7 @@
 
 #include <QApplication>
 
+#include <chrono>
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
@@ -56,6 +59,30 @@ void refresh(std::size_t count) {
     std::printf("%zu\n", model->jobs().size());
 }
 
+/// Prints the number of jobs, the seconds until all are queued and painted, and the longest
+/// response time of the event loop meanwhile, in milliseconds.
+void drop(std::size_t count) {
+    const auto model = makeModel();
+    ContentView contents(model, [] { return std::nullopt; });
+    contents.resize(960, 640);
+    contents.show();
+    QCoreApplication::processEvents();
+    std::vector<DroppedItem> items;
+    for (std::size_t number = 0; number < count; ++number) {
+        items.emplace_back("file:///no-such-folder/" + std::to_string(number) + ".opus");
+    }
+    LatencyProbe latency;
+    const auto start = std::chrono::steady_clock::now();
+    model->handleDrop(items);
+    while (model->jobs().size() < count) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    QCoreApplication::processEvents();
+    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
+    std::printf("%zu %.4f %.1f\n", model->jobs().size(), seconds.count(),
+                latency.longest().count());
+}
+
 void progressLines(std::size_t count) {
     std::string stream;
     for (std::size_t line = 0; line < count; ++line) {
@@ -82,11 +109,14 @@ int main(int argc, char** argv) {
         kestrel::bench::intake(argv[2]);
     } else if (path == "refresh") {
         kestrel::bench::refresh(std::strtoul(argv[2], nullptr, 10));
+    } else if (path == "drop") {
+        kestrel::bench::drop(std::strtoul(argv[2], nullptr, 10));
     } else if (path == "progress-lines") {
         kestrel::bench::progressLines(std::strtoul(argv[2], nullptr, 10));
     } else {
         static_cast<void>(std::fputs(
-            "usage: hot-paths intake FOLDER | refresh COUNT | progress-lines COUNT\n", stderr));
+            "usage: hot-paths intake FOLDER | refresh COUNT | drop COUNT | progress-lines COUNT\n",
+            stderr));
         return 2;
     }
     return 0;

@@ -30,6 +30,10 @@ QCollator fileNameCollator() {
 } // namespace
 
 void sortByFileName(std::vector<FileURL>& urls) {
+    // Opening a collator takes longer than all else that a single file needs.
+    if (urls.size() < 2) {
+        return;
+    }
     const QCollator collator = fileNameCollator();
     std::vector<KeyedUrl> keyed;
     keyed.reserve(urls.size());

@@ -11,6 +11,8 @@
 #include "QueueIntake.h"
 
 #include <algorithm>
+#include <chrono>
+#include <iterator>
 #include <utility>
 
 namespace kestrel {
@@ -56,37 +58,68 @@ double ConverterViewModel::overallProgress() const noexcept {
 }
 
 void ConverterViewModel::add(const std::vector<FileURL>& urls) {
-    std::vector<FileURL> files = filesToQueue(urls, jobs_);
+    std::vector<FileURL> files = filesToQueue(urls, jobs_, queuedFiles_);
     publish([&] {
         const std::size_t size = jobs_.size() + files.size();
         if (size > jobs_.capacity()) {
             jobs_.reserve(std::max(size, 2 * jobs_.capacity()));
         }
         for (FileURL& file : files) {
+            if (queuedFiles_) {
+                queuedFiles_->insert(file);
+            }
             jobs_.emplace_back(std::move(file));
         }
     });
 }
 
+struct ConverterViewModel::Drop {
+    std::vector<DroppedItem> items;
+    std::size_t next = 0;
+};
+
 bool ConverterViewModel::handleDrop(const std::vector<DroppedItem>& items) {
-    for (const DroppedItem& item : items) {
-        if (!item.hasFileURL()) {
-            continue;
-        }
-        runOnMainThread([model = weak_from_this(), item] {
-            const std::optional<FileURL> url = item.loadFileURL();
-            const auto alive = model.lock();
-            if (url && alive) {
-                alive->add({*url});
+    const auto drop = std::make_shared<Drop>();
+    std::copy_if(items.begin(), items.end(), std::back_inserter(drop->items),
+                 [](const DroppedItem& item) { return item.hasFileURL(); });
+    if (!drop->items.empty()) {
+        runOnMainThread([model = weak_from_this(), drop] {
+            if (const auto alive = model.lock()) {
+                alive->addDropped(drop);
             }
         });
     }
     return true;
 }
 
+void ConverterViewModel::addDropped(const std::shared_ptr<Drop>& drop) {
+    using Clock = std::chrono::steady_clock;
+    // Each slice refreshes the views once, in a pass over the whole queue.
+    constexpr std::chrono::milliseconds slice(16);
+    const Clock::time_point end = Clock::now() + slice;
+    if (!queuedFiles_) {
+        queuedFiles_.emplace(jobs_);
+    }
+    while (drop->next < drop->items.size() && Clock::now() < end) {
+        if (const std::optional<FileURL> url = drop->items[drop->next++].loadFileURL()) {
+            add({*url});
+        }
+    }
+    if (drop->next == drop->items.size()) {
+        queuedFiles_.reset();
+        return;
+    }
+    runOnMainThread([model = weak_from_this(), drop] {
+        if (const auto alive = model.lock()) {
+            alive->addDropped(drop);
+        }
+    });
+}
+
 void ConverterViewModel::remove(const ConversionJob& job) {
     const UUID id = job.id();
     publish([&] {
+        queuedFiles_.reset();
         std::erase_if(jobs_, [&id](const ConversionJob& queued) { return queued.id() == id; });
     });
 }

@@ -4,6 +4,7 @@
 #include "ConversionSettings.h"
 #include "FileURL.h"
 #include "JobState.h"
+#include "QueuedFiles.h"
 #include "UUID.h"
 
 #include <QObject>
@@ -85,7 +86,8 @@ class ConverterViewModel : public QObject, public std::enable_shared_from_this<C
     /// already, or not accepted, are skipped without a message.
     void add(const std::vector<FileURL>& urls);
 
-    /// Queues each item in its own event-loop iteration. Returns true: every drop is accepted.
+    /// Adds each item by itself, in later event-loop iterations, as many in one as take a few
+    /// milliseconds. Returns true: every drop is accepted.
     bool handleDrop(const std::vector<DroppedItem>& items);
 
     /// Removes the job with this identity from the queue and does nothing else, even while a batch
@@ -118,6 +120,10 @@ class ConverterViewModel : public QObject, public std::enable_shared_from_this<C
 
   private:
     class Batch;
+    struct Drop;
+
+    /// Adds items of a drop until its time slice ends, and posts a task for the rest.
+    void addDropped(const std::shared_ptr<Drop>& drop);
 
     /// Emits `willChange`, then makes one write of a published property.
     template <typename Write> void publish(Write write) {
@@ -151,6 +157,8 @@ class ConverterViewModel : public QObject, public std::enable_shared_from_this<C
     bool isConverting_ = false;
     bool isDropTargeted_ = false;
     std::optional<std::string> alertMessage_;
+    /// The files in `jobs_`, while dropped items are added one by one; none if unknown.
+    std::optional<QueuedFiles> queuedFiles_;
     /// The index that `find` returned last.
     std::size_t lastFound_ = 0;
     Dependencies dependencies_;

@@ -7,7 +7,6 @@
 #include "FolderListing.h"
 
 #include <algorithm>
-#include <unordered_set>
 #include <utility>
 
 namespace kestrel {
@@ -39,16 +38,16 @@ std::vector<FileURL> acceptedFiles(const std::vector<FileURL>& urls) {
 } // namespace
 
 std::vector<FileURL> filesToQueue(const std::vector<FileURL>& urls,
-                                  const std::vector<ConversionJob>& queue) {
+                                  const std::vector<ConversionJob>& queue,
+                                  const std::optional<QueuedFiles>& queued) {
     std::vector<FileURL> files = acceptedFiles(urls);
-    if (!files.empty() && !queue.empty()) {
-        std::unordered_set<FileURL> queued;
-        queued.reserve(queue.size());
-        for (const ConversionJob& job : queue) {
-            queued.insert(job.source().standardized());
-        }
-        std::erase_if(
-            files, [&queued](const FileURL& file) { return queued.contains(file.standardized()); });
+    const auto leaveOut = [&files](const QueuedFiles& known) {
+        std::erase_if(files, [&known](const FileURL& file) { return known.contains(file); });
+    };
+    if (queued) {
+        leaveOut(*queued);
+    } else if (!files.empty() && !queue.empty()) {
+        leaveOut(QueuedFiles(queue));
     }
     sortByFileName(files);
     return files;

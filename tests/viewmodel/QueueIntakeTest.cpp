@@ -178,6 +178,38 @@ TEST_F(QueueIntakeTest, addsEachDroppedItemLaterAndSeparately) {
     EXPECT_THAT(names(), ElementsAre("z.opus", "1.opus", "2.opus", "a.opus"));
 }
 
+TEST_F(QueueIntakeTest, addsThousandsOfDroppedFilesOneByOneInTheOrderOfTheDrop) {
+    constexpr int count = 5000;
+    std::vector<DroppedItem> items;
+    for (int number = count; number > 0; --number) {
+        items.emplace_back("file:///no-such-folder/" + std::to_string(number) + ".opus");
+    }
+    items.push_back(items.front());
+    int additions = 0;
+    QObject::connect(model.get(), &ConverterViewModel::willChange, [&additions] { ++additions; });
+    model->handleDrop(items);
+    ASSERT_TRUE(runUntil([&additions] { return additions == count + 1; }));
+    ASSERT_EQ(model->jobs().size(), std::size_t{count});
+    for (int i = 0; i < count; ++i) {
+        EXPECT_EQ(job(static_cast<std::size_t>(i)).source().baseName(), std::to_string(count - i));
+    }
+}
+
+TEST_F(QueueIntakeTest, addsADroppedFileAgainThatWasRemovedMeanwhile) {
+    const DroppedItem a("file:///no-such-folder/a.opus");
+    const DroppedItem b("file:///no-such-folder/b.opus");
+    bool isRemoved = false;
+    QObject::connect(model.get(), &ConverterViewModel::willChange, model.get(), [&] {
+        if (model->jobs().size() == 1 && !isRemoved) {
+            isRemoved = true;
+            model->remove(job(0));
+        }
+    });
+    model->handleDrop({a, b, a});
+    ASSERT_TRUE(runUntil([this] { return model->jobs().size() == 2; }));
+    EXPECT_THAT(names(), ElementsAre("b.opus", "a.opus"));
+}
+
 TEST_F(QueueIntakeTest, acceptsADropWithoutFilesAndChangesNothing) {
     EXPECT_EQ(notifications([this] {
                   EXPECT_TRUE(model->handleDrop({DroppedItem("https://example.org/a.opus"),

@@ -120,10 +120,6 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Choose destination…</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>Save to %1</source>
         <extracomment>The path of the output folder, or &quot;Choose destination…&quot;.</extracomment>
         <translation type="unfinished"></translation>
@@ -187,11 +183,6 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Complete</source>
-        <extracomment>A file&apos;s state: it has been converted.</extracomment>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>•</source>
         <extracomment>Stands between a folder&apos;s name and a file&apos;s state.</extracomment>
         <translation type="unfinished"></translation>
@@ -203,26 +194,6 @@
     <message>
         <source>%1 of %2</source>
         <extracomment>A row&apos;s place among all: &quot;3 of 120&quot;.</extracomment>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Ready</source>
-        <extracomment>A file&apos;s state: it waits to be converted.</extracomment>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Converting</source>
-        <extracomment>A file&apos;s state: it is being converted.</extracomment>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Cancelled</source>
-        <extracomment>A file&apos;s state: its conversion was cancelled.</extracomment>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Failed</source>
-        <extracomment>A file&apos;s state: it could not be converted.</extracomment>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -380,22 +351,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>OUTPUT FORMAT</source>
-        <extracomment>A heading; in capitals where the script has them.</extracomment>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>QUALITY</source>
-        <extracomment>A heading; in capitals where the script has them.</extracomment>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>Quality</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>PCM OPTIONS</source>
-        <extracomment>A heading; in capitals where the script has them.</extracomment>
         <translation type="unfinished"></translation>
     </message>
     <message>

@@ -20,6 +20,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <map>
 #include <new>
 #include <optional>
 #include <ostream>
@@ -36,6 +37,9 @@ const char* const verbatim[] = {
     "Album", "/usr/bin/ffmpeg",
     // Formats and bit depths.
     "MP3", "AIFF", "WAV", "16-bit", "24-bit",
+    // Section labels, the destination that is still to be chosen, and states.
+    "OUTPUT FORMAT", "QUALITY", "PCM OPTIONS", "Choose destination…", "Ready", "Converting",
+    "Complete", "Cancelled", "Failed",
     // Error messages of ffmpeg and of the system.
     "Invalid data found", "Permission denied"};
 
@@ -152,6 +156,28 @@ TEST_P(PseudoTranslationTest, translatesEveryText) {
     EXPECT_GT(texts.size(), 50U);
     for (const ShownText& shown : texts) {
         EXPECT_TRUE(isTranslated(shown.text)) << utf8(shown.where) << ": " << utf8(shown.text);
+    }
+}
+
+TEST_P(PseudoTranslationTest, showsVerbatimTextsAsTheyAre) {
+    QStringList texts;
+    for (const ShownText& shown : shownTexts(window())) {
+        texts << shown.text;
+    }
+    for (const char* text : {"OUTPUT FORMAT", "QUALITY", "PCM OPTIONS", "Choose destination…"}) {
+        EXPECT_TRUE(texts.contains(QString::fromUtf8(text)) ||
+                    (scenario_.model->destination() && std::string(text) == "Choose destination…"))
+            << text;
+    }
+    for (const ConversionJob& job : scenario_.model->jobs()) {
+        const std::map<JobState::Case, const char*> labels = {
+            {JobState::Case::waiting, "Ready"},
+            {JobState::Case::converting, "Converting"},
+            {JobState::Case::completed, "Complete"},
+            {JobState::Case::cancelled, "Cancelled"},
+            {JobState::Case::failed, "Failed"}};
+        const char* label = labels.at(job.state.which());
+        EXPECT_TRUE(texts.contains(QString::fromUtf8(label))) << label;
     }
 }
 

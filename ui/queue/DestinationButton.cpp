@@ -41,8 +41,9 @@ DestinationButton::DestinationButton(QWidget* parent) : Button(Variant::plain, {
 }
 
 void DestinationButton::setDestination(const std::optional<FileURL>& destination) {
+    // Verbatim, in every language.
     const QString shown =
-        destination ? displayText(destination->path()) : tr("Choose destination…");
+        destination ? displayText(destination->path()) : QStringLiteral("Choose destination…");
     path_->setText(shown);
     // The labels are transparent for mouse events, so the tool tip is the button's.
     setToolTip(destination ? toolTipText(shown) : QString());

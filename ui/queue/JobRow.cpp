@@ -63,8 +63,7 @@ JobRow::JobRow(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
     checkMark_ = new SymbolView(Symbol::checkmarkCircleFill, {TextStyle::title3},
                                 ThemeColor::Name::green, this);
     checkMark_->setObjectName(QStringLiteral("checkMark"));
-    //: A file's state: it has been converted.
-    checkMark_->setAccessibleName(tr("Complete"));
+    checkMark_->setAccessibleName(QStringLiteral("Complete"));
     row->addWidget(checkMark_, 0, Qt::AlignVCenter);
 
     removeButton_ = new Button(Button::Variant::plain, {}, this);
@@ -178,24 +177,20 @@ void JobRow::setPosition(std::size_t index, std::size_t count) {
 }
 
 QString JobRow::stateText() const {
+    // Verbatim, in every language.
     switch (job().state.which()) {
     case JobState::Case::waiting:
-        //: A file's state: it waits to be converted.
-        return tr("Ready");
+        return QStringLiteral("Ready");
     case JobState::Case::converting:
-        //: A file's state: it is being converted.
-        return tr("Converting");
+        return QStringLiteral("Converting");
     case JobState::Case::completed:
-        //: A file's state: it has been converted.
-        return tr("Complete");
+        return QStringLiteral("Complete");
     case JobState::Case::cancelled:
-        //: A file's state: its conversion was cancelled.
-        return tr("Cancelled");
+        return QStringLiteral("Cancelled");
     case JobState::Case::failed:
         break;
     }
-    //: A file's state: it could not be converted.
-    return tr("Failed");
+    return QStringLiteral("Failed");
 }
 
 ThemeColor JobRow::stateColor() const {

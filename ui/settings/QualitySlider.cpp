@@ -3,6 +3,7 @@
 #include "ControlStyle.h"
 
 #include <QSignalBlocker>
+#include <QWheelEvent>
 
 #include <algorithm>
 #include <cmath>
@@ -27,6 +28,11 @@ void QualitySlider::showQuality(double quality) {
 void QualitySlider::chooseQuality(double quality) {
     const double shown = std::clamp(quality, lowest, highest);
     setValue(static_cast<int>(std::lround(shown * stepsPerPercent)));
+}
+
+void QualitySlider::wheelEvent(QWheelEvent* event) {
+    // An accidental wheel event must not change a setting.
+    event->ignore();
 }
 
 } // namespace kestrel

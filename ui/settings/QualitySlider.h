@@ -29,6 +29,9 @@ class QualitySlider : public QSlider {
     /// The user chose another quality.
     void qualityChanged(double quality);
 
+  protected:
+    void wheelEvent(QWheelEvent* event) override;
+
   private:
     /// QSlider's values are integers.
     static constexpr int stepsPerPercent = 1000;

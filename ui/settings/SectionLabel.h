@@ -4,7 +4,7 @@
 
 namespace kestrel {
 
-/// The caption above a section of the sidebar; shows its text exactly as passed.
+/// The caption above a section of the sidebar. Shows its text verbatim, which is not translated.
 class SectionLabel : public Label {
     Q_OBJECT
 

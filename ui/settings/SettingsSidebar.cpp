@@ -104,8 +104,7 @@ QWidget* SettingsSidebar::makeHeader() {
 QWidget* SettingsSidebar::makeFormatSection() {
     auto* section = new QWidget(this);
     auto* column = addColumn(section, 10);
-    //: A heading; in capitals where the script has them.
-    column->addWidget(new SectionLabel(tr("OUTPUT FORMAT"), section));
+    column->addWidget(new SectionLabel(QStringLiteral("OUTPUT FORMAT"), section));
     for (const OutputFormat format : OutputFormat::allCases) {
         const auto select = [this, format] {
             changeSettings([format](ConversionSettings& settings) { settings.format = format; });
@@ -119,8 +118,7 @@ QWidget* SettingsSidebar::makeFormatSection() {
 QWidget* SettingsSidebar::makeQualitySection() {
     auto* section = new QWidget(this);
     auto* column = addColumn(section, 10);
-    //: A heading; in capitals where the script has them.
-    column->addWidget(new SectionLabel(tr("QUALITY"), section));
+    column->addWidget(new SectionLabel(QStringLiteral("QUALITY"), section));
 
     qualityControls_ = new QWidget(section);
     auto* row = new QHBoxLayout(qualityControls_);
@@ -146,8 +144,7 @@ QWidget* SettingsSidebar::makeQualitySection() {
 QWidget* SettingsSidebar::makePCMSection() {
     auto* section = new QWidget(this);
     auto* column = addColumn(section, 12);
-    //: A heading; in capitals where the script has them.
-    column->addWidget(new SectionLabel(tr("PCM OPTIONS"), section));
+    column->addWidget(new SectionLabel(QStringLiteral("PCM OPTIONS"), section));
 
     bitDepthLabel_ = new Label(tr("Bit depth"), {}, section);
     bitDepthPicker_ = new PopUpButton(section);

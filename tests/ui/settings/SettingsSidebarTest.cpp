@@ -10,6 +10,7 @@
 #include <QSlider>
 #include <QStyle>
 #include <QStyleOptionSlider>
+#include <QWheelEvent>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -107,6 +108,22 @@ TEST_F(SettingsSidebarTest, showsNoSliderForUncompressedFormats) {
                             "AIFF and WAV preserve uncompressed PCM audio.", "PCM OPTIONS",
                             "Bit depth", "FFmpeg ready"));
     EXPECT_FALSE(slider()->isVisible());
+}
+
+TEST_F(SettingsSidebarTest, changesNoSettingByTheWheel) {
+    click("WAV");
+    for (QWidget* control : std::initializer_list<QWidget*>{slider(), picker()}) {
+        for (const int delta : {-120, 120}) {
+            const QPointF center(control->rect().center());
+            QWheelEvent wheel(center, control->mapToGlobal(center), {}, {0, delta}, Qt::NoButton,
+                              Qt::NoModifier, Qt::NoScrollPhase, false);
+            QCoreApplication::sendEvent(control, &wheel);
+            EXPECT_FALSE(wheel.isAccepted());
+        }
+    }
+    EXPECT_EQ(scenario_.model->settings(), (ConversionSettings{.format = OutputFormat::wav}));
+    click("MP3");
+    EXPECT_EQ(scenario_.model->settings(), ConversionSettings());
 }
 
 TEST_F(SettingsSidebarTest, offersTheFormatsInOrder) {

@@ -1,6 +1,7 @@
 #include "UserInputFilter.h"
 
 #include <QCoreApplication>
+#include <QDragLeaveEvent>
 #include <QEvent>
 
 namespace kestrel {
@@ -36,7 +37,6 @@ bool isUserInput(QEvent::Type type) {
     case QEvent::GestureOverride:
     case QEvent::DragEnter:
     case QEvent::DragMove:
-    case QEvent::DragLeave:
     case QEvent::Drop:
     case QEvent::Close:
         return true;
@@ -55,12 +55,17 @@ UserInputFilter::~UserInputFilter() {
     QCoreApplication::instance()->removeEventFilter(this);
 }
 
-bool UserInputFilter::eventFilter(QObject* /*watched*/, QEvent* event) {
+bool UserInputFilter::eventFilter(QObject* watched, QEvent* event) {
     if (!isUserInput(event->type())) {
         return false;
     }
     // Ignored as well as filtered: the sender of a drop or a close event sees that it was refused.
     event->ignore();
+    if (event->type() == QEvent::Drop) {
+        // A drag that entered before the panel opened ends here.
+        QDragLeaveEvent leave;
+        QCoreApplication::sendEvent(watched, &leave);
+    }
     return true;
 }
 

@@ -4,6 +4,8 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDragEnterEvent>
+#include <QDragLeaveEvent>
 #include <QDropEvent>
 #include <QMimeData>
 #include <QPointingDevice>
@@ -17,6 +19,7 @@
 
 #include <algorithm>
 #include <array>
+#include <initializer_list>
 #include <memory>
 #include <vector>
 
@@ -104,6 +107,23 @@ TEST(UserInputFilter, blocksAllInput) {
         EXPECT_TRUE(window.has(type)) << type;
     }
     EXPECT_EQ(window.triggered(), 1);
+}
+
+TEST(UserInputFilter, endsADragThatEnteredBefore) {
+    const QMimeData data;
+    const QPoint middle(100, 50);
+    QDragEnterEvent enter(middle, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QDragLeaveEvent leave;
+    QDropEvent drop(middle, Qt::CopyAction, &data, Qt::LeftButton, {});
+    for (QEvent* end : std::initializer_list<QEvent*>{&leave, &drop}) {
+        RecordingWindow window;
+        QCoreApplication::sendEvent(window.windowHandle(), &enter);
+        ASSERT_TRUE(window.has(QEvent::DragEnter));
+        const UserInputFilter filter;
+        QCoreApplication::sendEvent(window.windowHandle(), end);
+        EXPECT_TRUE(window.has(QEvent::DragLeave)) << end->type();
+        EXPECT_FALSE(window.has(QEvent::Drop));
+    }
 }
 
 TEST(UserInputFilter, blocksClosing) {

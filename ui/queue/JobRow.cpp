@@ -59,6 +59,9 @@ JobRow::JobRow(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
     badge->setObjectName(QStringLiteral("badge"));
     row->addWidget(badge, 0, Qt::AlignVCenter);
     row->addLayout(makeTexts(), 1);
+    // A flexible space of its own in the stack: the texts end twice the spacing before a button,
+    // and once before the end of a row without one.
+    row->addSpacing(row->spacing());
 
     checkMark_ = new SymbolView(Symbol::checkmarkCircleFill, {TextStyle::title3},
                                 ThemeColor::Name::green, this);

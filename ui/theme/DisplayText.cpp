@@ -14,7 +14,8 @@ namespace kestrel {
 namespace {
 
 constexpr std::size_t maxMessageBytes = 4096;
-constexpr qsizetype maxToolTipLength = 1000;
+/// Enough for every message that displayMessage() returns.
+constexpr qsizetype maxToolTipLength = 4200;
 
 constexpr char16_t ellipsis = u'\u2026';
 
@@ -43,16 +44,40 @@ QString withoutControls(QString text, bool isMultiline) {
     return text;
 }
 
-/// At most `limit` bytes from the start, not ending inside a character.
+/// A character has at most three; more are invalid bytes, each of which can be cut off.
+constexpr int maxContinuationBytes = 3;
+
+bool isContinuationByte(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+/// Returns at most `limit` bytes from the start, not ending inside a character. Requires: more
+/// bytes than that.
 std::string_view prefix(std::string_view bytes, std::size_t limit) {
-    if (bytes.size() <= limit) {
-        return bytes;
-    }
     std::size_t end = limit;
-    while (end > 0 && (static_cast<unsigned char>(bytes[end]) & 0xC0U) == 0x80U) {
+    for (int i = 0; i < maxContinuationBytes && isContinuationByte(bytes[end]); ++i) {
         --end;
     }
     return bytes.substr(0, end);
+}
+
+/// Returns at most `limit` bytes from the end, not starting inside a character. Requires: more
+/// bytes than that.
+std::string_view suffix(std::string_view bytes, std::size_t limit) {
+    std::size_t start = bytes.size() - limit;
+    for (int i = 0; i < maxContinuationBytes && isContinuationByte(bytes[start]); ++i) {
+        ++start;
+    }
+    return bytes.substr(start);
+}
+
+QString multilineText(std::string_view bytes) {
+    QString text = QString::fromUtf8(bytes);
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    text.replace(u'\r', u'\n');
+    text.replace(QChar::LineSeparator, u'\n');
+    text.replace(QChar::ParagraphSeparator, u'\n');
+    return withoutControls(std::move(text), true);
 }
 
 bool isDirectional(char32_t character) {
@@ -82,17 +107,12 @@ QString displayText(std::string_view bytes) {
 }
 
 QString displayMessage(std::string_view bytes) {
-    const std::string_view shown = prefix(bytes, maxMessageBytes);
-    QString text = QString::fromUtf8(shown);
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    text.replace(u'\r', u'\n');
-    text.replace(QChar::LineSeparator, u'\n');
-    text.replace(QChar::ParagraphSeparator, u'\n');
-    text = withoutControls(std::move(text), true);
-    if (shown.size() < bytes.size()) {
-        text += ellipsis;
+    if (bytes.size() <= maxMessageBytes) {
+        return multilineText(bytes);
     }
-    return text;
+    constexpr std::size_t half = maxMessageBytes / 2;
+    return multilineText(prefix(bytes, half)) + QStringLiteral("\n…\n") +
+           multilineText(suffix(bytes, half));
 }
 
 QString isolated(const QString& text) {
@@ -105,8 +125,10 @@ QString isolated(const QString& text) {
 }
 
 QString toolTipText(const QString& text) {
-    const bool isLong = text.size() > maxToolTipLength;
-    const QString shown = isLong ? text.left(maxToolTipLength) + QChar(ellipsis) : text;
+    constexpr qsizetype half = maxToolTipLength / 2;
+    const QString shown = text.size() > maxToolTipLength
+                              ? text.left(half) + QChar(ellipsis) + text.right(half)
+                              : text;
     // QToolTip of Qt 6.4 to 6.11 guesses whether its text is markup; escaped markup is unambiguous.
     return QStringLiteral("<p style=\"white-space:pre-wrap\">%1</p>").arg(shown.toHtmlEscaped());
 }

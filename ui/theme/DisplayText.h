@@ -11,15 +11,17 @@ namespace kestrel {
 /// itself.
 QString displayText(std::string_view bytes);
 
-/// Returns a message as text whose lines end with LF, whatever line separators it had. A message of
-/// more than 4,096 bytes is cut off and ends in an ellipsis.
+/// Returns a message as text whose lines end with LF, whatever line separators it had. Of a
+/// message of more than 4,096 bytes, the middle is replaced by an ellipsis: the reason is at the
+/// end.
 QString displayMessage(std::string_view bytes);
 
 /// Returns the text for use within other text: bidi-isolated if the layout is right-to-left or the
 /// text has right-to-left characters or directional formatting characters, else unchanged.
 QString isolated(const QString& text);
 
-/// Returns a tool tip that shows the text verbatim, cut off after 1,000 characters.
+/// Returns a tool tip that shows the text verbatim; of more than 4,200 characters, the middle is
+/// replaced by an ellipsis.
 QString toolTipText(const QString& text);
 
 } // namespace kestrel

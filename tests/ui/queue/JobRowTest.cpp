@@ -95,6 +95,13 @@ TEST_F(JobRowTest, showsAFailedJobWithItsMessage) {
               "track.opus, in Album, Failed, first line second <b>line</b>");
 }
 
+TEST_F(JobRowTest, saysTheLastLineOfALongMessage) {
+    show(JobState::failed("first line\n" + std::string(100'000, 'x') + "\nlast line"));
+    EXPECT_TRUE(row_.accessibleName().endsWith(QStringLiteral("x last line")));
+    EXPECT_TRUE(row_.accessibleName().startsWith(
+        QStringLiteral("track.opus, in Album, Failed, first line x")));
+}
+
 TEST_F(JobRowTest, keepsALineForAnEmptyMessage) {
     show(JobState::failed(""));
     EXPECT_EQ(parts(), "message removeButton ");

@@ -29,20 +29,38 @@ TEST(DisplayTextTest, keepsTheLinesOfAMessage) {
               "one\ntwo\nthree\nfour end\uFFFD\uFFFD");
 }
 
-TEST(DisplayTextTest, truncatesALongMessage) {
-    const QString text = displayMessage(std::string(5'000'000, 'x'));
-    EXPECT_EQ(text.size(), 4097);
-    EXPECT_TRUE(text.endsWith(QStringLiteral("x…")));
+TEST(DisplayTextTest, keepsStartAndEndOfALongMessage) {
+    const std::string message = "first line\n" + std::string(200'000'000, 'x') + "\nlast line";
+    const QString text = displayMessage(message);
+    EXPECT_TRUE(text.startsWith(QStringLiteral("first line\nxxx")));
+    EXPECT_TRUE(text.contains(QStringLiteral("x\n…\nx")));
+    EXPECT_TRUE(text.endsWith(QStringLiteral("xxx\nlast line")));
+    EXPECT_EQ(text.size(), 4096 + 3);
 }
 
-TEST(DisplayTextTest, truncatesAtACharacterBoundary) {
-    std::string message = "x";
-    while (message.size() < 6000) {
-        message += "é";
+TEST(DisplayTextTest, keepsAllOfAMessageOf4096Bytes) {
+    const std::string message(4096, 'x');
+    EXPECT_EQ(utf8(displayMessage(message)), message);
+    EXPECT_TRUE(displayMessage(message + "y").endsWith(QStringLiteral("xy")));
+}
+
+TEST(DisplayTextTest, cutsNoCharacterInHalf) {
+    for (const std::string start : {"", "x", "xx", "xxx"}) {
+        std::string message = start;
+        while (message.size() < 6000) {
+            message += "\U0001F3B5";
+        }
+        for (const std::string end : {"", "x", "xx", "xxx"}) {
+            const QString text = displayMessage(message + end);
+            EXPECT_FALSE(text.contains(QChar::ReplacementCharacter)) << start << end;
+            EXPECT_TRUE(text.contains(QStringLiteral("\n…\n"))) << start << end;
+        }
     }
-    const QString text = displayMessage(message);
-    EXPECT_FALSE(text.contains(QChar::ReplacementCharacter));
-    EXPECT_TRUE(text.endsWith(QStringLiteral("é…")));
+}
+
+TEST(DisplayTextTest, keepsStartAndEndOfALongMessageOfInvalidBytes) {
+    const QString text = displayMessage(std::string(100'000, '\x80'));
+    EXPECT_GT(text.count(QChar::ReplacementCharacter), 4000);
 }
 
 TEST(DisplayTextTest, isolatesNothingWhereNothingIsDirectional) {
@@ -77,8 +95,17 @@ TEST(DisplayTextTest, escapesMarkupInToolTips) {
               "<p style=\"white-space:pre-wrap\">&lt;b&gt;a&amp;b</p>");
 }
 
-TEST(DisplayTextTest, truncatesLongToolTips) {
-    EXPECT_LT(toolTipText(QString(100'000, u'x')).size(), 1100);
+TEST(DisplayTextTest, keepsStartAndEndOfALongToolTip) {
+    const QString text = toolTipText(u'a' + QString(100'000, u'x') + u'b');
+    EXPECT_LT(text.size(), 4300);
+    EXPECT_TRUE(text.contains(QStringLiteral(">ax")));
+    EXPECT_TRUE(text.contains(QStringLiteral("x…x")));
+    EXPECT_TRUE(text.contains(QStringLiteral("xb<")));
+}
+
+TEST(DisplayTextTest, showsEveryMessageWholeInAToolTip) {
+    const QString message = displayMessage(std::string(100'000, 'x') + "\nlast line");
+    EXPECT_TRUE(toolTipText(message).contains(message));
 }
 
 } // namespace

@@ -116,6 +116,8 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(InterruptFaultTest, changesNothingWhileTheConversionIsReaped) {
+    // The only file: a late interrupt would otherwise be one of the next file's probe.
+    model->remove(model->jobs()[1]);
     // The child has exited and is about to be reaped; the interrupt must wait until it is.
     std::thread interrupter;
     const CallHook hook(Call::waitForExit, [this, &interrupter](int count) {
@@ -128,7 +130,6 @@ TEST_F(InterruptFaultTest, changesNothingWhileTheConversionIsReaped) {
     finish();
     interrupter.join();
     EXPECT_EQ(outcomeOf(0), "completed");
-    EXPECT_EQ(outcomeOf(1), "completed");
 }
 
 TEST_F(InterruptFaultTest, isHarmlessAThousandTimesAtRandomMoments) {

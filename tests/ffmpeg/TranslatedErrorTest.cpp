@@ -53,7 +53,8 @@ TEST_F(TranslatedErrorTest, isolatesPathAndReasonInRightToLeftText) {
 TEST_F(TranslatedErrorTest, balancesTheIsolatesOfAPath) {
     const OneSentence translator("שגיאה %1: %2.");
     const auto denied = std::make_error_code(std::errc::permission_denied);
-    EXPECT_STREQ(PlatformError::folderNotCreated(FileURL("/a\u2069b\u2067c"), denied).what(),
+    const FileURL folder(QStringLiteral("/a\u2069b\u2067c").toStdString());
+    EXPECT_STREQ(PlatformError::folderNotCreated(folder, denied).what(),
                  "שגיאה \u2068/a\uFFFDb\u2067c\u2069\u2069: \u2068Permission denied\u2069.");
 }
 

@@ -21,6 +21,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace kestrel {
@@ -101,6 +102,24 @@ TEST_F(FFmpegServiceTest, reportsProgressFractions) {
         "convert out out_time_ms=N/A\\nout_time_ms=12000000\\nprogress=end\\n\n");
     EXPECT_EQ(outcome(), "succeeds");
     EXPECT_THAT(fractions, ElementsAre(-0.0023, 0.5, 1.0, 1.0));
+}
+
+TEST_F(FFmpegServiceTest, reportsProgressOnTheThreadThatConverts) {
+    writeScript(tenSeconds + "convert out out_time_ms=5000000\\nprogress=end\\n\n");
+    std::vector<std::thread::id> threads;
+    service.convert(source, destination, {},
+                    [&threads](double) { threads.push_back(std::this_thread::get_id()); });
+    EXPECT_THAT(threads, ElementsAre(std::this_thread::get_id(), std::this_thread::get_id()));
+}
+
+TEST_F(FFmpegServiceTest, probesBeforeItCreatesTheFolder) {
+    writeScript("probe touch " + path("probing") + "\nprobe wait-for " + path("go") + "\n");
+    auto result = outcomeInBackground();
+    ASSERT_TRUE(waitUntil([this] { return exists("probing"); }));
+    EXPECT_FALSE(exists("new"));
+    folder.write("go", "x");
+    EXPECT_EQ(result.get(), "succeeds");
+    EXPECT_TRUE(exists("new"));
 }
 
 TEST_F(FFmpegServiceTest, failsOnARefusedOverwriteWhateverTheStatus) {

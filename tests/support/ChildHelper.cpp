@@ -118,7 +118,7 @@ void holdInGrandchild(int descriptor, const std::string& untilFile) {
 }
 
 /// Writes what this process inherited to the file: open descriptors, blocked and ignored signals,
-/// process group and niceness.
+/// process group, niceness, working folder and an environment variable.
 void report(const std::string& file) {
     std::ofstream out(file + ".part");
     DIR* const folder = ::opendir("/proc/self/fd");
@@ -143,6 +143,9 @@ void report(const std::string& file) {
     }
     out << "group " << ::getpgrp() << '\n';
     out << "nice " << ::getpriority(PRIO_PROCESS, 0) << '\n';
+    out << "folder " << std::filesystem::current_path().string() << '\n';
+    const char* const variable = std::getenv("KESTREL_TEST_VARIABLE");
+    out << "variable " << (variable != nullptr ? variable : "") << '\n';
     out.close();
     std::filesystem::rename(file + ".part", file);
 }

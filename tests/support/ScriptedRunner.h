@@ -29,8 +29,10 @@ class ScriptedRunner final : public ConversionRunner {
     /// Runs instead of the conversion, on its thread; may throw.
     using Script = std::function<void(const Call&, const ProgressHandler&)>;
 
-    /// Runs on the main thread when a conversion is prepared; may throw.
+    /// Run on the main thread: when a conversion is prepared, where it may throw, and after an
+    /// interrupt.
     std::function<void()> onPrepare;
+    std::function<void()> onInterrupt;
 
     /// Called on the main thread, before the conversion starts.
     void setScript(const std::string& fileName, Script script) {
@@ -63,9 +65,14 @@ class ScriptedRunner final : public ConversionRunner {
     }
 
     void interruptActiveProcess() override {
-        const std::lock_guard lock(mutex_);
-        ++interrupts_;
-        changed_.notify_all();
+        {
+            const std::lock_guard lock(mutex_);
+            ++interrupts_;
+            changed_.notify_all();
+        }
+        if (onInterrupt) {
+            onInterrupt();
+        }
     }
 
     std::vector<Call> calls() const {

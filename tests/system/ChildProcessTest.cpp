@@ -18,6 +18,7 @@
 #include <csignal>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -351,6 +352,16 @@ TEST(ChildProcess, doesNotLeakPipesIntoChildrenOfOtherThreads) {
     for (std::thread& thread : threads) {
         thread.join();
     }
+}
+
+TEST(ChildProcess, inheritsEnvironmentAndWorkingFolder) {
+    const TemporaryFolder folder;
+    ::setenv("KESTREL_TEST_VARIABLE", "its value", 1);
+    EXPECT_EQ(exitOf("report " + folder.file("report").path()), exited(0));
+    ::unsetenv("KESTREL_TEST_VARIABLE");
+    const std::string report = contents(folder.file("report"));
+    EXPECT_THAT(report, HasSubstr("\nvariable its value\n"));
+    EXPECT_THAT(report, HasSubstr("\nfolder " + std::filesystem::current_path().string() + "\n"));
 }
 
 #ifndef NDEBUG

@@ -82,6 +82,20 @@ TEST_F(BatchCancelTest, endsWithoutAFatalErrorAlthoughTheQueueHasBecomeShorter) 
     EXPECT_EQ(states(), std::vector{JobState::failed("Exiting normally")});
 }
 
+TEST_F(BatchCancelTest, requestsTheStopBeforeTheInterrupt) {
+    runner->setScript("1.opus", [this](const auto&, const auto& onProgress) {
+        onProgress(reached);
+        runner->waitForInterrupt();
+    });
+    // The conversion that the interrupt ends is recorded before cancel() returns.
+    runner->onInterrupt = [this] { runUntil([this] { return !model->isConverting(); }); };
+    model->start();
+    ASSERT_TRUE(runUntil([this] { return job(0).progress == reached; }));
+    model->cancel();
+    EXPECT_FALSE(model->isConverting());
+    EXPECT_EQ(runner->calls().size(), 1U);
+}
+
 TEST_F(BatchCancelTest, stopsBeforeTheFirstJobIfRequestedRightAfterStart) {
     model->start();
     model->cancel();

@@ -9,6 +9,8 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <functional>
+#include <memory>
 #include <new>
 #include <string>
 #include <system_error>
@@ -294,6 +296,69 @@ TEST_F(BatchTest, ignoresTheOutcomeOfARemovedJobAndContinues) {
     // b moved to an index that was done, and was skipped.
     EXPECT_THAT(names(), ElementsAre("b.opus", "c.opus"));
     EXPECT_EQ(states(), (std::vector{JobState::waiting(), JobState::completed()}));
+}
+
+TEST_F(BatchTest, dropsEveryOutcomeOfARemovedJob) {
+    const std::function<void()> outcomes[] = {[] {},
+                                              [] { throw FFmpegError::processFailed("reason"); },
+                                              [] { throw FFmpegError::cancelled(); }};
+    for (const auto& outcome : outcomes) {
+        makeModel(runner = std::make_shared<ScriptedRunner>());
+        queue({"a.opus"});
+        chooseDestination();
+        runner->setScript("a.opus", [this, outcome](const auto&, const auto&) {
+            runner->waitForRelease();
+            outcome();
+        });
+        model->start();
+        ASSERT_TRUE(runUntil([this] { return isConverting(0); }));
+        model->remove(job(0));
+        queue({"b.opus"});
+        // Only the end of the batch: a job that is not queued changes nothing.
+        EXPECT_EQ(notifications([this] {
+                      runner->release();
+                      EXPECT_TRUE(runUntil([this] { return !model->isConverting(); }));
+                  }),
+                  1);
+        EXPECT_EQ(states(), std::vector{JobState::waiting()});
+    }
+}
+
+TEST_F(BatchTest, convertsWithTheSettingsAndTheFolderOfTheStart) {
+    queue({"a.opus", "b.opus"});
+    chooseDestination();
+    model->start();
+    model->setSettings({.format = OutputFormat::wav});
+    panel->answer = std::vector{folder.makeFolder("other")};
+    model->chooseDestination();
+    ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }));
+    ASSERT_EQ(runner->calls().size(), 2U);
+    for (const ScriptedRunner::Call& call : runner->calls()) {
+        EXPECT_EQ(call.settings, ConversionSettings());
+        EXPECT_EQ(call.destination.deletingLastPathComponent(), destination);
+    }
+}
+
+TEST_F(BatchTest, leavesAPendingAlertAtItsEnd) {
+    queue({"a.opus"});
+    chooseDestination();
+    model->setAlertMessage("pending");
+    startAndFinish();
+    EXPECT_EQ(model->alertMessage(), "pending");
+}
+
+TEST_F(BatchTest, reportsOneRefusalAndLooksNoFurther) {
+    binary.reset();
+    EXPECT_EQ(notifications([this] { model->start(); }), 1);
+    EXPECT_EQ(model->alertMessage(), "Add at least one Opus file first.");
+    EXPECT_EQ(lookups, 0);
+    queue({"a.opus"});
+    model->start();
+    EXPECT_EQ(lookups, 0);
+    chooseDestination();
+    EXPECT_EQ(lookups, 0);
+    model->start();
+    EXPECT_EQ(lookups, 1);
 }
 
 /// Removes the second of three jobs while the first converts, then waits for the batch to end.

@@ -4,13 +4,16 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
 #include <memory>
 #include <optional>
+#include <type_traits>
 #include <vector>
 
 namespace kestrel::test {
 namespace {
 
+using ::testing::ElementsAre;
 using ConverterViewModelTest = ViewModelTest;
 
 TEST_F(ConverterViewModelTest, startsEmptyWithItsDefaults) {
@@ -41,6 +44,47 @@ TEST_F(ConverterViewModelTest, emitsWillChangeOnceBeforeEachWrite) {
     model->setSettings(settings);
     EXPECT_EQ(count, 1);
     EXPECT_EQ(model->settings(), settings);
+}
+
+TEST_F(ConverterViewModelTest, emitsWillChangeBeforeEveryPropertyIsWritten) {
+    // What the slot sees is what was there before the action.
+    const auto seen = [this](const auto& value, const std::function<void()>& action) {
+        std::vector<std::decay_t<decltype(value())>> values;
+        const auto connection = QObject::connect(model.get(), &ConverterViewModel::willChange,
+                                                 model.get(), [&] { values.push_back(value()); });
+        action();
+        QObject::disconnect(connection);
+        return values;
+    };
+    const auto count = [this] { return model->jobs().size(); };
+    EXPECT_THAT(seen(count, [this] { queue({"a.opus"}); }), ElementsAre(0U));
+    EXPECT_THAT(seen(count, [this] { model->remove(job(0)); }), ElementsAre(1U));
+    EXPECT_THAT(
+        seen([this] { return model->destination().has_value(); }, [this] { chooseDestination(); }),
+        ElementsAre(false));
+    EXPECT_THAT(seen([this] { return model->isDropTargeted(); },
+                     [this] { model->setIsDropTargeted(true); }),
+                ElementsAre(false));
+    EXPECT_THAT(seen([this] { return model->alertMessage().has_value(); },
+                     [this] { model->setAlertMessage("text"); }),
+                ElementsAre(false));
+    queue({"a.opus"});
+    const std::vector<bool> converting =
+        seen([this] { return model->isConverting(); }, [this] { startAndFinish(); });
+    ASSERT_GE(converting.size(), 2U);
+    EXPECT_FALSE(converting.front());
+    EXPECT_TRUE(converting.back());
+    EXPECT_FALSE(model->isConverting());
+}
+
+TEST_F(ConverterViewModelTest, looksForFfmpegAtTheStartOnly) {
+    EXPECT_EQ(lookups, 0);
+    queue({"a.opus"});
+    chooseDestination();
+    model->setSettings({.format = OutputFormat::wav});
+    EXPECT_EQ(lookups, 0);
+    startAndFinish();
+    EXPECT_EQ(lookups, 1);
 }
 
 TEST_F(ConverterViewModelTest, emitsWillChangeForUnchangedValuesToo) {

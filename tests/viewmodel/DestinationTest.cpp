@@ -40,6 +40,12 @@ TEST_F(DestinationTest, isNoneWhenThePanelConfirmsNothing) {
     EXPECT_FALSE(model->destination());
 }
 
+TEST_F(DestinationTest, isStoredAsThePanelSpellsIt) {
+    panel->answer = std::vector{FileURL("/music/./new//../out")};
+    model->chooseDestination();
+    EXPECT_EQ(model->destination()->path(), "/music/./new//../out");
+}
+
 TEST_F(DestinationTest, isNeitherCreatedNorChecked) {
     panel->answer = std::vector{folder.file("not there")};
     model->chooseDestination();

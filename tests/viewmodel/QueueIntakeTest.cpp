@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include <cstddef>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -154,6 +155,21 @@ TEST_F(QueueIntakeTest, letsTheUserChooseFolders) {
     EXPECT_TRUE(shown.canChooseDirectories);
     EXPECT_TRUE(shown.allowsMultipleSelection);
     EXPECT_THAT(shown.allowedExtensions, IsEmpty());
+}
+
+TEST_F(QueueIntakeTest, addsNothingWhenAPanelConfirmsNothing) {
+    panel->answer = std::vector<FileURL>();
+    EXPECT_EQ(notifications([this] { model->chooseFiles(); }), 1);
+    EXPECT_EQ(notifications([this] { model->chooseFolder(); }), 1);
+    EXPECT_TRUE(model->jobs().empty());
+}
+
+TEST_F(QueueIntakeTest, queuesALinkToAQueuedFile) {
+    const FileURL file = folder.write("a.opus");
+    std::filesystem::create_symlink(file.path(), folder.file("b.opus").path());
+    model->add({file});
+    model->add({folder.file("b.opus")});
+    EXPECT_THAT(names(), ElementsAre("a.opus", "b.opus"));
 }
 
 TEST_F(QueueIntakeTest, changesNothingWhenAPanelIsDismissed) {

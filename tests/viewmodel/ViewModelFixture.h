@@ -31,7 +31,11 @@ class ViewModelTest : public ::testing::Test {
         panel = ownPanel.get();
         viewer = ownViewer.get();
         model = std::make_shared<ConverterViewModel>(
-            ConverterViewModel::Dependencies{std::move(service), [this] { return binary; },
+            ConverterViewModel::Dependencies{std::move(service),
+                                             [this] {
+                                                 ++lookups;
+                                                 return binary;
+                                             },
                                              std::move(ownPanel), std::move(ownViewer)});
     }
 
@@ -91,6 +95,8 @@ class ViewModelTest : public ::testing::Test {
     TemporaryFolder folder;
     std::shared_ptr<ScriptedRunner> runner = std::make_shared<ScriptedRunner>();
     std::optional<FileURL> binary{FileURL("/usr/bin/ffmpeg")};
+    /// How often ffmpeg was looked for.
+    int lookups = 0;
     ScriptedOpenPanel* panel = nullptr;
     ScriptedFileViewer* viewer = nullptr;
     FileURL destination = folder.makeFolder("out");

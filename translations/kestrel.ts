@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" sourcelanguage="en">
 <context>
+    <name>kestrel::Alert</name>
+    <message>
+        <source>Kestrel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>kestrel::BatchAnnouncer</name>
     <message>
         <source>Converting</source>
@@ -53,17 +64,6 @@
     <message>
         <source>Close</source>
         <extracomment>A button of the window.</extracomment>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
-    <name>kestrel::ContentView</name>
-    <message>
-        <source>Kestrel</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>OK</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

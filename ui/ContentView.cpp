@@ -1,16 +1,15 @@
 #include "ContentView.h"
 
 #include "AccessibleViews.h"
-#include "AppBadge.h"
+#include "Alert.h"
 #include "BatchAnnouncer.h"
-#include "Button.h"
+#include "Compositing.h"
 #include "DisplayText.h"
 #include "Divider.h"
 #include "QueueView.h"
 #include "SettingsSidebar.h"
 
 #include <QHBoxLayout>
-#include <QMessageBox>
 #include <QMetaObject>
 
 #include <optional>
@@ -80,19 +79,13 @@ void ContentView::refreshAlert() {
 
 void ContentView::showAlert(const QString& message) {
     if (alert_) {
-        alert_->setText(message);
+        alert_->setMessage(message);
         return;
     }
-    alert_ = new QMessageBox(this);
-    alert_->setWindowTitle(tr("Kestrel"));
-    alert_->setTextFormat(Qt::PlainText);
-    alert_->setText(message);
-    alert_->setIconPixmap(AppBadge::pixmap(palette(), devicePixelRatioF()));
-    auto* button = new Button(Button::Variant::prominent, tr("OK"), alert_);
-    alert_->addButton(button, QMessageBox::AcceptRole);
-    alert_->setDefaultButton(button);
-    alert_->setEscapeButton(button);
+    alert_ = new Alert(this);
+    alert_->setMessage(message);
     alert_->setAttribute(Qt::WA_DeleteOnClose);
+    alert_->setAttribute(Qt::WA_TranslucentBackground, isCompositing());
     connect(alert_, &QDialog::finished, this, [this] {
         alert_.clear();
         model_->setAlertMessage(std::nullopt);
@@ -100,9 +93,6 @@ void ContentView::showAlert(const QString& message) {
         // dismissal does not restore the focus; Qt 6.4 to 6.11 then have no active window.
         QMetaObject::invokeMethod(this, &QWidget::activateWindow, Qt::QueuedConnection);
     });
-    // In Qt 6.4 only an application-modal dialog regains the keyboard focus when the blocked window
-    // is clicked; in Qt 6.8 and 6.11 a window-modal one does too.
-    alert_->setWindowModality(Qt::ApplicationModal);
     alert_->show();
 }
 

@@ -11,10 +11,10 @@
 #include <optional>
 
 class QHBoxLayout;
-class QMessageBox;
 
 namespace kestrel {
 
+class Alert;
 class BatchAnnouncer;
 class QueueView;
 class SettingsSidebar;
@@ -47,7 +47,7 @@ class ContentView : public QWidget {
     QueueView* queue_ = nullptr;
     BatchAnnouncer* announcer_ = nullptr;
     QHBoxLayout* belowInset_ = nullptr;
-    QPointer<QMessageBox> alert_;
+    QPointer<Alert> alert_;
     bool isRefreshScheduled_ = false;
 };
 

@@ -1,3 +1,4 @@
+#include "Alert.h"
 #include "ContentView.h"
 #include "FFmpegError.h"
 #include "KestrelApp.h"
@@ -13,7 +14,6 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QRegularExpression>
 #include <QTimer>
 
@@ -204,7 +204,7 @@ TEST_P(PseudoTranslationTest, clipsNoText) {
 }
 
 TEST_P(PseudoTranslationTest, clipsNothingInTheAlert) {
-    auto* alert = window().findChild<QMessageBox*>();
+    auto* alert = window().findChild<Alert*>();
     ASSERT_EQ(alert != nullptr, scenario_.model->alertMessage().has_value());
     if (alert == nullptr) {
         return;

@@ -1,3 +1,4 @@
+#include "Alert.h"
 #include "FFmpegError.h"
 #include "KestrelApp.h"
 #include "PseudoTranslator.h"
@@ -6,7 +7,6 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QMessageBox>
 #include <QPainter>
 
 #include <cstdio>
@@ -133,12 +133,11 @@ std::vector<Screenshot> screenshots() {
 /// Grabs the window, and the alert over it if there is one.
 QPixmap grab(QWidget& window) {
     QPixmap image = window.grab();
-    QWidget* alert = window.findChild<QMessageBox*>();
+    auto* alert = window.findChild<Alert*>();
     if (alert != nullptr && QTest::qWaitForWindowExposed(alert, test::timeout)) {
         QRect place = alert->rect();
         place.moveCenter(window.rect().center());
         QPainter painter(&image);
-        painter.fillRect(place.adjusted(-1, -1, 1, 1), QColor(0, 0, 0, 60));
         painter.drawPixmap(place.topLeft(), alert->grab());
     }
     return image;

@@ -1,17 +1,25 @@
 #include "ContentView.h"
-#include "SettingsSidebar.h"
 
+#include "Alert.h"
+#include "Button.h"
+#include "Label.h"
 #include "QueueView.h"
+#include "RunUntil.h"
 #include "Scenario.h"
+#include "SettingsSidebar.h"
 #include "Timeout.h"
 
-#include <QMessageBox>
+#include <QAccessible>
+#include <QApplication>
+#include <QImage>
 #include <QPushButton>
+#include <QScreen>
 
 #include <gtest/gtest.h>
 
 #include <functional>
 #include <optional>
+#include <string>
 
 namespace kestrel {
 namespace {
@@ -31,7 +39,9 @@ class ContentViewTest : public ::testing::Test {
     /// A refresh locates ffmpeg twice, for the colour and for the text.
     int refreshes() const { return lookups_ / 2; }
 
-    QMessageBox* alert() const { return view_.findChild<QMessageBox*>(); }
+    Alert* alert() const { return view_.findChild<Alert*>(); }
+
+    QPushButton* okButton() const { return alert()->findChild<QPushButton*>(); }
 
     void raise(const char* message) {
         scenario_.model->setAlertMessage(message);
@@ -84,15 +94,90 @@ TEST_F(ContentViewTest, showsWhatTheModelIsAfterTheChange) {
 TEST_F(ContentViewTest, raisesTheAlert) {
     raise("FFmpeg was not found. <b>Install</b> it");
     EXPECT_EQ(utf8(alert()->windowTitle()), "Kestrel");
-    EXPECT_EQ(utf8(alert()->text()), "FFmpeg was not found. <b>Install</b> it");
-    EXPECT_EQ(alert()->textFormat(), Qt::PlainText);
+    EXPECT_EQ(utf8(alert()->message()), "FFmpeg was not found. <b>Install</b> it");
     EXPECT_EQ(alert()->windowModality(), Qt::ApplicationModal);
-    ASSERT_EQ(alert()->buttons().size(), 1);
-    EXPECT_EQ(utf8(alert()->buttons().front()->text()), "OK");
+    ASSERT_EQ(alert()->findChildren<QPushButton*>().size(), 1);
+    EXPECT_EQ(utf8(okButton()->text()), "OK");
+}
+
+TEST_F(ContentViewTest, showsTheTitleAboveTheMessageOfTheAlert) {
+    raise("Choose an output folder first.");
+    const auto* headline = find<Label>(*alert(), "alertHeadline");
+    const auto* message = find<Label>(*alert(), "alertMessage");
+    EXPECT_EQ(utf8(headline->text()), "Kestrel");
+    EXPECT_TRUE(headline->isVisible());
+    EXPECT_EQ(headline->font().weight(), QFont::Bold);
+    EXPECT_EQ(message->geometry().top(), headline->geometry().bottom() + 1 + 6);
+    EXPECT_EQ(message->geometry().left(), headline->geometry().left());
+}
+
+TEST_F(ContentViewTest, placesTheButtonOfTheAlertAtItsEnd) {
+    for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        QApplication::setLayoutDirection(direction);
+        raise("Choose an output folder first.");
+        const QRect button = okButton()->geometry();
+        const int end =
+            direction == Qt::LeftToRight ? alert()->width() - 1 - button.right() : button.left();
+        EXPECT_EQ(end, 24);
+        EXPECT_EQ(alert()->height() - 1 - button.bottom(), 20);
+        scenario_.model->setAlertMessage(std::nullopt);
+        settle();
+    }
+    QApplication::setLayoutDirection(Qt::LeftToRight);
+}
+
+TEST_F(ContentViewTest, centresTheAlertOverItsWindowAndKeepsItOnTheScreen) {
+    raise("Choose an output folder first.");
+    const QPoint offset = alert()->geometry().center() - view_.frameGeometry().center();
+    EXPECT_LE(offset.manhattanLength(), 2);
+    // What the window system was told is what Qt maps positions with.
+    EXPECT_EQ(alert()->mapToGlobal(QPoint()), alert()->geometry().topLeft());
+    scenario_.model->setAlertMessage(std::nullopt);
+    settle();
+    view_.move(view_.screen()->availableGeometry().bottomRight() - QPoint(40, 40));
+    settle();
+    Alert atTheEdge(&view_);
+    atTheEdge.setMessage(QStringLiteral("Choose an output folder first."));
+    atTheEdge.show();
+    // Before the window manager may have moved it.
+    EXPECT_TRUE(view_.screen()->availableGeometry().contains(atTheEdge.geometry()));
+}
+
+TEST_F(ContentViewTest, wrapsALongMessageOfTheAlert) {
+    raise("Choose an output folder first.");
+    const QSize brief = alert()->size();
+    scenario_.model->setAlertMessage("one sentence after the other " + std::string(300, 'x') + " " +
+                                     std::string("and so on ") + std::string("and on ") +
+                                     std::string("to the end"));
+    settle();
+    const auto* message = find<Label>(*alert(), "alertMessage");
+    EXPECT_GE(message->height(), message->heightForWidth(message->width()));
+    EXPECT_TRUE(test::runUntil([&] { return alert()->height() > brief.height(); }));
+}
+
+TEST_F(ContentViewTest, exposesTheAlertWithTitleAndMessage) {
+    raise("Choose an output folder first.");
+    const QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(alert());
+    ASSERT_NE(interface, nullptr);
+    EXPECT_EQ(interface->role(), QAccessible::AlertMessage);
+    EXPECT_EQ(utf8(interface->text(QAccessible::Name)), "Kestrel");
+    EXPECT_EQ(utf8(interface->text(QAccessible::Description)), "Choose an output folder first.");
+}
+
+TEST_F(ContentViewTest, roundsTheCornersOfTheAlertOnlyWhereTheyAreBlended) {
+    raise("Choose an output folder first.");
+    for (const bool isBlended : {true, false}) {
+        alert()->setAttribute(Qt::WA_TranslucentBackground, isBlended);
+        QImage image(alert()->size(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        alert()->render(&image, {}, {}, QWidget::DrawChildren);
+        EXPECT_EQ(image.pixelColor(0, 0).alpha() == 0, isBlended);
+        EXPECT_EQ(image.pixelColor(image.rect().center()).alpha(), 255);
+    }
 }
 
 TEST_F(ContentViewTest, dismissesTheAlertByItsButton) {
-    expectDismissalBy([this] { QTest::mouseClick(alert()->buttons().front(), Qt::LeftButton); });
+    expectDismissalBy([this] { QTest::mouseClick(okButton(), Qt::LeftButton); });
 }
 
 TEST_F(ContentViewTest, dismissesTheAlertByEscape) {
@@ -116,8 +201,8 @@ TEST_F(ContentViewTest, showsOneAlertWithTheLatestText) {
     raise("first");
     scenario_.model->setAlertMessage("second");
     settle();
-    EXPECT_EQ(view_.findChildren<QMessageBox*>().size(), 1);
-    EXPECT_EQ(utf8(alert()->text()), "second");
+    EXPECT_EQ(view_.findChildren<Alert*>().size(), 1);
+    EXPECT_EQ(utf8(alert()->message()), "second");
 }
 
 TEST_F(ContentViewTest, closesTheAlertWhenTheMessageIsReset) {
@@ -132,7 +217,7 @@ TEST_F(ContentViewTest, raisesTheAlertWhenStartIsRefused) {
     QTest::mouseClick(find<QPushButton>(view_, "startButton"), Qt::LeftButton);
     settle();
     ASSERT_NE(alert(), nullptr);
-    EXPECT_EQ(utf8(alert()->text()), "Choose an output folder first.");
+    EXPECT_EQ(utf8(alert()->message()), "Choose an output folder first.");
 }
 
 TEST_F(ContentViewTest, givesTheQueueTheWidthThatTheSidebarLeaves) {

@@ -1,3 +1,4 @@
+#include "Alert.h"
 #include "Button.h"
 #include "ContentView.h"
 #include "FFmpegService.h"
@@ -11,7 +12,6 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
-#include <QMessageBox>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -69,7 +69,7 @@ class KeyboardTest : public ::testing::Test {
         scenario_.add({"a.opus"});
         focus(find<Button>(view_, "startButton"));
         press(Qt::Key_Space);
-        ASSERT_NE(view_.findChild<QMessageBox*>(), nullptr);
+        ASSERT_NE(view_.findChild<Alert*>(), nullptr);
     }
 
     void dismissAlert() {
@@ -189,7 +189,7 @@ TEST_F(KeyboardTest, givesTheFocusBackAfterTheAlertUnderASlowWindowManager) {
     {
         const test::SlowWindowManager slow;
         ASSERT_NO_FATAL_FAILURE(raiseAlert());
-        slow.bringBackRequestFor(*view_.findChild<QMessageBox*>());
+        slow.bringBackRequestFor(*view_.findChild<Alert*>());
         dismissAlert();
     }
     EXPECT_TRUE(test::runUntil([] { return focusName() == "Convert 1 File"; }));

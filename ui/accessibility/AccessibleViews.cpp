@@ -1,6 +1,7 @@
 #include "AccessibleViews.h"
 
 #include "AccessibleJobList.h"
+#include "Alert.h"
 #include "BatchAnnouncer.h"
 #include "DropZone.h"
 #include "PercentLabel.h"
@@ -52,6 +53,9 @@ class AccessibleQualitySlider : public QAccessibleWidget, public QAccessibleValu
 QAccessibleInterface* makeViewInterface(const QString&, QObject* object) {
     if (auto* slider = qobject_cast<QualitySlider*>(object)) {
         return new AccessibleQualitySlider(slider);
+    }
+    if (auto* alert = qobject_cast<Alert*>(object)) {
+        return new QAccessibleWidget(alert, QAccessible::AlertMessage);
     }
     if (auto* announcer = qobject_cast<BatchAnnouncer*>(object)) {
         return new QAccessibleWidget(announcer, QAccessible::Notification);

@@ -2,19 +2,14 @@
 
 #include "Badge.h"
 
-#include <QPixmap>
-
 namespace kestrel {
 
-/// The program's badge in the header of the sidebar.
+/// The program's badge, in the header of the sidebar and in the alert.
 class AppBadge : public Badge {
     Q_OBJECT
 
   public:
     explicit AppBadge(QWidget* parent = nullptr);
-
-    /// Renders the badge, for the alert.
-    static QPixmap pixmap(const QPalette& palette, double devicePixelRatio);
 
     /// Draws the glow around a badge. Most of it lies outside the badge, so the badge's parent
     /// draws it.

@@ -79,13 +79,4 @@ void AppBadge::drawGlow(QPainter& painter, const QRect& badge, const QPalette& p
     painter.drawPixmap(badge.topLeft() - QPoint(glowRadius, glowRadius), glow);
 }
 
-QPixmap AppBadge::pixmap(const QPalette& palette, double devicePixelRatio) {
-    QPixmap pixmap(QSize(appBadgeSide, appBadgeSide) * devicePixelRatio);
-    pixmap.setDevicePixelRatio(devicePixelRatio);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    drawBadge(painter, QRect(0, 0, appBadgeSide, appBadgeSide), palette);
-    return pixmap;
-}
-
 } // namespace kestrel

@@ -4,6 +4,7 @@
 #include "FormatButton.h"
 #include "JobRow.h"
 #include "Label.h"
+#include "PopUpButton.h"
 #include "ProgressBar.h"
 #include "QualitySlider.h"
 #include "RunUntil.h"
@@ -16,6 +17,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <optional>
@@ -160,6 +162,50 @@ TEST_F(AppearanceTest, highlightsTheSelectedFormat) {
     EXPECT_COLOR(selected.pixelColor(blank), mixed(other.pixelColor(blank), Qt::white, 0.11), 2);
     EXPECT_COLOR(other.pixelColor(blank), QColor(0x15, 0x18, 0x29), 3);
     EXPECT_COLOR(selected.pixelColor(0, 0), other.pixelColor(0, 0), 3);
+}
+
+TEST_F(AppearanceTest, fillsAFormatOnlyWhileItIsSelected) {
+    const auto buttons = view_.findChildren<FormatButton*>();
+    const QPoint blank(150, 18);
+    const QPoint symbol(12 + 9, 18);
+    for (FormatButton* button : {buttons[0], buttons[1]}) {
+        const QImage resting = image(button);
+        QTest::mouseMove(button, blank);
+        ASSERT_TRUE(test::runUntil([button] { return button->underMouse(); }));
+        EXPECT_EQ(image(button).pixelColor(blank), resting.pixelColor(blank)) << "hovered";
+        const bool isOutlined = image(button).pixelColor(150, 0) != resting.pixelColor(150, 0);
+        EXPECT_EQ(isOutlined, !button->isChecked());
+        button->setDown(true);
+        EXPECT_EQ(image(button).pixelColor(blank), resting.pixelColor(blank)) << "pressed";
+        EXPECT_NE(image(button).copy(QRect(symbol - QPoint(9, 9), QSize(18, 18))),
+                  resting.copy(QRect(symbol - QPoint(9, 9), QSize(18, 18))));
+        button->setDown(false);
+    }
+}
+
+TEST_F(AppearanceTest, dimsADisabledLabelAsMuchAsItsPicker) {
+    auto* label = find<Label>(view_, "bitDepthLabel");
+    ASSERT_FALSE(label->isEnabled());
+    EXPECT_NEAR(label->color().alphaF(), 0.4, 0.01);
+    const QImage picker = image(view_.findChild<PopUpButton*>());
+    const QImage caption = image(label);
+    const auto brightest = [](const QImage& picture, const QRect& part) {
+        int result = 0;
+        for (int y = part.top(); y <= part.bottom(); ++y) {
+            for (int x = part.left(); x <= part.right(); ++x) {
+                result = std::max(result, picture.pixelColor(x, y).green());
+            }
+        }
+        return result;
+    };
+    // The picker's text, on its tinted background.
+    const QRect text(8, 4, 50, picker.height() - 8);
+    const int below = picker.pixelColor(picker.width() - 40, picker.height() / 2).green();
+    const int expected = mixed(QColor(below, below, below), Qt::white, 0.4).green();
+    EXPECT_NEAR(brightest(picker, text), expected, 4);
+    const int under = caption.pixelColor(0, 0).green();
+    EXPECT_NEAR(brightest(caption, caption.rect()),
+                mixed(QColor(under, under, under), Qt::white, 0.4).green(), 4);
 }
 
 TEST_F(AppearanceTest, checksTheSelectedFormatInPurple) {

@@ -19,7 +19,6 @@ namespace kestrel {
 namespace {
 
 constexpr int symbolGap = 6;
-constexpr double disabledTextOpacity = 0.4;
 
 struct Metrics {
     int minHeight;
@@ -164,7 +163,7 @@ QColor Button::labelColor() const {
     if (isEnabled()) {
         return themeColor_.color(palette());
     }
-    return ThemeColor(ThemeColor::Name::primary).withOpacity(disabledTextOpacity).color(palette());
+    return ThemeColor(ThemeColor::Name::primary).withOpacity(disabledOpacity).color(palette());
 }
 
 void Button::paintEvent(QPaintEvent*) {

@@ -28,7 +28,6 @@ constexpr int comboBoxRadius = 7;
 constexpr int comboBoxPadding = 10;
 constexpr int comboBoxIndicator = 20;
 
-constexpr double disabledOpacity = 0.4;
 
 QColor colorOf(ThemeColor::Name name, double opacity, const QStyleOption& option) {
     return ThemeColor(name).withOpacity(opacity).color(option.palette);

@@ -11,11 +11,6 @@
 #include <limits>
 
 namespace kestrel {
-namespace {
-
-constexpr double disabledLabelOpacity = 0.45;
-
-} // namespace
 
 Label::Label(const QString& text, const TextFont& font, QWidget* parent)
     : QLabel(parent), textFont_(font) {
@@ -36,8 +31,7 @@ void Label::setThemeColor(ThemeColor color) {
 }
 
 QColor Label::color() const {
-    return (isEnabled() ? themeColor_ : themeColor_.withOpacity(disabledLabelOpacity))
-        .color(palette());
+    return (isEnabled() ? themeColor_ : themeColor_.withOpacity(disabledOpacity)).color(palette());
 }
 
 QFont Label::currentFont() const {

@@ -21,6 +21,8 @@ constexpr int sidePadding = 12;
 constexpr int symbolSpacing = 10;
 constexpr int symbolWidth = 18;
 constexpr double buttonRadius = 9;
+constexpr double tintOpacity = 0.11;
+constexpr double pressedOpacity = 0.6;
 
 TextFont nameFont(bool isSelected) {
     return {TextStyle::subheadline, isSelected ? QFont::DemiBold : QFont::Normal};
@@ -61,16 +63,18 @@ Symbol FormatButton::symbol() const {
 void FormatButton::nextCheckState() {}
 
 void FormatButton::drawBackground(QPainter& painter) {
-    double opacity = isChecked() ? 0.11 : 0.0;
-    if (isDown()) {
-        opacity += 0.08;
-    } else if (underMouse() && !isChecked()) {
-        opacity = 0.05;
-    }
-    if (opacity > 0) {
+    const QColor tint =
+        ThemeColor(ThemeColor::Name::white).withOpacity(tintOpacity).color(palette());
+    if (isChecked()) {
         painter.setPen(Qt::NoPen);
-        painter.setBrush(ThemeColor(ThemeColor::Name::white).withOpacity(opacity).color(palette()));
+        painter.setBrush(tint);
         painter.drawPath(continuousRectangle(rect(), buttonRadius));
+    } else if (underMouse() && isEnabled()) {
+        // An outline: a fill would read as selected.
+        painter.setPen(tint);
+        painter.setBrush(Qt::NoBrush);
+        painter.drawPath(
+            continuousRectangle(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), buttonRadius));
     }
     if (KeyboardFocus::isShownOn(*this)) {
         drawFocusRing(painter, rect(), buttonRadius,
@@ -83,7 +87,10 @@ void FormatButton::drawLabel(QPainter& painter) {
     const auto mirrored = [this](const QRect& box) {
         return QStyle::visualRect(layoutDirection(), rect(), box);
     };
-    const QColor color = ThemeColor(ThemeColor::Name::primary).color(palette());
+    // A press shows in the label alone.
+    const double opacity = isDown() ? pressedOpacity : 1;
+    const QColor color =
+        ThemeColor(ThemeColor::Name::primary).withOpacity(opacity).color(palette());
     QRect symbolBox = content;
     symbolBox.setWidth(symbolWidth);
     drawSymbol(painter, mirrored(symbolBox), symbol(), symbolWidth, color);
@@ -96,7 +103,7 @@ void FormatButton::drawLabel(QPainter& painter) {
         QRect checkBox = content;
         checkBox.setLeft(content.right() + 1 - symbolWidth);
         drawSymbol(painter, mirrored(checkBox), Symbol::checkmarkCircleFill, symbolWidth - 2,
-                   ThemeColor(ThemeColor::Name::purple).color(palette()));
+                   ThemeColor(ThemeColor::Name::purple).withOpacity(opacity).color(palette()));
     }
 }
 

@@ -147,6 +147,7 @@ QWidget* SettingsSidebar::makePCMSection() {
     column->addWidget(new SectionLabel(QStringLiteral("PCM OPTIONS"), section));
 
     bitDepthLabel_ = new Label(tr("Bit depth"), {}, section);
+    bitDepthLabel_->setObjectName(QStringLiteral("bitDepthLabel"));
     bitDepthPicker_ = new PopUpButton(section);
     bitDepthPicker_->setAccessibleName(tr("Bit depth"));
     bitDepthLabel_->setBuddy(bitDepthPicker_);

@@ -28,6 +28,9 @@ class ThemeColor {
     double opacity_ = 1;
 };
 
+/// The opacity of texts and controls that are disabled.
+inline constexpr double disabledOpacity = 0.4;
+
 /// The colour of the lines between parts of the window, and of the borders of its controls.
 QColor separatorColor(const QPalette& palette);
 

@@ -31,12 +31,12 @@ ContentView::ContentView(std::shared_ptr<ConverterViewModel> model,
     divider->setOpacity(0.55);
     belowInset_ = new QHBoxLayout;
     belowInset_->setSpacing(0);
-    belowInset_->addWidget(divider);
     belowInset_->addWidget(queue_, 1);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(0);
     row->addWidget(sidebar_);
+    row->addWidget(divider);
     row->addLayout(belowInset_, 1);
     connect(model_.get(), &ConverterViewModel::willChange, this, &ContentView::scheduleRefresh);
     if (model_->alertMessage()) {

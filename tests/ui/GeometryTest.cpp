@@ -36,6 +36,24 @@ struct Measure {
 };
 
 /// Checks positions and sizes of widgets, in pixels, in a window without a title bar.
+/// The columns at the trailing end of the widget in which nothing opaque is drawn.
+int blankAtTheEnd(const QWidget& widget) {
+    QImage image(widget.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    const_cast<QWidget&>(widget).render(&image, {}, {}, QWidget::DrawChildren); // NOLINT: draws
+    const bool isMirrored = widget.layoutDirection() == Qt::RightToLeft;
+    int blank = 0;
+    for (; blank < image.width(); ++blank) {
+        const int x = isMirrored ? blank : image.width() - 1 - blank;
+        for (int y = 0; y < image.height(); ++y) {
+            if (image.pixelColor(x, y).alpha() > 64) {
+                return blank;
+            }
+        }
+    }
+    return blank;
+}
+
 class GeometryTest : public ::testing::Test {
   protected:
     GeometryTest() : view_(scenario_.model, [] { return FileURL("/usr/bin/ffmpeg"); }) {
@@ -267,14 +285,12 @@ TEST_F(GeometryTest, laysOutTheRowsOfTheList) {
     const QRect folder = part(rows[2], "folder");
     const QRect bullet = part(rows[2], "bullet");
     const QRect state = part(rows[2], "state");
-    const QRect remove = part(rows[2], "removeButton");
     const int spread = (name.y() - waiting.y()) - (bottom(waiting) - bottom(state));
     expectAll({
         // clang-format off
         {"row: badge at the left",              badge.x() - 311,            26},
-        {"row: remove button at the right",     960 - end(remove),          26},
-        {"row without more: height",            waiting.height(),           7 + 42 + 7},
-        {"row: padding above the badge",        badge.y() - waiting.y(),    7},
+        {"row without more: height",            waiting.height(),           converting.height()},
+        {"badge centred in its row",            std::abs(badge.y() - waiting.y() - (bottom(waiting) - bottom(badge))) / 2, 0},
         {"badge: width",                        badge.width(),              42},
         {"badge: height",                       badge.height(),             42},
         {"badge to texts",                      across(badge, name),        14},
@@ -286,7 +302,7 @@ TEST_F(GeometryTest, laysOutTheRowsOfTheList) {
         {"state line to bar",                   down(part(rows[1], "state"), bar), 6},
         {"bar to texts, at the left",           bar.x() - name.x(),         0},
         {"bar: padding at the right",           960 - end(bar),             14 + 26},
-        {"message to remove button",            across(message, part(rows[0], "removeButton")), 14 + 14},
+        {"message to remove button",            across(message, part(rows[0], "removeButton")), 14 + 14 + 5},
         {"bar: height",                         bar.height(),               6},
         {"row: padding below the bar",          down(bar, waiting),         7},
         {"state line to message",               down(part(rows[0], "state"), message), 6},
@@ -301,10 +317,15 @@ TEST_F(GeometryTest, alignsCheckMarksAndRemoveButtons) {
     scenario_.add({"b.opus"});
     const std::vector<JobRow*> rows = view_.findChild<JobScrollArea*>()->rows();
     ASSERT_EQ(rows.size(), 2U);
-    const QRect checkMark = box(find<QWidget>(*rows[0], "checkMark"));
-    const QRect remove = box(find<QWidget>(*rows[1], "removeButton"));
-    EXPECT_EQ(960 - end(checkMark), 26);
-    EXPECT_EQ(checkMark.center().x(), remove.center().x());
+    // Where the bar above the list ends.
+    EXPECT_EQ(960 - end(box(rows[0])) + JobRow::overhang, 26);
+    for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        view_.setLayoutDirection(direction);
+        settle();
+        for (const JobRow* row : rows) {
+            EXPECT_EQ(blankAtTheEnd(*row), JobRow::overhang) << direction;
+        }
+    }
 }
 
 TEST_F(GeometryTest, keepsTheSidebarAtItsWidthInAWiderWindow) {
@@ -324,7 +345,8 @@ TEST_F(GeometryTest, insetsContentsButNotBackgroundsAtTheTop) {
         {"sidebar: y", box<SettingsSidebar>().y(), 0},
         {"sidebar: height", box<SettingsSidebar>().height(), 640},
         {"badge: y", box<AppBadge>().y(), 28 + 32},
-        {"divider: y", box("sidebarDivider").y(), 28},
+        {"divider: y", box("sidebarDivider").y(), 0},
+        {"divider: height", box("sidebarDivider").height(), 640},
         {"queue: y", box<QueueView>().y(), 28},
         {"title: y", box("queueTitle").y(), 28 + 27},
     });
@@ -366,6 +388,23 @@ TEST_F(GeometryTest, scalesFontsWithTheApplicationFont) {
         EXPECT_EQ(font.weight(), text.weight) << text.name;
     }
     EXPECT_TRUE(QFontInfo(find<QLabel>(view_, "qualityLabel")->font()).fixedPitch());
+}
+
+TEST_F(GeometryTest, measuresTheFooterAgainAfterAFontChange) {
+    const QFont original = QApplication::font();
+    QFont large = original;
+    large.setPointSizeF(original.pointSizeF() * 2);
+    QApplication::setFont(large);
+    QueueView queue(scenario_.model);
+    queue.resize(649, 640);
+    queue.show();
+    EXPECT_TRUE(waitUntilShown(queue));
+    QApplication::setFont(original);
+    settle();
+    const QRect divider = find<QWidget>(queue, "footerDivider")->geometry();
+    const int start = find<QWidget>(queue, "startButton")->height();
+    EXPECT_EQ(start, 36);
+    EXPECT_EQ(640 - divider.y(), 1 + 14 + start + 22);
 }
 
 TEST_F(GeometryTest, keepsTheSectionLabelsAtTheirOwnSize) {

@@ -33,6 +33,9 @@ class Button : public QPushButton {
     /// The colour of the label.
     void setThemeColor(ThemeColor color);
     void setControlSize(ControlSize size);
+    /// The space on either side of the label, in pixels.
+    int padding() const;
+
     /// The minimum width of the label, without the padding, in pixels.
     void setMinimumLabelWidth(int width);
     /// Marks the action as destructive: the label becomes red.
@@ -56,7 +59,6 @@ class Button : public QPushButton {
     QColor fillColor() const;
     QColor labelColor() const;
     int labelWidth() const;
-    int padding() const;
 
     Variant variant_;
     ControlSize controlSize_ = ControlSize::regular;

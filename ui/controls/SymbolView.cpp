@@ -3,6 +3,7 @@
 #include "ApplicationFont.h"
 
 #include <QPainter>
+#include <QStyle>
 
 namespace kestrel {
 
@@ -13,9 +14,15 @@ SymbolView::SymbolView(Symbol symbol, const TextFont& font, ThemeColor color, QW
             &SymbolView::updateGeometry);
 }
 
+void SymbolView::setTrailingInset(int inset) {
+    trailingInset_ = inset;
+    updateGeometry();
+    update();
+}
+
 QSize SymbolView::sizeHint() const {
     const int side = symbolSize(font_.font());
-    return {side, side};
+    return {side + trailingInset_, side};
 }
 
 QSize SymbolView::minimumSizeHint() const {
@@ -24,7 +31,9 @@ QSize SymbolView::minimumSizeHint() const {
 
 void SymbolView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    drawSymbol(painter, rect(), symbol_, symbolSize(font_.font()), themeColor_.color(palette()));
+    const QRect box =
+        QStyle::visualRect(layoutDirection(), rect(), rect().adjusted(0, 0, -trailingInset_, 0));
+    drawSymbol(painter, box, symbol_, symbolSize(font_.font()), themeColor_.color(palette()));
 }
 
 } // namespace kestrel

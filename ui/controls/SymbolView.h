@@ -15,6 +15,9 @@ class SymbolView : public QWidget {
   public:
     SymbolView(Symbol symbol, const TextFont& font, ThemeColor color, QWidget* parent = nullptr);
 
+    /// Leaves this many pixels after the symbol, at its trailing edge.
+    void setTrailingInset(int inset);
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
@@ -25,6 +28,7 @@ class SymbolView : public QWidget {
     Symbol symbol_;
     TextFont font_;
     ThemeColor themeColor_;
+    int trailingInset_ = 0;
 };
 
 } // namespace kestrel

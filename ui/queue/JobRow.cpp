@@ -20,12 +20,17 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace kestrel {
 namespace {
 
 constexpr int badgeSide = 42;
+constexpr int rowSpacing = 14;
+constexpr TextFont checkMarkFont{TextStyle::title3};
+/// The margin around the circle of a symbol, as a fraction of the symbol's size.
+constexpr double circleMargin = 2.0 / 24;
 
 void drawJobBadge(QPainter& painter, const QRect& rect, const QPalette& palette) {
     constexpr double radius = 9;
@@ -53,18 +58,20 @@ JobRow::JobRow(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
     : QWidget(parent), model_(std::move(model)) {
     setFocusPolicy(Qt::ClickFocus);
     auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(overhang, 7, overhang, 7);
-    row->setSpacing(14);
+    row->setSpacing(rowSpacing);
+    leadingSpace_ = new QSpacerItem(0, 0);
+    row->addSpacerItem(leadingSpace_);
     auto* badge = new Badge(badgeSide, drawJobBadge, this);
     badge->setObjectName(QStringLiteral("badge"));
     row->addWidget(badge, 0, Qt::AlignVCenter);
     row->addLayout(makeTexts(), 1);
     // A flexible space of its own in the stack: the texts end twice the spacing before a button,
     // and once before the end of a row without one.
-    row->addSpacing(row->spacing());
+    trailingSpace_ = new QSpacerItem(0, 0);
+    row->addSpacerItem(trailingSpace_);
 
-    checkMark_ = new SymbolView(Symbol::checkmarkCircleFill, {TextStyle::title3},
-                                ThemeColor::Name::green, this);
+    checkMark_ =
+        new SymbolView(Symbol::checkmarkCircleFill, checkMarkFont, ThemeColor::Name::green, this);
     checkMark_->setObjectName(QStringLiteral("checkMark"));
     checkMark_->setAccessibleName(QStringLiteral("Complete"));
     row->addWidget(checkMark_, 0, Qt::AlignVCenter);
@@ -82,8 +89,17 @@ JobRow::JobRow(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
 }
 
 void JobRow::alignTrailing() {
-    // Aligns the check marks and remove buttons of all rows.
-    checkMark_->setMinimumWidth(removeButton_->sizeHint().width());
+    // The circles of check marks and crosses end where the contents end, and with them the progress
+    // bar above the list: the button's padding and the symbols' margins stick out.
+    const double crossMargin = circleMargin * symbolSize(removeButton_->font());
+    const double checkMargin = circleMargin * symbolSize(checkMarkFont.font());
+    const double cross = removeButton_->padding() + crossMargin;
+    const int excess = std::min(static_cast<int>(std::lround(cross)), overhang);
+    checkMark_->setTrailingInset(static_cast<int>(std::lround(cross - checkMargin)));
+    leadingSpace_->changeSize(excess, 0, QSizePolicy::Fixed, QSizePolicy::Minimum);
+    trailingSpace_->changeSize(rowSpacing + excess, 0, QSizePolicy::Fixed, QSizePolicy::Minimum);
+    layout()->setContentsMargins(overhang - excess, 7, overhang - excess, 7);
+    layout()->invalidate();
 }
 
 QBoxLayout* JobRow::makeTexts() {
@@ -252,9 +268,9 @@ JobRowMetrics JobRow::measure(const std::shared_ptr<ConverterViewModel>& model, 
     };
     JobRowMetrics metrics;
     metrics.width = width;
-    metrics.plainHeight = heightIn(JobState::waiting());
-    metrics.plainHeight = std::max(metrics.plainHeight, heightIn(JobState::completed()));
-    metrics.convertingHeight = heightIn(JobState::converting());
+    // One height for all of them: the rows below stay in place when a conversion starts or ends.
+    metrics.plainHeight = std::max({heightIn(JobState::waiting()), heightIn(JobState::completed()),
+                                    heightIn(JobState::converting())});
     metrics.failedHeight = heightIn(JobState::failed("message"));
     row.layout()->setGeometry(QRect(0, 0, width, metrics.failedHeight));
     metrics.messageWidth = row.message_->width();

@@ -12,6 +12,7 @@
 #include <optional>
 
 class QBoxLayout;
+class QSpacerItem;
 
 namespace kestrel {
 
@@ -70,6 +71,8 @@ class JobRow : public QWidget {
 
     std::shared_ptr<ConverterViewModel> model_;
     std::optional<ConversionJob> job_;
+    QSpacerItem* leadingSpace_ = nullptr;
+    QSpacerItem* trailingSpace_ = nullptr;
     ElidedLabel* name_ = nullptr;
     ElidedLabel* folder_ = nullptr;
     Label* state_ = nullptr;

@@ -27,14 +27,7 @@ void JobRowHeights::setMetrics(JobRowMetrics metrics) {
 
 // Defined before the loops over all jobs, so that it is inlined into them.
 inline int JobRowHeights::heightOf(const ConversionJob& job) const {
-    switch (job.state.which()) {
-    case JobState::Case::converting:
-        return metrics_->convertingHeight;
-    case JobState::Case::failed:
-        return heightOfFailure(job);
-    default:
-        return metrics_->plainHeight;
-    }
+    return job.state.is(JobState::Case::failed) ? heightOfFailure(job) : metrics_->plainHeight;
 }
 
 void JobRowHeights::update(const std::vector<ConversionJob>& jobs) {

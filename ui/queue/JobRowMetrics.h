@@ -8,8 +8,8 @@ namespace kestrel {
 struct JobRowMetrics {
     /// Of a whole row.
     int width = 0;
+    /// Without a message.
     int plainHeight = 0;
-    int convertingHeight = 0;
     /// With a message of one line.
     int failedHeight = 0;
     int messageLineHeight = 0;

@@ -1,5 +1,6 @@
 #include "QueueView.h"
 
+#include "ApplicationFont.h"
 #include "Button.h"
 #include "DestinationButton.h"
 #include "Divider.h"
@@ -97,7 +98,12 @@ QBoxLayout* QueueView::makeFooter() {
     auto* row = new QHBoxLayout;
     row->setSpacing(12);
     // Keeps the height when the smaller button replaces the larger one.
-    row->addStrut(startButton_->sizeHint().height());
+    auto* strut = new QSpacerItem(0, startButton_->sizeHint().height());
+    row->addSpacerItem(strut);
+    connect(ApplicationFont::shared(), &ApplicationFont::changed, this, [this, row, strut] {
+        strut->changeSize(0, startButton_->sizeHint().height());
+        row->invalidate();
+    });
     row->addWidget(destinationButton_, 1, Qt::AlignVCenter);
     for (Button* button : {revealButton_, startButton_, cancelButton_}) {
         row->addWidget(button, 0, Qt::AlignVCenter);

@@ -118,7 +118,7 @@ TEST_F(JobListTest, alignsRowsWithTheHeaderAndFooter) {
         settle();
         const JobRow* row = rows().front();
         EXPECT_EQ(row->mapTo(area(), row->contentsRect().topLeft()).y(), 6);
-        const QRect contents = row->layout()->contentsRect();
+        const QRect contents = row->rect().adjusted(JobRow::overhang, 0, -JobRow::overhang, 0);
         EXPECT_EQ(row->mapTo(area(), contents.topLeft()).x(), 26);
         EXPECT_EQ(row->mapTo(area(), contents.bottomRight()).x() + 1, area()->width() - 26);
         EXPECT_EQ(bar()->width(), 12);

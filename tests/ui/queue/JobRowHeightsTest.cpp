@@ -16,7 +16,6 @@ class JobRowHeightsTest : public ::testing::Test {
         JobRowMetrics metrics;
         metrics.width = 500;
         metrics.plainHeight = 50;
-        metrics.convertingHeight = 60;
         metrics.failedHeight = 70;
         metrics.messageLineHeight = 10;
         metrics.messageWidth = 400;
@@ -41,17 +40,17 @@ TEST_F(JobRowHeightsTest, followTheStates) {
     jobs_[7].state = JobState::converting();
     jobs_[9].state = JobState::failed("one\ntwo");
     heights_.update(jobs_);
-    EXPECT_EQ(heights_.offsets().height(7), 60);
+    EXPECT_EQ(heights_.offsets().height(7), 50);
     EXPECT_EQ(heights_.offsets().height(9), 80);
-    EXPECT_EQ(heights_.offsets().total(), 5040);
+    EXPECT_EQ(heights_.offsets().total(), 5030);
     for (ConversionJob& job : jobs_) {
         job.state = JobState::converting();
     }
     heights_.update(jobs_);
-    EXPECT_EQ(heights_.offsets().total(), 6000);
+    EXPECT_EQ(heights_.offsets().total(), 5000);
     jobs_.resize(3, jobs_.front());
     heights_.update(jobs_);
-    EXPECT_EQ(heights_.offsets().total(), 180);
+    EXPECT_EQ(heights_.offsets().total(), 150);
 }
 
 TEST_F(JobRowHeightsTest, measureOnDemandOnly) {

@@ -161,10 +161,26 @@ TEST_F(JobRowTest, exposesItsPosition) {
     EXPECT_EQ(utf8(find<QPushButton>(row_, "removeButton")->accessibleDescription()), "3 of 120");
 }
 
+TEST_F(JobRowTest, givesEveryRowTheHeightOfAConvertingOne) {
+    const QFont original = QApplication::font();
+    for (const double factor : {1.0, 1.5}) {
+        QFont font = original;
+        font.setPointSizeF(original.pointSizeF() * factor);
+        QApplication::setFont(font);
+        const JobRowMetrics metrics = JobRow::measure(scenario_.model, nullptr, 600);
+        JobRow row(scenario_.model);
+        ConversionJob job{FileURL("/Album/a.opus")};
+        job.state = JobState::converting();
+        row.setJob(job);
+        EXPECT_EQ(metrics.plainHeight, row.sizeHint().height()) << factor;
+        EXPECT_GE(metrics.plainHeight, 7 + 42 + 7);
+    }
+    QApplication::setFont(original);
+}
+
 TEST_F(JobRowTest, startsItsTextsAtTheirIndent) {
-    const int start = row_.layout()->contentsRect().left();
-    EXPECT_EQ(start, JobRow::overhang);
-    EXPECT_EQ(find<QLabel>(row_, "name")->x(), start + JobRow::textIndent);
+    EXPECT_EQ(find<QWidget>(row_, "badge")->x(), JobRow::overhang);
+    EXPECT_EQ(find<QLabel>(row_, "name")->x(), JobRow::overhang + JobRow::textIndent);
 }
 
 TEST_F(JobRowTest, isolatesANameWithADirectionalOverride) {

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 
 namespace kestrel {
@@ -53,6 +54,21 @@ TEST(SymbolTest, isDrawnInTheGivenColourOnly) {
             }
         }
     }
+}
+
+TEST(SymbolTest, centresTheBarsOfTheWaveform) {
+    const QImage image = draw(Symbol::waveform, 96, Qt::black);
+    int first = image.width();
+    int last = -1;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixelColor(x, y).alpha() > 127) {
+                first = std::min(first, x);
+                last = std::max(last, x);
+            }
+        }
+    }
+    EXPECT_EQ(first, image.width() - 1 - last);
 }
 
 TEST(SymbolTest, takesTheOpacityOfItsColour) {

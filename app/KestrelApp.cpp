@@ -4,6 +4,7 @@
 #include "BusName.h"
 #include "FirstFrame.h"
 #include "MenuBar.h"
+#include "UserInputFilter.h"
 
 #include <QAction>
 #include <QApplication>
@@ -39,21 +40,27 @@ void KestrelApp::fillMenuBar(QMenuBar& menuBar) {
     QMenu* file = menuBar.addMenu(tr("&File"));
     QAction* addAudio = file->addAction(tr("Add Audio…"));
     addAudio->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
-    // Queued: a panel blocks its caller until it is closed, and an AT-SPI client waits for the
-    // reply to its call.
-    QObject::connect(
-        addAudio, &QAction::triggered, &window_, [this] { model_->chooseFiles(); },
-        Qt::QueuedConnection);
+    connectAction(addAudio, [this] { model_->chooseFiles(); });
     QAction* addFolder = file->addAction(tr("Add Folder…"));
     addFolder->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O));
-    QObject::connect(
-        addFolder, &QAction::triggered, &window_, [this] { model_->chooseFolder(); },
-        Qt::QueuedConnection);
+    connectAction(addFolder, [this] { model_->chooseFolder(); });
     file->addSeparator();
     QAction* quit = file->addAction(tr("Quit"));
     quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
     quit->setMenuRole(QAction::QuitRole);
-    QObject::connect(quit, &QAction::triggered, qApp, &QCoreApplication::quit);
+    connectAction(quit, [] { QCoreApplication::quit(); });
+}
+
+void KestrelApp::connectAction(QAction* action, std::function<void()> run) {
+    const auto runUnlessBlocked = [this, run = std::move(run)] {
+        // AT-SPI reaches the menu behind a panel, too.
+        if (!isUserInputBlocked(window_)) {
+            run();
+        }
+    };
+    // Queued: a panel blocks its caller until it is closed, and an AT-SPI client waits for the
+    // reply to its call.
+    QObject::connect(action, &QAction::triggered, &window_, runUnlessBlocked, Qt::QueuedConnection);
 }
 
 int KestrelApp::run() {

@@ -7,8 +7,10 @@
 #include <QCoreApplication>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
+class QAction;
 class QMenuBar;
 
 namespace kestrel {
@@ -38,6 +40,8 @@ class KestrelApp {
 
   private:
     void fillMenuBar(QMenuBar& menuBar);
+    /// Connects `triggered`, from the menu, its shortcut or AT-SPI.
+    void connectAction(QAction* action, std::function<void()> run);
 
     std::shared_ptr<ConverterViewModel> model_;
     MainWindow window_;

@@ -1,12 +1,17 @@
 #include "UserInputFilter.h"
 
+#include <QApplication>
 #include <QCoreApplication>
 #include <QDragLeaveEvent>
 #include <QEvent>
+#include <QWidget>
 
 namespace kestrel {
 
 namespace {
+
+/// The number of filters that live.
+int filterCount = 0; // NOLINT(*-avoid-non-const-global-variables)
 
 bool isUserInput(QEvent::Type type) {
     switch (type) {
@@ -49,10 +54,12 @@ bool isUserInput(QEvent::Type type) {
 
 UserInputFilter::UserInputFilter() {
     QCoreApplication::instance()->installEventFilter(this);
+    ++filterCount;
 }
 
 UserInputFilter::~UserInputFilter() {
     QCoreApplication::instance()->removeEventFilter(this);
+    --filterCount;
 }
 
 bool UserInputFilter::eventFilter(QObject* watched, QEvent* event) {
@@ -67,6 +74,11 @@ bool UserInputFilter::eventFilter(QObject* watched, QEvent* event) {
         QCoreApplication::sendEvent(watched, &leave);
     }
     return true;
+}
+
+bool isUserInputBlocked(const QWidget& widget) {
+    const QWidget* modal = QApplication::activeModalWidget();
+    return filterCount > 0 || (modal != nullptr && widget.window() != modal);
 }
 
 } // namespace kestrel

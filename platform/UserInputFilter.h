@@ -2,6 +2,8 @@
 
 #include <QObject>
 
+class QWidget;
+
 namespace kestrel {
 
 /// An event filter that blocks user input to all windows of the program while it lives: keys,
@@ -18,5 +20,10 @@ class UserInputFilter final : public QObject {
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 };
+
+/// Returns true iff user input does not reach the widget: a `UserInputFilter` lives, or a modal
+/// dialog that the widget is not part of is open. For input that comes by other ways than events,
+/// such as AT-SPI. Main thread.
+bool isUserInputBlocked(const QWidget& widget);
 
 } // namespace kestrel

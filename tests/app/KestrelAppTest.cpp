@@ -74,6 +74,18 @@ TEST_F(KestrelAppTest, addsNothingFromTheKeyboardWhileTheAlertIsOpen) {
     expectBothShortcutsToWork();
 }
 
+TEST_F(KestrelAppTest, addsNothingFromTheMenuBehindTheAlert) {
+    scenario_.model->setAlertMessage("Something");
+    ASSERT_TRUE(test::runUntil([] { return QApplication::activeModalWidget() != nullptr; }));
+    // As an AT-SPI client does, which no modal dialog keeps from the menu.
+    for (QAction* action : fileMenu()->actions()) {
+        action->trigger();
+    }
+    settle();
+    EXPECT_THAT(scenario_.panelTitles(), ElementsAre());
+    EXPECT_EQ(scenario_.model->alertMessage(), "Something");
+}
+
 TEST_F(KestrelAppTest, addsFromTheMenu) {
     fileMenu()->actions()[0]->trigger();
     // The AT-SPI client gets its reply before the panel opens.

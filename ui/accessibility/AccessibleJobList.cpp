@@ -83,7 +83,7 @@ class AccessibleJobRow : public QAccessibleWidget {
         if (action != pressAction()) {
             QAccessibleWidget::doAction(action);
         } else if (row_.isRemovable()) {
-            row_.removeButton()->click();
+            row_.removeButton()->postClick();
         }
     }
 

@@ -6,10 +6,12 @@
 #include "FocusRing.h"
 #include "KeyboardFocus.h"
 #include "TextDrawing.h"
+#include "UserInputFilter.h"
 
 #include <QCoreApplication>
 #include <QCursor>
 #include <QEvent>
+#include <QMetaObject>
 #include <QPainter>
 #include <QStyle>
 
@@ -93,6 +95,20 @@ void Button::setMinimumLabelWidth(int width) {
 
 void Button::markDestructive() {
     setThemeColor(ThemeColor::Name::red);
+}
+
+void Button::postClick() {
+    const auto clickUnlessDiscarded = [this, count = discardCount_] {
+        if (count == discardCount_ && isVisible() && !isUserInputBlocked(*this)) {
+            click();
+        }
+    };
+    QMetaObject::invokeMethod(this, clickUnlessDiscarded, Qt::QueuedConnection);
+}
+
+void Button::discardPress() {
+    ++discardCount_;
+    setDown(false);
 }
 
 int Button::padding() const {

@@ -33,6 +33,13 @@ class Button : public QPushButton {
     /// The colour of the label.
     void setThemeColor(ThemeColor color);
     void setControlSize(ControlSize size);
+    /// Clicks in the next event-loop iteration, after the clicks posted before. Does nothing if the
+    /// button is hidden or disabled then, or blocked by a panel or an alert.
+    void postClick();
+
+    /// Ends a press that has not led to a click yet, posted ones included.
+    void discardPress();
+
     /// The space on either side of the label, in pixels.
     int padding() const;
 
@@ -61,6 +68,7 @@ class Button : public QPushButton {
     int labelWidth() const;
 
     Variant variant_;
+    int discardCount_ = 0;
     ControlSize controlSize_ = ControlSize::regular;
     std::optional<Symbol> symbol_;
     TextFont textFont_;

@@ -28,7 +28,6 @@ constexpr int comboBoxRadius = 7;
 constexpr int comboBoxPadding = 10;
 constexpr int comboBoxIndicator = 20;
 
-
 QColor colorOf(ThemeColor::Name name, double opacity, const QStyleOption& option) {
     return ThemeColor(name).withOpacity(opacity).color(option.palette);
 }

@@ -2,6 +2,7 @@
 
 #include "ControlStyle.h"
 #include "KeyboardFocus.h"
+#include "UserInputFilter.h"
 
 #include <QKeyEvent>
 
@@ -11,6 +12,13 @@ PopUpButton::PopUpButton(QWidget* parent) : QComboBox(parent) {
     setStyle(ControlStyle::shared());
     setFocusPolicy(Qt::StrongFocus);
     KeyboardFocus::watch();
+}
+
+void PopUpButton::showPopup() {
+    // AT-SPI reaches the picker behind a panel, too.
+    if (!isUserInputBlocked(*this)) {
+        QComboBox::showPopup();
+    }
 }
 
 void PopUpButton::keyPressEvent(QKeyEvent* event) {

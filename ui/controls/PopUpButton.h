@@ -11,6 +11,9 @@ class PopUpButton : public QComboBox {
   public:
     explicit PopUpButton(QWidget* parent = nullptr);
 
+    /// Does nothing behind a panel or an alert.
+    void showPopup() override;
+
   protected:
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;

@@ -149,7 +149,7 @@ void JobRow::setJob(const ConversionJob& job) {
     const bool isNewState = !job_ || job_->state != job.state;
     if (job_ && job_->id() != job.id()) {
         // A press that began for one job must not end in the removal of another.
-        removeButton_->setDown(false);
+        removeButton_->discardPress();
     }
     job_ = job;
     if (isNewSource) {

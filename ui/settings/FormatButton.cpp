@@ -37,16 +37,12 @@ FormatButton::FormatButton(OutputFormat format, std::function<void()> action, QW
     setCheckable(true);
     setFixedHeight(buttonHeight);
     setTextFont(nameFont(false));
-    connect(this, &QPushButton::clicked, this, action);
-    // In Qt 6.4 to 6.11 the accessible toggle action emits `toggled` without `clicked`; it counts
-    // as a press, too.
-    connect(this, &QPushButton::toggled, this, std::move(action));
+    connect(this, &QPushButton::clicked, this, std::move(action));
 }
 
 void FormatButton::setSelected(bool isSelected) {
     const QSignalBlocker blocker(this);
     setChecked(isSelected);
-    // Even if the check is unchanged: the accessible toggle action may have set it already.
     const TextFont wanted = nameFont(isSelected);
     if (font().weight() != wanted.weight) {
         setTextFont(wanted);

@@ -1,11 +1,15 @@
+#include "Alert.h"
+#include "Button.h"
 #include "ContentView.h"
 #include "DropZone.h"
 #include "FFmpegService.h"
 #include "FormatButton.h"
+#include "PopUpButton.h"
 #include "ProgressBar.h"
 #include "QualitySlider.h"
 #include "RunUntil.h"
 #include "Scenario.h"
+#include "UserInputFilter.h"
 
 #include <QAccessible>
 #include <QDBusConnection>
@@ -14,6 +18,9 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
 
 namespace kestrel {
 namespace {
@@ -71,6 +78,22 @@ class AccessibilityTest : public ::testing::Test {
         return utf8(interfaceOf(object)->text(kind));
     }
 
+    /// As an AT-SPI client does.
+    static void press(Button* button) {
+        const QString action = button->isCheckable() ? QAccessibleActionInterface::toggleAction()
+                                                     : QAccessibleActionInterface::pressAction();
+        QAccessibleActionInterface* actions = interfaceOf(button)->actionInterface();
+        ASSERT_TRUE(actions->actionNames().contains(action));
+        actions->doAction(action);
+    }
+
+    Button* formatButton(OutputFormat format) const {
+        const auto buttons = view_.findChildren<FormatButton*>();
+        return *std::find_if(buttons.begin(), buttons.end(), [format](const FormatButton* button) {
+            return button->format() == format;
+        });
+    }
+
     Scenario scenario_;
     ContentView view_;
 };
@@ -93,9 +116,74 @@ TEST_F(AccessibilityTest, setsTheQualityThroughTheValueInterface) {
     QAccessibleValueInterface* value =
         interfaceOf(view_.findChild<QualitySlider*>())->valueInterface();
     value->setCurrentValue(64.5);
+    settle();
     EXPECT_EQ(scenario_.model->settings().quality, 64.5);
     value->setCurrentValue(7);
+    settle();
     EXPECT_EQ(scenario_.model->settings().quality, 30);
+}
+
+TEST_F(AccessibilityTest, carriesOutPressesInTheirOrder) {
+    scenario_.add({"a.opus"});
+    scenario_.chooseDestination("/no-such-folder/Out");
+    press(find<Button>(view_, "startButton"));
+    press(formatButton(OutputFormat::wav));
+    interfaceOf(view_.findChild<QualitySlider*>())->valueInterface()->setCurrentValue(40);
+    press(formatButton(OutputFormat::mp3));
+    press(formatButton(OutputFormat::aiff));
+    ASSERT_TRUE(test::runUntil([this] { return scenario_.runner->calls().size() == 1; }));
+    EXPECT_EQ(scenario_.runner->calls().front().settings, ConversionSettings());
+    EXPECT_EQ(scenario_.model->settings().format, OutputFormat::aiff);
+    EXPECT_EQ(scenario_.model->settings().quality, 40);
+}
+
+TEST_F(AccessibilityTest, carriesOutNoPressBehindAnAlert) {
+    scenario_.model->setAlertMessage("text");
+    settle();
+    auto* alert = view_.findChild<Alert*>();
+    ASSERT_NE(alert, nullptr);
+    ASSERT_TRUE(waitUntilShown(*alert));
+    press(formatButton(OutputFormat::wav));
+    interfaceOf(view_.findChild<QualitySlider*>())->valueInterface()->setCurrentValue(40);
+    view_.findChild<PopUpButton*>()->showPopup();
+    settle();
+    EXPECT_EQ(scenario_.model->settings(), ConversionSettings());
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    // The alert's own button is not behind it.
+    press(alert->findChild<Button*>());
+    settle();
+    EXPECT_EQ(scenario_.model->alertMessage(), std::nullopt);
+    press(formatButton(OutputFormat::wav));
+    settle();
+    EXPECT_EQ(scenario_.model->settings().format, OutputFormat::wav);
+}
+
+TEST_F(AccessibilityTest, carriesOutNoPressBehindAPanelOfAnotherProcess) {
+    {
+        const UserInputFilter panel;
+        press(formatButton(OutputFormat::wav));
+        press(find<Button>(view_, "addButton"));
+        settle();
+    }
+    EXPECT_EQ(scenario_.model->settings(), ConversionSettings());
+    EXPECT_TRUE(scenario_.panelTitles().empty());
+    press(formatButton(OutputFormat::wav));
+    settle();
+    EXPECT_EQ(scenario_.model->settings().format, OutputFormat::wav);
+}
+
+TEST_F(AccessibilityTest, carriesOutNoPressOfAHiddenButton) {
+    auto* choose = view_.findChild<DropZone*>()->findChild<Button*>();
+    press(choose);
+    settle();
+    EXPECT_EQ(scenario_.panelTitles().size(), 1U);
+    scenario_.add({"a.opus"});
+    settle();
+    ASSERT_FALSE(choose->isVisible());
+    const std::size_t shown = scenario_.panelTitles().size();
+    press(choose);
+    settle();
+    EXPECT_EQ(scenario_.panelTitles().size(), shown);
 }
 
 TEST_F(AccessibilityTest, describesTheDropZone) {
@@ -133,6 +221,19 @@ TEST_F(AccessibilityTest, exposesTheSelectedFormatAsChecked) {
     for (FormatButton* button : view_.findChildren<FormatButton*>()) {
         EXPECT_TRUE(interfaceOf(button)->state().checkable);
         EXPECT_EQ(interfaceOf(button)->state().checked, button->format() == OutputFormat::mp3);
+    }
+}
+
+TEST_F(AccessibilityTest, selectsExactlyTheFormatThatIsToggled) {
+    for (const OutputFormat format :
+         {OutputFormat::aiff, OutputFormat::aiff, OutputFormat::wav, OutputFormat::mp3}) {
+        press(formatButton(format));
+        settle();
+        EXPECT_EQ(scenario_.model->settings().format, format);
+        for (const FormatButton* button : view_.findChildren<FormatButton*>()) {
+            EXPECT_EQ(button->isChecked(), button->format() == format);
+            EXPECT_EQ(button->font().weight() == QFont::DemiBold, button->isChecked());
+        }
     }
 }
 

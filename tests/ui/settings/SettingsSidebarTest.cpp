@@ -4,7 +4,6 @@
 #include "Scenario.h"
 #include "Timeout.h"
 
-#include <QAccessible>
 #include <QComboBox>
 #include <QLabel>
 #include <QSlider>
@@ -156,18 +155,6 @@ TEST_F(SettingsSidebarTest, selectsAFormatWithTheKeyboard) {
     QTest::keyClick(wav, Qt::Key_Space);
     settle();
     EXPECT_EQ(scenario_.model->settings().format, OutputFormat::wav);
-}
-
-TEST_F(SettingsSidebarTest, selectsAFormatThroughTheToggleAction) {
-    for (const char* format : {"AIFF", "AIFF", "WAV", "MP3"}) {
-        QAccessibleInterface* const button =
-            QAccessible::queryAccessibleInterface(findButton<FormatButton>(sidebar_, format));
-        ASSERT_NE(button, nullptr);
-        button->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
-        settle();
-        EXPECT_THAT(selectedFormats(), ElementsAre(format));
-        EXPECT_EQ(scenario_.model->settings().format.rawValue(), format);
-    }
 }
 
 TEST_F(SettingsSidebarTest, truncatesTheQualityToAnInteger) {

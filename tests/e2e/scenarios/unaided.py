@@ -163,3 +163,18 @@ def survives_questions_for_what_is_not_there(session):
     query_out_of_range_children(program)
     close_menu(program)
     program.quit()
+
+
+@scenario()
+def converts_with_the_settings_at_the_press_of_convert(session):
+    """A client that presses without waiting: the second press must not overtake the first."""
+    program = session.start()
+    program.add_files(media.make_track(session.music / "song.opus"))
+    program.choose_destination(session.output)
+    convert, wav = program.button("Convert 1 File"), program.button("WAV")
+    tree.act(convert, "Press")
+    tree.act(wav, "Toggle")
+    program.await_states(["Complete"])
+    expect_equal("files", [file.name for file in session.output.iterdir()], ["song_converted.mp3"])
+    expect("WAV is selected", tree.has_state(program.button("WAV"), State.CHECKED))
+    program.quit()

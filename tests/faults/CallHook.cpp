@@ -27,7 +27,7 @@ struct Hook {
 };
 
 std::mutex hooksMutex;
-std::array<std::shared_ptr<Hook>, 6> hooks;
+std::array<std::shared_ptr<Hook>, 7> hooks;
 
 std::shared_ptr<Hook>& hookOf(CallHook::Call call) {
     return hooks.at(static_cast<std::size_t>(call));
@@ -64,6 +64,12 @@ bool isRefused(CallHook::Call call) {
     return error != 0;
 }
 
+bool isPipe(int descriptor) {
+    struct stat status {};
+
+    return ::fstat(descriptor, &status) == 0 && S_ISFIFO(status.st_mode);
+}
+
 } // namespace
 
 CallHook::CallHook(Call call, Before before) : call_(call) {
@@ -89,6 +95,7 @@ CallHook::Before CallHook::failing(int count, int error) {
 
 using kestrel::test::CallHook;
 using kestrel::test::errorOf;
+using kestrel::test::isPipe;
 using kestrel::test::isRefused;
 using kestrel::test::next;
 
@@ -127,6 +134,13 @@ int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*
 int mkdir(const char* path, mode_t mode) noexcept {
     static auto* const real = next<int(const char*, mode_t)>("mkdir");
     return isRefused(CallHook::Call::makeFolder) ? -1 : real(path, mode);
+}
+
+ssize_t read(int descriptor, void* buffer, size_t size) {
+    static auto* const real = next<ssize_t(int, void*, size_t)>("read");
+    return isPipe(descriptor) && isRefused(CallHook::Call::readPipe)
+               ? -1
+               : real(descriptor, buffer, size);
 }
 
 int waitid(idtype_t type, id_t id, siginfo_t* info, int options) {

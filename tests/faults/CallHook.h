@@ -4,11 +4,20 @@
 
 namespace kestrel::test {
 
-/// Interposes pipe2(), posix_spawn(), pidfd_open(), pthread_create(), mkdir() or waitid() for its
-/// lifetime. Throws std::logic_error if that call is hooked already. Thread-safe.
+/// Interposes pipe2(), posix_spawn(), pidfd_open(), pthread_create(), mkdir(), waitid() or read()
+/// from a pipe for its lifetime. Throws std::logic_error if that call is hooked already.
+/// Thread-safe.
 class CallHook {
   public:
-    enum class Call : unsigned char { pipe, spawn, openProcess, thread, makeFolder, waitForExit };
+    enum class Call : unsigned char {
+        pipe,
+        spawn,
+        openProcess,
+        thread,
+        makeFolder,
+        waitForExit,
+        readPipe
+    };
 
     /// Runs before each call, on the calling thread, with the number of the call, counted from 1.
     /// Returns the errno to fail it with, or 0 to let it through.

@@ -1,5 +1,6 @@
 #include "CallHook.h"
 #include "FaultFixture.h"
+#include "WaitUntil.h"
 
 #include <gmock/gmock.h>
 
@@ -8,9 +9,13 @@
 #include <cerrno>
 #include <csignal>
 #include <cstddef>
+#include <filesystem>
+#include <mutex>
+#include <optional>
 #include <ostream>
 #include <regex>
 #include <string>
+#include <thread>
 
 // How ffmpeg can exit, or fail to.
 
@@ -205,6 +210,63 @@ TEST_F(FaultTest, failsWithTheReasonIfTheExitStatusIsLost) {
     EXPECT_EQ(outcome("convert exit 0\n"), "failed: The connection to the program “" CHILD_HELPER
                                            "” was lost: No child processes.");
     EXPECT_EQ(outcomeOf(1), "completed");
+}
+
+/// Fails the first read() of one of the first conversion's pipes.
+class ReadFaultTest : public FaultTest {
+  protected:
+    enum class Stream { progress, diagnostics };
+
+    /// Converts all files that are queued.
+    void convertWithAFailedRead(Stream stream) {
+        destination = folder.file("new");
+        std::mutex mutex;
+        std::optional<std::thread::id> worker;
+        // The worker creates the folder after the duration probe and before the child.
+        const CallHook folders(CallHook::Call::makeFolder, [&](int) {
+            const std::lock_guard lock(mutex);
+            worker = std::this_thread::get_id();
+            return 0;
+        });
+        bool hasFailed = false;
+        const CallHook reads(CallHook::Call::readPipe, [&](int) {
+            const std::lock_guard lock(mutex);
+            // The worker reads the progress, another thread the diagnostics.
+            const Stream read =
+                worker == std::this_thread::get_id() ? Stream::progress : Stream::diagnostics;
+            if (hasFailed || !worker || read != stream) {
+                return 0;
+            }
+            hasFailed = true;
+            return EIO;
+        });
+        convertAll();
+    }
+
+    const std::string lost =
+        "failed: The connection to the program “" CHILD_HELPER "” was lost: Input/output error.";
+};
+
+TEST_F(ReadFaultTest, failsTheFileAlone) {
+    for (const Stream stream : {Stream::progress, Stream::diagnostics}) {
+        makeModel(service);
+        queueHarmless();
+        queueHarmless();
+        convertWithAFailedRead(stream);
+        EXPECT_EQ(outcomeOf(0), lost);
+        EXPECT_EQ(outcomeOf(1), "completed");
+        std::filesystem::remove_all(destination.path());
+    }
+}
+
+TEST_F(ReadFaultTest, leavesTheChildOfAFailedProgressToItself) {
+    queueScript("convert wait-for " + path("go") + "\nconvert touch " + path("done") + "\n");
+    convertWithAFailedRead(Stream::progress);
+    EXPECT_EQ(outcomeOf(0), lost);
+    // The service has no child any more: this interrupts nothing.
+    service->interruptActiveProcess();
+    folder.write("go", "x");
+    EXPECT_TRUE(waitUntil([this] { return exists("done"); }));
 }
 
 TEST_F(FaultTest, retriesAWaitThatFailsWithEintr) {

@@ -1,8 +1,17 @@
 """Collects and prints the verdicts on the mutants."""
 
+import os
 import threading
 
 KINDS = ["caught", "timed out", "survived", "not built", "unchanged"]
+
+
+def score(results):
+    """Returns the percentage caught of the mutants that ran; a time-out counts as caught."""
+    kinds = [verdict.kind for _, verdict, _ in results]
+    caught = kinds.count("caught") + kinds.count("timed out")
+    tried = caught + kinds.count("survived")
+    return 100.0 * caught / tried if tried else 100.0
 
 
 class Tally:
@@ -17,20 +26,28 @@ class Tally:
             self.results.append((mutant, verdict, seconds))
             print(f"{len(self.results):4} {verdict.kind:9} {seconds:5.1f} s  {mutant.id}  {verdict.by}")
 
-    def count(self, kind, folder=""):
-        return sum(mutant.path.startswith(folder) for mutant, _, _ in self.results_of(kind))
+    def row(self, name, results):
+        """Returns one line of the table: how many of each kind, the score, and the mean seconds a mutant."""
+        counts = "".join(f"{sum(verdict.kind == kind for _, verdict, _ in results):11}" for kind in KINDS)
+        seconds = sum(seconds for _, _, seconds in results) / max(1, len(results))
+        return f"{name:<18}{counts}{score(results):8.1f} %{seconds:8.1f}"
 
-    def score(self, folder=""):
-        """Returns the percentage caught of the mutants that ran; a time-out counts as caught."""
-        caught = self.count("caught", folder) + self.count("timed out", folder)
-        tried = caught + self.count("survived", folder)
-        return 100.0 * caught / tried if tried else 0.0
+    def of_folder(self, folder):
+        return [result for result in self.results if result[0].path.startswith(folder + "/")]
+
+    def folders(self):
+        """Returns the folders of the root that have results."""
+        return sorted({mutant.path.split("/")[0] for mutant, _, _ in self.results})
+
+    def lowest_score(self):
+        return min((score(self.of_folder(folder)) for folder in self.folders()), default=0.0)
 
     def report(self):
-        lines = [f"{'folder':<10}" + "".join(f"{kind:>11}" for kind in KINDS) + f"{'score':>10}"]
-        for folder in sorted({mutant.path.split("/")[0] + "/" for mutant, _, _ in self.results}) + [""]:
-            counts = "".join(f"{self.count(kind, folder):11}" for kind in KINDS)
-            lines.append(f"{folder.strip('/') or 'all':<10}{counts}{self.score(folder):8.1f} %")
+        lines = [f"{'folder':<18}" + "".join(f"{kind:>11}" for kind in KINDS) + f"{'score':>10}{'seconds':>8}"]
+        parts = {os.path.dirname(mutant.path) for mutant, _, _ in self.results}
+        for folder in sorted(parts | set(self.folders())):
+            lines.append(self.row(folder, self.of_folder(folder)))
+        lines.append(self.row("all", self.results))
         for kind in ("survived", "timed out", "not built", "unchanged", "caught"):
             chosen = sorted(self.results_of(kind), key=lambda result: result[0].place)
             if chosen:
@@ -39,10 +56,7 @@ class Tally:
                 lines.append(f"{mutant.id}  {verdict.by}".rstrip())
                 if kind == "survived":
                     lines += [f"  - {mutant.before}", f"  + {mutant.after}"]
-        seconds = [seconds for _, _, seconds in self.results]
-        if seconds:
-            lines += ["", f"{sum(seconds) / len(seconds):.1f} s a mutant, {max(seconds):.1f} s at most"]
-        lines.append(f"mutate: {self.score():.1f} % caught")
+        lines += ["", f"mutate: {score(self.results):.1f} % caught, {self.lowest_score():.1f} % in the worst folder"]
         return "\n".join(lines) + "\n"
 
     def results_of(self, kind):

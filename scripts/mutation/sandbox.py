@@ -14,7 +14,7 @@ import time
 
 # What is copied; the rest of the tree is not needed for the build.
 PARTS = ["CMakeLists.txt", "cmake", "model", "system", "ffmpeg", "platform", "viewmodel", "ui", "app", "benchmarks",
-         "packaging", "tests", "scripts"]
+         "packaging", "tests", "translations", "scripts"]
 MINIMUM_SECONDS = 60
 MINIMUM_CPU_SECONDS = 15
 MEMORY_KILOBYTES = 4 << 20
@@ -49,20 +49,47 @@ JAIL_FAILURES = (125, 126, 127)
 
 
 class Program:
-    """A test program and what it needs to run."""
+    """A test program, or some suites of one, and what it needs to run."""
 
     def __init__(self, name, folder, covers, helpers=(), environment=None, needs_display=False,
-                 is_slow=False, excluded=()):
-        self.name = name
+                 is_slow=False, excluded=(), suites=None):
         self.file = f"tests/{folder}/{name}"
         # The folders whose mutants it is run on, its own first.
         self.covers = covers
+        self.name = name if suites is None else f"{name} ({suites})"
+        # The folder with the suites, if only those run.
+        self.suites = suites
         self.helpers = [f"tests/{folder}/{helper}" for helper in helpers]
         self.environment = environment or {}
         self.needs_display = needs_display
         self.is_slow = is_slow
         # Slow tests.
-        self.arguments = [f"--gtest_filter=-{':'.join(excluded)}"] if excluded else []
+        self.excluded = excluded
+
+    def arguments(self, tree):
+        """Returns the filter of the tests, which are those in the tree."""
+        if self.suites is not None:
+            return ["--gtest_filter=" + ":".join(f"*{suite}.*" for suite in suites_in(os.path.join(tree, self.suites)))]
+        return [f"--gtest_filter=-{':'.join(self.excluded)}"] if self.excluded else []
+
+
+def suites_in(folder):
+    """Returns the names of the test suites in the files directly in the folder."""
+    result = set()
+    for name in os.listdir(folder):
+        if name.endswith((".cpp", ".h")):
+            with open(os.path.join(folder, name), encoding="utf-8") as stream:
+                result.update(re.findall(r"^(?:TYPED_)?TEST(?:_[FP])?\((\w+),", stream.read(), re.MULTILINE))
+    return sorted(result)
+
+
+UI_FOLDERS = ["ui/theme", "ui/controls", "ui/queue", "ui/settings", "ui/accessibility", "ui"]
+
+
+def ui_program(folder):
+    """The suites of one folder of tests/ui, which run first for mutants of that folder."""
+    return Program("kestrel_ui_test", "ui", [folder, *(other for other in UI_FOLDERS if other != folder)],
+                   needs_display=True, suites=f"tests/{folder}")
 
 
 PROGRAMS = [
@@ -78,6 +105,8 @@ PROGRAMS = [
     Program("real_batch_tests", "viewmodel", ["viewmodel", "ffmpeg", "platform", "system", "model"], is_slow=True),
     Program("fault_tests", "faults", ["ffmpeg", "system", "viewmodel"], is_slow=True,
             excluded=["SoakTest.*", "*AThousandTimes*", "*FloodTest.*"]),
+    *map(ui_program, UI_FOLDERS),
+    Program("kestrel_app_test", "app", ["app", *UI_FOLDERS], needs_display=True),
 ]
 
 
@@ -115,8 +144,11 @@ class Verdict:
 
 
 class Sandbox:
-    def __init__(self, root, folder, processors, display):
+    def __init__(self, root, folder, processors, display, folders):
         self.root = root
+        self.folders = folders
+        # Those that cover any of the folders.
+        self.programs = [program for program in PROGRAMS if set(program.covers) & set(folders)]
         self.tree = os.path.join(folder, "tree")
         self.build_folder = os.path.join(folder, "build")
         self.processors = processors
@@ -139,12 +171,12 @@ class Sandbox:
         if shutil.which("ld.lld"):
             command.append("-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld")
         subprocess.run(command, check=True, stdout=subprocess.DEVNULL, env=self.environment)
-        status, output = self.build([program.file for program in PROGRAMS], os.cpu_count())
+        status, output = self.build(sorted({program.file for program in self.programs}), os.cpu_count())
         if status != 0:
             return f"the tree does not build:\n{output}"
-        for folder in {folder for program in PROGRAMS for folder in program.covers}:
+        for folder in self.folders:
             self.baseline[folder] = self.fingerprint(library(folder))
-        for program in PROGRAMS:
+        for program in self.programs:
             self.baseline[program] = self.fingerprint(program.file, *program.helpers)
             self.limits[program] = (600, 600)
             run = self.run(program)
@@ -182,8 +214,8 @@ class Sandbox:
                 stream.write(original)
 
     def _judge(self, mutant):
-        folder = mutant.path.split("/")[0]
-        programs = [program for program in PROGRAMS if folder in program.covers]
+        folder = os.path.dirname(mutant.path)
+        programs = [program for program in self.programs if folder in program.covers]
         for program in sorted(programs, key=lambda program: (program.is_slow, program.covers[0] != folder)):
             status, output = self.build([program.file])
             if status != 0:
@@ -228,7 +260,8 @@ class Sandbox:
         command = ["setpriv", "--pdeathsig", "KILL", "unshare", *users, "--mount", "--pid", "--fork",
                    "--kill-child", "--mount-proc", "sh", "-c", JAIL, "sh", folder, str(MEMORY_KILOBYTES),
                    str(FILE_BLOCKS), str(int(cpu_seconds)), *self.tmp_mounts(), "--",
-                   os.path.join(self.build_folder, program.file), "--gtest_fail_fast", *program.arguments]
+                   os.path.join(self.build_folder, program.file), "--gtest_fail_fast",
+                   *program.arguments(self.tree)]
         before = resource.getrusage(resource.RUSAGE_CHILDREN)
         start = time.monotonic()
         try:
@@ -251,7 +284,7 @@ class Sandbox:
 
 
 def library(folder):
-    return f"{folder}/libkestrel_{folder}.a"
+    return f"{folder}/libkestrel_{folder.replace('/', '_')}.a"
 
 
 def kill_group(process):

@@ -39,6 +39,8 @@ NOT_REMOVABLE = {"{", "if", "while", "for", "switch", "do", "else", "try", "catc
 class Mutant:
     """One change to one file: replaces the characters from start to end."""
 
+    is_by_meaning = False
+
     def __init__(self, source, start, end, name, replacement):
         self.path = source.path
         self.name = name
@@ -114,8 +116,11 @@ def constants(source, index):
         if "p" in token.text:
             # A hexadecimal floating-point number, too large for one more to make a difference.
             return replaced(source, index, [("doubled", f"({token.text} * 2)")])
-        return replaced(source, index, [("plus-1", f"({token.text} + 1)"),
-                                        ("minus-1", f"({token.text} - 1)")])
+        changes = [("plus-1", f"({token.text} + 1)"), ("minus-1", f"({token.text} - 1)")]
+        if "." in token.text:
+            # One more would be too much for an opacity.
+            changes.append(("half-more", f"({token.text} * 1.5)"))
+        return replaced(source, index, changes)
     if token.kind == "char":
         other = f"static_cast<decltype({token.text})>({token.text} + 1)"
         return replaced(source, index, [("next-character", other)])

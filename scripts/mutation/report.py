@@ -48,6 +48,9 @@ class Tally:
         for folder in sorted(parts | set(self.folders())):
             lines.append(self.row(folder, self.of_folder(folder)))
         lines.append(self.row("all", self.results))
+        for name, is_by_meaning in (("by meaning", True), ("others", False)):
+            lines.append(self.row(name, [result for result in self.results
+                                         if result[0].is_by_meaning is is_by_meaning]))
         for kind in ("survived", "timed out", "not built", "unchanged", "caught"):
             chosen = sorted(self.results_of(kind), key=lambda result: result[0].place)
             if chosen:

@@ -1,13 +1,24 @@
 """Samples mutants at random from every file that has code, reproducibly for the same seed."""
 
+import itertools
 import random
 
 
 def sampled(mutants, seed):
-    """Returns one file's mutants in a random order that takes one per line before it takes a second of any line."""
+    """Returns one file's mutants in a random order that alternates between those by meaning and the others, and
+    takes one per line before it takes a second of any line."""
     mutants = list(mutants)
-    if mutants:
-        random.Random(f"{seed}:{mutants[0].path}").shuffle(mutants)
+    if not mutants:
+        return []
+    generator = random.Random(f"{seed}:{mutants[0].path}")
+    generator.shuffle(mutants)
+    kinds = [[mutant for mutant in mutants if mutant.is_by_meaning is is_by_meaning] for is_by_meaning in (True, False)]
+    generator.shuffle(kinds)
+    kinds = [one_per_line_first(kind) for kind in kinds]
+    return [mutant for pair in itertools.zip_longest(*kinds) for mutant in pair if mutant]
+
+
+def one_per_line_first(mutants):
     count_by_line = {}
     rounds = []
     for order, mutant in enumerate(mutants):

@@ -50,7 +50,6 @@ void drawClose(QPainter& painter, const QRectF& box) {
 
 CaptionButton::CaptionButton(Action action, QWidget* parent)
     : Button(Variant::plain, {}, parent), action_(action) {
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     refreshTitle();
 }
 

@@ -1,5 +1,6 @@
 #include "KestrelApp.h"
 
+#include "ApplicationStyle.h"
 #include "ContentView.h"
 #include "RunUntil.h"
 #include "Scenario.h"
@@ -8,6 +9,7 @@
 #include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
+#include <QStyle>
 #include <QTimer>
 
 #include <gmock/gmock.h>
@@ -130,6 +132,32 @@ TEST_F(KestrelAppTest, growsButDoesNotShrinkBelowItsMinimum) {
 
 TEST_F(KestrelAppTest, isTitledKestrel) {
     EXPECT_EQ(utf8(app_.window().windowTitle()), "Kestrel");
+}
+
+TEST(KestrelAppPrepareTest, namesTheProgramAndItsDesktopEntry) {
+    const QString name = QCoreApplication::applicationName();
+    const QString entry = QGuiApplication::desktopFileName();
+    const bool hasNoNativeMenuBar = QCoreApplication::testAttribute(Qt::AA_DontUseNativeMenuBar);
+    const QString style = QApplication::style()->name();
+    KestrelApp::prepare();
+    EXPECT_EQ(utf8(QCoreApplication::applicationName()), "Kestrel");
+    EXPECT_EQ(utf8(QGuiApplication::desktopFileName()), "org.kestrel.Converter");
+    EXPECT_TRUE(QCoreApplication::testAttribute(Qt::AA_DontUseNativeMenuBar));
+    EXPECT_NE(qobject_cast<ApplicationStyle*>(QApplication::style()), nullptr);
+    QCoreApplication::setApplicationName(name);
+    QGuiApplication::setDesktopFileName(entry);
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar, hasNoNativeMenuBar);
+    QApplication::setStyle(style);
+}
+
+TEST(ApplicationStyleTest, lacksNoIconButThatOfTheMenuBarsExtension) {
+    const ApplicationStyle style;
+    const auto hasIcon = [&style](QStyle::StandardPixmap icon) {
+        return !style.standardIcon(icon, nullptr, nullptr).isNull();
+    };
+    EXPECT_FALSE(hasIcon(QStyle::SP_ToolBarHorizontalExtensionButton));
+    EXPECT_TRUE(hasIcon(QStyle::SP_ToolBarVerticalExtensionButton));
+    EXPECT_TRUE(hasIcon(QStyle::SP_MessageBoxWarning));
 }
 
 /// Runs the application in this process until `quit`, and exits with its status; with `hasBatch`, a

@@ -2,6 +2,7 @@
 #include "SettingsSidebar.h"
 
 #include "ContentView.h"
+#include "FormatButton.h"
 #include "MainWindowFixture.h"
 #include "PaintedFromFile.h"
 #include "QueueView.h"
@@ -85,6 +86,8 @@ TEST_F(MainWindowTest, requestsItsMinimumSizeWhenItIsMadeSmaller) {
     force({500, 400}, false);
     ASSERT_TRUE(test::runUntil([this] { return window_.sizes.size() == 2; }));
     EXPECT_TRUE(waitForSize({960, 640}));
+    // The window system handles one size at a time.
+    EXPECT_FALSE(window_.hasRequestedDuringResize);
 }
 
 TEST_F(MainWindowTest, requestsItsMinimumSizeOnceForEachRefusal) {
@@ -165,6 +168,7 @@ TEST_F(MainWindowTest, putsTheCaptionButtonsLastInTheTabOrder) {
         visited.push_back(QApplication::focusWidget());
     } while (visited.back() != &closeButton() && visited.size() < 50);
     ASSERT_GT(visited.size(), 5U);
+    EXPECT_NE(qobject_cast<FormatButton*>(visited.front()), nullptr);
     EXPECT_THAT(std::vector<QWidget*>(visited.end() - 3, visited.end()),
                 ElementsAre(&minimiseButton(), &maximiseButton(), &closeButton()));
     EXPECT_EQ(std::count(visited.begin(), visited.end(), &minimiseButton()), 1);

@@ -2,6 +2,7 @@
 
 #include "MainWindow.h"
 
+#include <cstddef>
 #include <vector>
 
 namespace kestrel {
@@ -18,8 +19,15 @@ class RecordingWindow : public MainWindow {
     int moves = 0;
     std::vector<Qt::Edges> resizes;
     std::vector<QSize> sizes;
+    bool hasRequestedDuringResize = false;
 
   protected:
+    void resizeEvent(QResizeEvent* event) override {
+        const std::size_t count = sizes.size();
+        MainWindow::resizeEvent(event);
+        hasRequestedDuringResize = hasRequestedDuringResize || sizes.size() != count;
+    }
+
     void startMove() override { ++moves; }
 
     void startResize(Qt::Edges edges) override { resizes.push_back(edges); }

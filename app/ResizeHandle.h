@@ -12,8 +12,6 @@ class ResizeHandle : public QWidget {
     /// One edge, or two adjacent ones for a corner.
     ResizeHandle(Qt::Edges edges, QWidget* parent);
 
-    Qt::Edges edges() const noexcept { return edges_; }
-
     /// Sets the geometry for a window of this size.
     void place(QSize window);
 

@@ -1,6 +1,7 @@
 #include "MenuBar.h"
 
 #include "MenuBarStyle.h"
+#include "PixelArt.h"
 #include "Scenario.h"
 #include "Timeout.h"
 
@@ -82,9 +83,27 @@ TEST_F(MenuBarTest, drawsWhiteTextWithoutABackground) {
     EXPECT_EQ(picture().pixelColor(1, 27), QColor(Qt::black));
 }
 
+TEST_F(MenuBarTest, drawsWhiteTextInALightPaletteToo) {
+    // The sidebar behind it is always dark.
+    QPalette palette(Qt::black);
+    palette.setColor(QPalette::WindowText, Qt::red);
+    palette.setColor(QPalette::ButtonText, Qt::red);
+    bar_->setPalette(palette);
+    EXPECT_GT(whitePixels(), 10);
+    const QImage image = picture();
+    for (int x = 0; x < image.width(); ++x) {
+        const QColor pixel = image.pixelColor(x, 14);
+        EXPECT_EQ(pixel.red(), pixel.green()) << x;
+    }
+}
+
 TEST_F(MenuBarTest, isAsWideAsItsItems) {
     EXPECT_LT(bar_->width(), 80);
     const int one = bar_->sizeHint().width();
+    const int text = QFontMetrics(bar_->font())
+                         .size(Qt::TextSingleLine | Qt::TextShowMnemonic, QStringLiteral("&File"))
+                         .width();
+    EXPECT_EQ(one, text + 2 * 10);
     bar_->addMenu(QStringLiteral("File"));
     EXPECT_EQ(bar_->sizeHint(), QSize(2 * one, 28));
 }
@@ -100,6 +119,20 @@ TEST_F(MenuBarTest, highlightsTheItemUnderTheMouseAndMoreSoTheOpenOne) {
     QTest::mousePress(bar_, Qt::LeftButton, {}, {10, 14});
     ASSERT_TRUE(menu_->isVisible());
     EXPECT_GT(background(), hovered);
+    // Three pixels from the top, with rounded corners.
+    const QColor fill = picture().pixelColor(5, 14);
+    EXPECT_EQ(picture().pixelColor(10, 2), QColor(Qt::black));
+    EXPECT_EQ(picture().pixelColor(10, 3), fill);
+    EXPECT_EQ(picture().pixelColor(10, 24), fill);
+    EXPECT_EQ(picture().pixelColor(10, 25), QColor(Qt::black));
+    EXPECT_EQ(pixelArt(picture().copy(0, 3, 6, 6), Qt::black, fill), R"(
+...++#
+..####
+.#####
++#####
++#####
+######
+)");
     menu_->close();
 }
 

@@ -160,6 +160,13 @@ TEST_F(TitleBarTest, movesNothingWithoutTheLeftButton) {
     moveBy({50, 0}, Qt::NoButton);
     moveBy({50, 0}, Qt::LeftButton);
     EXPECT_EQ(window_.moves, 0);
+    // Another button ends the drag.
+    press(Qt::LeftButton);
+    press(Qt::RightButton);
+    moveBy({50, 0}, Qt::LeftButton | Qt::RightButton);
+    EXPECT_EQ(window_.moves, 0);
+    release(Qt::RightButton);
+    release(Qt::LeftButton);
 }
 
 TEST_F(TitleBarTest, clearsTheHoverOfAButtonThatMovedFromUnderTheMouse) {

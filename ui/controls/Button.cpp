@@ -55,7 +55,6 @@ Button::Button(Variant variant, const QString& text, QWidget* parent)
     setAttribute(Qt::WA_Hover);
     // In Qt 6.4 to 6.11, Enter presses only auto-default buttons.
     setAutoDefault(true);
-    setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
     if (variant == Variant::prominent) {
         setThemeColor(ThemeColor::Name::white);
         textFont_.weight = QFont::DemiBold;

@@ -12,6 +12,7 @@
 
 #include <cmath>
 #include <cstddef>
+#include <functional>
 #include <vector>
 
 namespace kestrel {
@@ -291,6 +292,34 @@ TEST(ButtonSizeTest, followsEverySettingInItsLayout) {
     expectToFollow("font");
     button.setControlSize(Button::ControlSize::large);
     expectToFollow("control size");
+}
+
+/// Counts its paint events.
+class PaintedButton : public Button {
+  public:
+    using Button::Button;
+
+    int paints = 0;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override {
+        ++paints;
+        Button::paintEvent(event);
+    }
+};
+
+TEST(ButtonPaintTest, isRepaintedWithANewSymbolOrColor) {
+    PaintedButton button(Button::Variant::plain);
+    button.setFixedSize(60, 30);
+    ASSERT_TRUE(showActive(button));
+    const auto isRepainted = [&button](const std::function<void()>& change) {
+        settle();
+        button.paints = 0;
+        change();
+        return test::runUntil([&button] { return button.paints > 0; });
+    };
+    EXPECT_TRUE(isRepainted([&button] { button.setSymbol(Symbol::plus); }));
+    EXPECT_TRUE(isRepainted([&button] { button.setThemeColor(ThemeColor::Name::red); }));
 }
 
 TEST(ProminentButtonTest, isFilledWithPurple) {

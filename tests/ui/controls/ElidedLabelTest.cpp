@@ -62,6 +62,16 @@ TEST(ElidedLabelTest, keepsItsFullTextDespiteASmallMinimumSize) {
     EXPECT_LT(label.minimumSizeHint().width(), 50);
 }
 
+TEST(ElidedLabelTest, hasRoomForAnEllipsisAtLeastAndForAShorterTextWhole) {
+    ElidedLabel label(Qt::ElideRight, TextFont{});
+    const QFontMetrics metrics(label.font());
+    label.setText(QStringLiteral("a long text"));
+    EXPECT_EQ(label.sizeHint().width(), metrics.horizontalAdvance(label.text()) + 1);
+    EXPECT_EQ(label.minimumSizeHint().width(), metrics.horizontalAdvance(u'\u2026') + 1);
+    label.setText(QStringLiteral("i"));
+    EXPECT_EQ(label.minimumSizeHint().width(), metrics.horizontalAdvance(u'i') + 1);
+}
+
 std::string toolTipOf(ElidedLabel& label) {
     QHelpEvent event(QEvent::ToolTip, {1, 1}, label.mapToGlobal(QPoint(1, 1)));
     QCoreApplication::sendEvent(&label, &event);

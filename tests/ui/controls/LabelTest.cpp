@@ -119,5 +119,22 @@ INSTANTIATE_TEST_SUITE_P(Sizes, LabelTest,
                          ::testing::Combine(::testing::Values(7.0, 9.0, 10.0, 11.0, 12.5, 18.0),
                                             ::testing::Values(1.0, 1.5, 2.0)));
 
+TEST(LabelSizeTest, hasRoomForItsLongestWordAtLeast) {
+    const Label label(QStringLiteral("a longest word"), {});
+    const int longest = QFontMetrics(label.font()).horizontalAdvance(QStringLiteral("longest"));
+    EXPECT_EQ(label.minimumSizeHint(), QSize(longest + 1, lineHeight(label.font())));
+}
+
+TEST(LabelColorTest, isPalerWhileDisabled) {
+    Label label(QStringLiteral("text"), {});
+    label.setPalette(QPalette(QColor(Qt::white)));
+    EXPECT_EQ(label.color().alpha(), 255);
+    label.setEnabled(false);
+    EXPECT_NEAR(label.color().alphaF(), 0.45, 0.005);
+    label.setThemeColor(ThemeColor(ThemeColor::Name::purple).withOpacity(0.5));
+    EXPECT_NEAR(label.color().alphaF(), 0.225, 0.005);
+    EXPECT_EQ(label.color().rgb(), qRgb(0xAF, 0x52, 0xDE));
+}
+
 } // namespace
 } // namespace kestrel

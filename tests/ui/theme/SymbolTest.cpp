@@ -90,6 +90,26 @@ TEST(SymbolTest, isRenderedForEachDevicePixelRatio) {
     }
 }
 
+TEST(SymbolTest, isNamedAfterItsFile) {
+    const std::vector<std::string> names = {
+        "arrow.down.doc.fill",
+        "arrow.right.circle",
+        "bolt.fill",
+        "checkmark.circle.fill",
+        "folder.badge.plus",
+        "folder.fill",
+        "music.note",
+        "plus",
+        "waveform",
+        "waveform.badge.magnifyingglass",
+        "waveform.badge.plus",
+        "xmark.circle.fill",
+    };
+    for (std::size_t index = 0; index < names.size(); ++index) {
+        EXPECT_EQ(utf8(symbolName(allSymbols[index])), names[index]);
+    }
+}
+
 TEST(SymbolTest, hasTwelveDistinctImages) {
     std::set<std::vector<uchar>> images;
     for (const Symbol symbol : allSymbols) {

@@ -1,0 +1,43 @@
+#include "Divider.h"
+
+#include "ThemeColor.h"
+
+#include <QImage>
+#include <QPalette>
+
+#include <gtest/gtest.h>
+
+namespace kestrel {
+namespace {
+
+/// The colour of the divider on white.
+QColor drawn(Divider& divider) {
+    QWidget window;
+    window.setPalette(QPalette(QColor(Qt::white)));
+    divider.setParent(&window);
+    divider.resize(20, 20);
+    const QImage image = window.grab(divider.geometry()).toImage();
+    const QColor color = image.pixelColor(image.rect().bottomRight());
+    EXPECT_EQ(image.pixelColor(0, 0), color);
+    divider.setParent(nullptr);
+    return color;
+}
+
+TEST(DividerTest, isALineOfOnePixel) {
+    Divider horizontal(Qt::Horizontal, nullptr);
+    horizontal.resize(20, 20);
+    EXPECT_EQ(horizontal.size(), QSize(20, 1));
+    Divider vertical(Qt::Vertical, nullptr);
+    vertical.resize(20, 20);
+    EXPECT_EQ(vertical.size(), QSize(1, 20));
+}
+
+TEST(DividerTest, isDrawnInTheSeparatorColorAtItsOpacity) {
+    Divider divider(Qt::Horizontal, nullptr);
+    EXPECT_NEAR(drawn(divider).red(), 255 * 0.8, 1);
+    divider.setOpacity(0.5);
+    EXPECT_NEAR(drawn(divider).red(), 255 * 0.9, 1);
+}
+
+} // namespace
+} // namespace kestrel

@@ -233,6 +233,33 @@ TEST_F(AppearanceTest, alignsTheSliderTrackToTheMiddleOfItsThumbAndToPixels) {
     EXPECT_COLOR(slider.pixelColor(40, middle + 2), background, 3);
 }
 
+TEST_F(AppearanceTest, paintsARingOnTheDiscOfTheDropZone) {
+    const QImage disc = image(find<QWidget>(view_, "dropBadge"));
+    const QColor purple{QRgb(lightPurple)};
+    const QColor fill = mixed(windowColor(), purple, 0.1);
+    EXPECT_COLOR(disc.pixelColor(1, 56), fill, 2);
+    EXPECT_COLOR(disc.pixelColor(110, 56), fill, 2);
+    EXPECT_COLOR(disc.pixelColor(3, 20), windowColor(), 0);
+    // A ring of 88 pixels, one pixel wide.
+    const QColor ring = mixed(fill, purple, 0.25);
+    for (const int place : {12, 99}) {
+        EXPECT_COLOR(disc.pixelColor(place, 55), ring, 4);
+        EXPECT_COLOR(disc.pixelColor(56, place), ring, 4);
+    }
+    for (const int place : {10, 14, 97, 101}) {
+        EXPECT_COLOR(disc.pixelColor(place, 56), fill, 2);
+    }
+}
+
+TEST_F(AppearanceTest, paintsTheBadgeOfARowInAPalePurple) {
+    scenario_.add({"a.opus"});
+    const QImage badge = image(find<QWidget>(view_, "badge"));
+    EXPECT_EQ(badge.size(), QSize(42, 42));
+    EXPECT_COLOR(badge.pixelColor(21, 2), mixed(windowColor(), QColor{QRgb(lightPurple)}, 0.11), 2);
+    EXPECT_COLOR(badge.pixelColor(0, 0), windowColor(), 0);
+    EXPECT_COLOR(badge.pixelColor(4, 2), mixed(windowColor(), QColor{QRgb(lightPurple)}, 0.11), 2);
+}
+
 TEST_F(AppearanceTest, outlinesTheDropZoneThinAndPale) {
     const QColor pale = mixed(windowColor(), Qt::black, 0.55 * 0.2);
     EXPECT_COLOR(outlineColor(25), windowColor(), 0);

@@ -25,5 +25,38 @@ TEST(AppBadgeTest, glowsInThePurpleOfEachPalette) {
     EXPECT_EQ(glow(light), inTheLight);
 }
 
+TEST(AppBadgeTest, glowsLikeABlurOfTwelvePixels) {
+    const QImage picture = glow(QPalette(QColor(Qt::white)));
+    const auto opacity = [&picture](int distance) {
+        // Beyond each edge of the badge, from its middle.
+        const double left = picture.pixelColor(18 - distance, 40).alphaF();
+        EXPECT_NEAR(picture.pixelColor(61 + distance, 40).alphaF(), left, 0.01) << distance;
+        EXPECT_NEAR(picture.pixelColor(40, 18 - distance).alphaF(), left, 0.01) << distance;
+        EXPECT_NEAR(picture.pixelColor(40, 61 + distance).alphaF(), left, 0.01) << distance;
+        return left;
+    };
+    EXPECT_NEAR(picture.pixelColor(40, 40).alphaF(), 0.35, 0.01);
+    // A normal distribution with a standard deviation of six pixels.
+    EXPECT_NEAR(opacity(0), 0.35 * 0.53, 0.01);
+    EXPECT_NEAR(opacity(3), 0.35 * 0.34, 0.01);
+    EXPECT_NEAR(opacity(6), 0.35 * 0.18, 0.01);
+    EXPECT_NEAR(opacity(11), 0.35 * 0.04, 0.01);
+    EXPECT_EQ(picture.pixelColor(5, 40).alpha(), 0);
+}
+
+TEST(AppBadgeTest, isAPictureOfItselfAtEachDevicePixelRatio) {
+    const QPalette palette{QColor(Qt::white)};
+    AppBadge badge(nullptr);
+    for (const double ratio : {1.0, 2.0}) {
+        const QPixmap pixmap = AppBadge::pixmap(palette, ratio);
+        EXPECT_EQ(pixmap.size(), QSize(44, 44) * ratio);
+        EXPECT_EQ(pixmap.devicePixelRatio(), ratio);
+        const QImage image = pixmap.toImage();
+        EXPECT_EQ(image.pixelColor(0, 0).alpha(), 0) << "the corner is round";
+        EXPECT_EQ(image.pixelColor(image.width() / 2, 1).alpha(), 255);
+    }
+    EXPECT_EQ(badge.size(), QSize(44, 44));
+}
+
 } // namespace
 } // namespace kestrel

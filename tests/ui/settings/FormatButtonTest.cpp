@@ -1,0 +1,71 @@
+#include "FormatButton.h"
+
+#include "Scenario.h"
+#include "SymbolPlaces.h"
+
+#include <QImage>
+#include <QPalette>
+
+#include <gtest/gtest.h>
+
+namespace kestrel {
+namespace {
+
+/// Checks the background of a format's button in a black window.
+class FormatButtonTest : public ::testing::Test {
+  protected:
+    FormatButtonTest() {
+        window_.setPalette(QPalette(QColor(Qt::black)));
+        button_.setGeometry(0, 0, 200, 36);
+    }
+
+    /// The opacity of the white background.
+    double opacity() { return picture().pixelColor(120, 4).redF(); }
+
+    QImage picture() { return window_.grab(button_.geometry()).toImage(); }
+
+    QWidget window_;
+    FormatButton button_{OutputFormat::mp3, [] {}, &window_};
+};
+
+TEST_F(FormatButtonTest, isLighterWhenItIsSelectedPressedOrUnderTheMouse) {
+    const double tolerance = 1.0 / 255;
+    EXPECT_EQ(opacity(), 0);
+    button_.setAttribute(Qt::WA_UnderMouse);
+    EXPECT_NEAR(opacity(), 0.05, tolerance);
+    button_.setDown(true);
+    EXPECT_NEAR(opacity(), 0.08, tolerance);
+    button_.setSelected(true);
+    EXPECT_NEAR(opacity(), 0.11 + 0.08, tolerance);
+    button_.setDown(false);
+    EXPECT_NEAR(opacity(), 0.11, tolerance);
+    button_.setAttribute(Qt::WA_UnderMouse, false);
+    EXPECT_NEAR(opacity(), 0.11, tolerance);
+    EXPECT_EQ(picture().pixelColor(0, 0), QColor(Qt::black)) << "the corner is round";
+    EXPECT_NE(picture().pixelColor(5, 2), QColor(Qt::black));
+}
+
+TEST_F(FormatButtonTest, hasAPurpleRingForKeyboardFocus) {
+    ASSERT_TRUE(showActive(window_));
+    button_.setFocus(Qt::TabFocusReason);
+    QTest::keyClick(&button_, Qt::Key_Shift);
+    settle();
+    const QColor purple(0xBF, 0x5A, 0xF2);
+    EXPECT_EQ(picture().pixelColor(0, 18), purple);
+    EXPECT_EQ(picture().pixelColor(1, 18), purple);
+    EXPECT_NE(picture().pixelColor(2, 18), purple);
+    EXPECT_EQ(picture().pixelColor(199, 18), purple);
+    EXPECT_EQ(picture().pixelColor(0, 2), QColor(Qt::black)) << "the corner is round";
+}
+
+TEST_F(FormatButtonTest, mirrorsItsContents) {
+    button_.setSelected(true);
+    button_.setLayoutDirection(Qt::RightToLeft);
+    EXPECT_EQ(placeOf(Symbol::musicNote, 18, Qt::white, picture()),
+              QRect(200 - 12 - 18, 9, 18, 18));
+    EXPECT_EQ(placeOf(Symbol::checkmarkCircleFill, 16, QColor(0xBF, 0x5A, 0xF2), picture()),
+              QRect(13, 10, 16, 16));
+}
+
+} // namespace
+} // namespace kestrel

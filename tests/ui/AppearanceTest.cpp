@@ -233,6 +233,14 @@ TEST_F(AppearanceTest, alignsTheSliderTrackToTheMiddleOfItsThumbAndToPixels) {
     EXPECT_COLOR(slider.pixelColor(40, middle + 2), background, 3);
 }
 
+TEST_F(AppearanceTest, drawsAPaleLineBesideTheSidebarAndAStrongerOneAboveTheFooter) {
+    EXPECT_COLOR(image().pixelColor(310, 300), mixed(windowColor(), Qt::black, 0.2 * 0.55), 1);
+    EXPECT_COLOR(image().pixelColor(311, 300), windowColor(), 0);
+    const QImage divider = image(find<QWidget>(view_, "footerDivider"));
+    EXPECT_COLOR(divider.pixelColor(0, 0), mixed(windowColor(), Qt::black, 0.2), 1);
+    EXPECT_COLOR(divider.pixelColor(divider.width() - 1, 0), divider.pixelColor(0, 0), 0);
+}
+
 TEST_F(AppearanceTest, paintsARingOnTheDiscOfTheDropZone) {
     const QImage disc = image(find<QWidget>(view_, "dropBadge"));
     const QColor purple{QRgb(lightPurple)};

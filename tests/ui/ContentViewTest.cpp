@@ -98,6 +98,7 @@ TEST_F(ContentViewTest, raisesTheAlert) {
     EXPECT_EQ(alert()->windowModality(), Qt::ApplicationModal);
     ASSERT_EQ(alert()->findChildren<QPushButton*>().size(), 1);
     EXPECT_EQ(utf8(okButton()->text()), "OK");
+    EXPECT_TRUE(okButton()->isDefault());
 }
 
 TEST_F(ContentViewTest, showsTheTitleAboveTheMessageOfTheAlert) {
@@ -174,6 +175,20 @@ TEST_F(ContentViewTest, roundsTheCornersOfTheAlertOnlyWhereTheyAreBlended) {
         EXPECT_EQ(image.pixelColor(0, 0).alpha() == 0, isBlended);
         EXPECT_EQ(image.pixelColor(image.rect().center()).alpha(), 255);
     }
+}
+
+TEST_F(ContentViewTest, raisesTheAlertOfAModelThatHasOneAlready) {
+    scenario_.model->setAlertMessage("earlier");
+    settle();
+    alert()->close();
+    settle();
+    scenario_.model->setAlertMessage("earlier");
+    const ContentView later(scenario_.model, [] { return std::nullopt; });
+    settle();
+    ASSERT_NE(later.findChild<Alert*>(), nullptr);
+    EXPECT_EQ(utf8(later.findChild<Alert*>()->message()), "earlier");
+    scenario_.model->setAlertMessage(std::nullopt);
+    settle();
 }
 
 TEST_F(ContentViewTest, dismissesTheAlertByItsButton) {

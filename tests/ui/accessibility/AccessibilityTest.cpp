@@ -1,5 +1,6 @@
 #include "Alert.h"
 #include "Button.h"
+#include "BatchAnnouncer.h"
 #include "ContentView.h"
 #include "DropZone.h"
 #include "FFmpegService.h"
@@ -7,9 +8,12 @@
 #include "PopUpButton.h"
 #include "ProgressBar.h"
 #include "QualitySlider.h"
+#include "QueueView.h"
 #include "RunUntil.h"
 #include "Scenario.h"
 #include "UserInputFilter.h"
+#include "SettingsSidebar.h"
+#include "SymbolView.h"
 
 #include <QAccessible>
 #include <QDBusConnection>
@@ -30,13 +34,19 @@ using ::testing::ElementsAre;
 /// The notifications shown to assistive technology, in order.
 std::vector<std::string> notifications;
 
+/// How many of them were hidden before, so that screen readers notice that they are shown.
+int hiddenNotifications = 0;
+
 void record(QAccessibleEvent* event) {
-    if (event->type() != QAccessible::ObjectShow) {
+    const QAccessibleInterface* interface = event->accessibleInterface();
+    if (interface == nullptr || interface->role() != QAccessible::Notification) {
         return;
     }
-    const QAccessibleInterface* interface = event->accessibleInterface();
-    if (interface != nullptr && interface->role() == QAccessible::Notification) {
+    if (event->type() == QAccessible::ObjectHide) {
+        ++hiddenNotifications;
+    } else if (event->type() == QAccessible::ObjectShow) {
         notifications.push_back(utf8(interface->text(QAccessible::Name)));
+        EXPECT_EQ(hiddenNotifications, static_cast<int>(notifications.size()));
     }
 }
 
@@ -60,6 +70,7 @@ class AccessibilityTest : public ::testing::Test {
         view_.resize(960, 640);
         EXPECT_TRUE(showActive(view_));
         notifications.clear();
+        hiddenNotifications = 0;
         setScreenReaderEnabled(true);
         EXPECT_TRUE(test::runUntil([] { return QAccessible::isActive(); }));
         QAccessible::installUpdateHandler(record);
@@ -275,6 +286,34 @@ TEST_F(AccessibilityTest, announcesABatchThatWasStopped) {
     ASSERT_TRUE(scenario_.convertAll());
     EXPECT_THAT(notifications,
                 ElementsAre("Converting", "Conversion stopped: 1 complete, 0 failed"));
+}
+
+TEST_F(AccessibilityTest, announcesFromAWidgetThatIsShownButInNobodysWay) {
+    const auto* announcer = view_.findChild<BatchAnnouncer*>();
+    EXPECT_TRUE(announcer->isVisible());
+    EXPECT_EQ(announcer->size(), QSize(1, 1));
+    EXPECT_TRUE(announcer->testAttribute(Qt::WA_TransparentForMouseEvents));
+}
+
+TEST_F(AccessibilityTest, announcesNothingWhileABatchRuns) {
+    scenario_.holdBack("b.opus", 0.5);
+    scenario_.add({"a.opus", "b.opus"});
+    scenario_.start();
+    ASSERT_TRUE(scenario_.waitForProgress(1));
+    settle();
+    EXPECT_THAT(notifications, ElementsAre("Converting"));
+}
+
+TEST_F(AccessibilityTest, groupsSidebarAndQueueAndShowsCheckMarksAsGraphics) {
+    EXPECT_EQ(interfaceOf(view_.findChild<SettingsSidebar*>())->role(), QAccessible::Grouping);
+    EXPECT_EQ(text(view_.findChild<SettingsSidebar*>()), "Settings");
+    EXPECT_EQ(interfaceOf(view_.findChild<QueueView*>())->role(), QAccessible::Grouping);
+    EXPECT_EQ(text(view_.findChild<QueueView*>()), "Conversion Queue");
+    scenario_.add({"a.opus"});
+    ASSERT_TRUE(scenario_.convertAll());
+    auto* checkMark = find<SymbolView>(view_, "checkMark");
+    EXPECT_EQ(interfaceOf(checkMark)->role(), QAccessible::Graphic);
+    EXPECT_EQ(text(checkMark), "Complete");
 }
 
 TEST_F(AccessibilityTest, announcesWithoutTakingTheFocus) {

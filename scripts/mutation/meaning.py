@@ -180,6 +180,12 @@ def variables(source, first, last):
             and source.text_at(place) not in ("this", "true", "false", "nullptr")}
 
 
+def changed_variables(source, first, last):
+    """Returns the variables that a statement may change: the object of its call, or all if it has none."""
+    is_call_of_object = source.tokens[first].kind == "word" and source.text_at(first + 1) in (".", "->")
+    return {source.text_at(first)} if is_call_of_object else variables(source, first, last)
+
+
 def is_exchangeable(source, first, middle, last):
     """Returns whether the order of two statements may matter: they share a variable, and are not both settings."""
     statements = [(first, middle), (middle, last)]
@@ -196,7 +202,8 @@ def is_exchangeable(source, first, middle, last):
     verbs = {re.match(r"[a-z]*", method).group() for method in methods}
     if "connect" in verbs or verbs <= {"set"} or verbs == {"set", "add"}:
         return False
-    return bool(variables(source, first, middle) & variables(source, middle, last))
+    written = changed_variables(source, first, middle) | changed_variables(source, middle, last)
+    return bool(variables(source, first, middle) & variables(source, middle, last) & written)
 
 
 def exchanged(source, index):

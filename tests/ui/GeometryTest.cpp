@@ -166,6 +166,7 @@ TEST_F(GeometryTest, laysOutTheSidebarFromTheFormatsOn) {
         {"dot: x",                              dot.x(),                    24},
         {"dot: width",                          dot.width(),                7},
         {"dot: height",                         dot.height(),               7},
+        {"dot: middle",                         dot.center().y(),           status.center().y()},
         {"dot to status",                       across(dot, status),        7},
         {"status: padding at the bottom",       640 - bottom(status),       22},
         // clang-format on

@@ -155,6 +155,7 @@ TEST_F(GeometryTest, laysOutTheSidebarFromTheFormatsOn) {
     expectAll({
         // clang-format off
         {"format section to quality section",   down(wav, quality),         22},
+        {"slider: x",                           slider.x(),                 24},
         {"QUALITY to slider",                   down(quality, slider),      10},
         {"slider to value",                     across(slider, percent),    8},
         {"value: width",                        percent.width(),            38},
@@ -200,6 +201,11 @@ TEST_F(GeometryTest, laysOutTheQueuePanel) {
         {"title: padding at the top",           title.y(),                  27},
         {"title to summary",                    down(title, summary),       3},
         {"Folder to Add Audio",                 across(folder, add),        8},
+        {"header: middle of Folder",            folder.center().y(),        (27 + bottom(summary) - 1) / 2},
+        {"header: middle of Add Audio",         add.center().y(),           folder.center().y()},
+        {"footer: middle of the destination",   destination.center().y(),   start.center().y()},
+        {"footer: middle of the reveal button", reveal.center().y(),        start.center().y()},
+        {"destination: middle of the symbol",   symbol.center().y(),        destination.center().y()},
         {"Add Audio: padding at the right",     960 - end(add),             26},
         {"header: padding at the bottom",       down(summary, zone),        20},
         {"drop zone: x",                        zone.x(),                   311},
@@ -295,6 +301,8 @@ TEST_F(GeometryTest, laysOutTheRowsOfTheList) {
         {"badge: width",                        badge.width(),              42},
         {"badge: height",                       badge.height(),             42},
         {"badge to texts",                      across(badge, name),        14},
+        {"badge: middle",                       badge.center().y(),         waiting.center().y()},
+        {"remove button: middle",               remove.center().y(),        waiting.center().y()},
         {"name to state line",                  down(name, state),          6},
         {"texts centred beside the badge",      std::abs(spread) / 2,       0},
         {"folder to bullet",                    across(folder, bullet),     8},

@@ -164,6 +164,10 @@ TEST_F(JobListTest, drawsALineBetweenRowsOnly) {
             return colored;
         };
         ASSERT_FALSE(line("a.opus").empty());
+        // The separator colour, which has an opacity of 0.2, at half its strength.
+        const int y = rowOf("a.opus")->mapTo(area(), rowOf("a.opus")->rect().bottomLeft()).y();
+        EXPECT_NEAR(image.pixelColor(200, y).red(),
+                    qRed(background) * 0.9 + window_.palette().windowText().color().red() * 0.1, 1);
         const bool isMirrored = direction == Qt::RightToLeft;
         EXPECT_EQ(line("a.opus").front(), isMirrored ? 26 : 26 + 56);
         EXPECT_EQ(line("a.opus").back(), image.width() - 1 - (isMirrored ? 26 + 56 : 26));

@@ -1,9 +1,11 @@
 #include "FormatButton.h"
 
+#include "PixelArt.h"
 #include "Scenario.h"
 #include "SymbolPlaces.h"
 
 #include <QImage>
+#include <QPainter>
 #include <QPalette>
 
 #include <gtest/gtest.h>
@@ -56,6 +58,26 @@ TEST_F(FormatButtonTest, hasAPurpleRingForKeyboardFocus) {
     EXPECT_NE(picture().pixelColor(2, 18), purple);
     EXPECT_EQ(picture().pixelColor(199, 18), purple);
     EXPECT_EQ(picture().pixelColor(0, 2), QColor(Qt::black)) << "the corner is round";
+}
+
+TEST_F(FormatButtonTest, centresItsTextBesideTheSymbol) {
+    for (const int size : {11, 12, 13, 14}) {
+        QFont font = button_.font();
+        font.setPixelSize(size);
+        button_.setFont(font);
+        const QImage shown = picture();
+        QImage expected(shown.size(), QImage::Format_RGB32);
+        expected.fill(Qt::black);
+        QPainter painter(&expected);
+        painter.setFont(font);
+        painter.setPen(Qt::white);
+        painter.drawText(QRect(12 + 18 + 10, 0, 148, 36), Qt::AlignLeft | Qt::AlignVCenter,
+                         button_.text());
+        painter.end();
+        const QRect text(36, 0, 100, 36);
+        EXPECT_EQ(pixelArt(shown.copy(text), Qt::black, Qt::white),
+                  pixelArt(expected.copy(text), Qt::black, Qt::white));
+    }
 }
 
 TEST_F(FormatButtonTest, mirrorsItsContents) {

@@ -258,6 +258,23 @@ TEST_F(SettingsSidebarTest, staysEditableWhileABatchRuns) {
     EXPECT_EQ(scenario_.model->settings().format, OutputFormat::aiff);
 }
 
+TEST_F(SettingsSidebarTest, isDarkOnEveryDesktop) {
+    const QPalette palette = sidebar_.palette();
+    const QColor raised(0x2A, 0x2A, 0x3C);
+    EXPECT_EQ(palette.color(QPalette::Window), QColor(0x17, 0x17, 0x29));
+    for (const QPalette::ColorRole role : {QPalette::Button, QPalette::Base}) {
+        EXPECT_EQ(palette.color(role), raised);
+    }
+    EXPECT_EQ(palette.color(QPalette::Light), raised.lighter());
+    EXPECT_EQ(palette.color(QPalette::Mid), raised.lighter());
+    EXPECT_EQ(palette.color(QPalette::Dark), raised.darker());
+    EXPECT_EQ(palette.color(QPalette::Highlight), QColor(0xBF, 0x5A, 0xF2));
+    for (const QPalette::ColorRole role :
+         {QPalette::WindowText, QPalette::Text, QPalette::BrightText, QPalette::HighlightedText}) {
+        EXPECT_EQ(palette.color(role), QColor(Qt::white));
+    }
+}
+
 TEST_F(SettingsSidebarTest, hasAFixedWidth) {
     EXPECT_EQ(sidebar_.minimumWidth(), 310);
     EXPECT_EQ(sidebar_.maximumWidth(), 310);

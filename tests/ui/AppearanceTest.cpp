@@ -1,4 +1,5 @@
 #include "AppBadge.h"
+#include "Button.h"
 #include "ContentView.h"
 #include "DropZone.h"
 #include "FormatButton.h"
@@ -231,6 +232,45 @@ TEST_F(AppearanceTest, alignsTheSliderTrackToTheMiddleOfItsThumbAndToPixels) {
         EXPECT_COLOR(slider.pixelColor(40, y), purple, 1);
     }
     EXPECT_COLOR(slider.pixelColor(40, middle + 2), background, 3);
+}
+
+TEST_F(AppearanceTest, centresTheTextsOfTheDropZone) {
+    for (const char* name : {"dropTitle", "dropExplanation"}) {
+        const auto* label = find<Label>(view_, name);
+        const QImage picture = image(find<Label>(view_, name));
+        QRect ink;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                if (!isNear(picture.pixelColor(x, y), windowColor(), 10)) {
+                    ink |= QRect(x, y, 1, 1);
+                }
+            }
+        }
+        EXPECT_GT(picture.width() - ink.width(), 50) << name;
+        EXPECT_NEAR(ink.center().x(), picture.width() / 2, 2) << name;
+        EXPECT_TRUE(label->alignment().testFlag(Qt::AlignTop)) << name;
+    }
+}
+
+TEST_F(AppearanceTest, fillsTheButtonForTheNextStepOnlyInPurple) {
+    scenario_.chooseDestination("/no-such-folder/Out");
+    const auto fillOf = [this](const char* text) {
+        return image(findButton<Button>(view_, text)).pixelColor(5, 12);
+    };
+    const QColor bordered = mixed(windowColor(), Qt::white, 0.8);
+    for (const char* text : {"Choose Audio", "Choose Folder", "Folder"}) {
+        EXPECT_COLOR(fillOf(text), bordered, 1);
+    }
+    EXPECT_COLOR(fillOf("Add Audio"), QColor(QRgb(lightPurple)), 0);
+    scenario_.holdBack("a.opus", 0.5);
+    scenario_.add({"a.opus"});
+    EXPECT_COLOR(fillOf("Convert 1 File"), QColor(QRgb(lightPurple)), 0);
+    const QImage reveal = image(find<Button>(view_, "revealButton"));
+    EXPECT_COLOR(reveal.pixelColor(2, 12), windowColor(), 0);
+    scenario_.start();
+    ASSERT_TRUE(scenario_.waitForProgress(0));
+    settle();
+    EXPECT_COLOR(fillOf("Cancel"), bordered, 1);
 }
 
 TEST_F(AppearanceTest, drawsAPaleLineBesideTheSidebarAndAStrongerOneAboveTheFooter) {

@@ -175,6 +175,31 @@ TEST_F(JobListTest, drawsALineBetweenRowsOnly) {
     }
 }
 
+TEST_F(JobListTest, drawsALineInTheFirstAndTheLastVisiblePixelToo) {
+    scenario_.addMany(100);
+    const JobRow* first = rows().front();
+    const QRgb background = window_.palette().color(QPalette::Window).rgb();
+    const auto isLine = [&](int y) {
+        return area()->viewport()->grab().toImage().pixel(200, y) != background;
+    };
+    const int bottom = first->geometry().bottom();
+    bar()->setValue(bottom);
+    settle();
+    EXPECT_TRUE(isLine(0));
+    bar()->setValue(bottom + 1);
+    settle();
+    EXPECT_FALSE(isLine(0));
+    // The same for the last visible pixel.
+    const int last = area()->viewport()->height() - 1;
+    const int height = first->height();
+    bar()->setValue((bottom + 40 * height - last) % height + 10 * height);
+    settle();
+    EXPECT_TRUE(isLine(last));
+    bar()->setValue(bar()->value() - 1);
+    settle();
+    EXPECT_FALSE(isLine(last));
+}
+
 /// Records the painted regions.
 class PaintSpy : public QObject {
   public:

@@ -117,6 +117,11 @@ TEST_F(QueueViewTest, picksTheDestinationWithAClickOnItsPath) {
     scenario_.panel->answer = {FileURL("/no-such-folder/Out")};
     auto* button = find<QPushButton>(view_, "destinationButton");
     auto* path = find<QLabel>(view_, "destinationPath");
+    // The mouse is on the button wherever it is on one of its parts.
+    for (const char* part : {"destinationPath", "destinationCaption"}) {
+        const QWidget* label = find<QLabel>(view_, part);
+        EXPECT_EQ(view_.childAt(label->mapTo(&view_, label->rect().center())), button) << part;
+    }
     QTest::mouseClick(view_.windowHandle(), Qt::LeftButton, {},
                       path->mapTo(&view_, path->rect().center()));
     settle();

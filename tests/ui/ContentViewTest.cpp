@@ -7,6 +7,7 @@
 #include "RunUntil.h"
 #include "Scenario.h"
 #include "SettingsSidebar.h"
+#include "ThemeColor.h"
 #include "Timeout.h"
 
 #include <QAccessible>
@@ -99,6 +100,8 @@ TEST_F(ContentViewTest, raisesTheAlert) {
     ASSERT_EQ(alert()->findChildren<QPushButton*>().size(), 1);
     EXPECT_EQ(utf8(okButton()->text()), "OK");
     EXPECT_TRUE(okButton()->isDefault());
+    const QColor purple = ThemeColor(ThemeColor::Name::purple).color(view_.palette());
+    EXPECT_EQ(okButton()->grab().toImage().pixelColor(okButton()->width() / 2, 1), purple);
 }
 
 TEST_F(ContentViewTest, showsTheTitleAboveTheMessageOfTheAlert) {
@@ -222,9 +225,23 @@ TEST_F(ContentViewTest, showsOneAlertWithTheLatestText) {
 
 TEST_F(ContentViewTest, closesTheAlertWhenTheMessageIsReset) {
     raise("first");
+    int changes = 0;
+    QObject::connect(scenario_.model.get(), &ConverterViewModel::willChange, &view_,
+                     [&changes] { ++changes; });
     scenario_.model->setAlertMessage(std::nullopt);
     settle();
     EXPECT_EQ(alert(), nullptr);
+    EXPECT_EQ(changes, 1) << "the view writes nothing back";
+}
+
+TEST_F(ContentViewTest, raisesTheNextAlertThoughTheLastOneIsJustBeingDismissed) {
+    raise("first");
+    alert()->close();
+    scenario_.model->setAlertMessage("second");
+    settle();
+    ASSERT_NE(alert(), nullptr);
+    EXPECT_TRUE(alert()->isVisible());
+    EXPECT_EQ(utf8(alert()->message()), "second");
 }
 
 TEST_F(ContentViewTest, raisesTheAlertWhenStartIsRefused) {

@@ -280,6 +280,23 @@ TEST_F(AccessibilityTest, announcesTheEndOfABatchThoughFilesWereAddedMeanwhile) 
                 ElementsAre("Converting", "Conversion finished: 1 complete, 0 failed"));
 }
 
+TEST_F(AccessibilityTest, announcesTheEndOfABatchThoughItsOtherFilesWereRemoved) {
+    scenario_.runner->setScript("a.opus", [this](const auto&, const auto& report) {
+        report(0.5);
+        scenario_.gate.pass();
+        throw FFmpegError::processFailed("interrupted");
+    });
+    scenario_.add({"a.opus", "b.opus"});
+    scenario_.start();
+    ASSERT_TRUE(scenario_.waitForProgress(0));
+    scenario_.model->remove(scenario_.model->jobs()[1]);
+    scenario_.model->cancel();
+    scenario_.gate.open();
+    ASSERT_TRUE(scenario_.finish());
+    EXPECT_THAT(notifications,
+                ElementsAre("Converting", "Conversion finished: 0 complete, 1 failed"));
+}
+
 TEST_F(AccessibilityTest, announcesABatchThatWasStopped) {
     scenario_.cancelAt("b.opus");
     scenario_.add({"a.opus", "b.opus"});

@@ -253,6 +253,8 @@ TEST_F(AppearanceTest, centresTheTextsOfTheDropZone) {
 }
 
 TEST_F(AppearanceTest, fillsTheButtonForTheNextStepOnlyInPurple) {
+    QTest::mouseMove(&view_, QPoint(5, 5));
+    settle();
     scenario_.chooseDestination("/no-such-folder/Out");
     const auto fillOf = [this](const char* text) {
         return image(findButton<Button>(view_, text)).pixelColor(5, 12);

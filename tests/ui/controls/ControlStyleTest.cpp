@@ -1,9 +1,6 @@
 #include "ControlStyle.h"
 
 #include "PixelArt.h"
-#include "PopUpButton.h"
-#include "QualitySlider.h"
-#include "Scenario.h"
 #include "ThemeColor.h"
 
 #include <QImage>
@@ -372,56 +369,6 @@ TEST_F(ControlStyleTest, movesASliderToTheClickAndHidesNoScrollBar) {
     EXPECT_EQ(hint(QStyle::SH_Slider_AbsoluteSetButtons), static_cast<int>(Qt::LeftButton));
     EXPECT_EQ(hint(QStyle::SH_Slider_PageSetButtons), static_cast<int>(Qt::NoButton));
     EXPECT_EQ(hint(QStyle::SH_ScrollBar_Transient), 0);
-}
-
-/// Gives the widget the keyboard focus and returns its picture in a white window.
-QImage focused(QWidget& window, QWidget& widget) {
-    EXPECT_TRUE(showActive(window));
-    widget.setFocus(Qt::TabFocusReason);
-    QTest::keyClick(&widget, Qt::Key_Shift);
-    settle();
-    return window.grab(widget.geometry()).toImage();
-}
-
-TEST_F(ControlStyleTest, drawsAPurpleRingAroundTheThumbThatHasTheFocus) {
-    QWidget window;
-    window.setPalette(QPalette(QColor(Qt::white)));
-    QualitySlider slider(&window);
-    slider.setGeometry(0, 0, 60, 24);
-    slider.showQuality(100);
-    const QImage image = focused(window, slider);
-    EXPECT_EQ(pixelArt(image.copy(40, 3, 20, 18), Qt::white, purple), R"(
-........+####+......
-......+########+....
-.....###+....+###...
-....##+........+##..
-...+#+..........+#+.
-...##............##.
-..+#+............+#+
-####..............##
-####..............##
-####..............##
-####..............##
-..+#+............+#+
-...##............##.
-...+#+..........+#+.
-....##+........+##..
-.....###+....+###...
-......+########+....
-........+####+......
-)");
-}
-
-TEST_F(ControlStyleTest, drawsAPurpleRingAroundTheComboBoxThatHasTheFocus) {
-    QWidget window;
-    window.setPalette(QPalette(QColor(Qt::white)));
-    PopUpButton box(&window);
-    box.setGeometry(0, 0, 60, 28);
-    const QImage image = focused(window, box);
-    EXPECT_EQ(image.pixelColor(0, 14), purple);
-    EXPECT_EQ(image.pixelColor(1, 14), purple);
-    EXPECT_NE(image.pixelColor(2, 14), purple);
-    EXPECT_EQ(image.pixelColor(20, 0), purple);
 }
 
 TEST_F(ControlStyleTest, leavesThePainterAsItWas) {

@@ -55,7 +55,7 @@ class StylesTest : public ::testing::Test {
         return view_.findChild<JobScrollArea*>()->rows().at(index);
     }
 
-    void expectFont(const QWidget& parent, const char* name, const TextFont& font) {
+    static void expectFont(const QWidget& parent, const char* name, const TextFont& font) {
         EXPECT_EQ(find<QWidget>(parent, name)->font(), font.font()) << name;
     }
 

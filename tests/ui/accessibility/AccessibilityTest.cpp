@@ -1,6 +1,6 @@
 #include "Alert.h"
-#include "Button.h"
 #include "BatchAnnouncer.h"
+#include "Button.h"
 #include "ContentView.h"
 #include "DropZone.h"
 #include "FFmpegService.h"
@@ -11,9 +11,9 @@
 #include "QueueView.h"
 #include "RunUntil.h"
 #include "Scenario.h"
-#include "UserInputFilter.h"
 #include "SettingsSidebar.h"
 #include "SymbolView.h"
+#include "UserInputFilter.h"
 
 #include <QAccessible>
 #include <QDBusConnection>

@@ -44,19 +44,5 @@ TEST(AppBadgeTest, glowsLikeABlurOfTwelvePixels) {
     EXPECT_EQ(picture.pixelColor(5, 40).alpha(), 0);
 }
 
-TEST(AppBadgeTest, isAPictureOfItselfAtEachDevicePixelRatio) {
-    const QPalette palette{QColor(Qt::white)};
-    AppBadge badge(nullptr);
-    for (const double ratio : {1.0, 2.0}) {
-        const QPixmap pixmap = AppBadge::pixmap(palette, ratio);
-        EXPECT_EQ(pixmap.size(), QSize(44, 44) * ratio);
-        EXPECT_EQ(pixmap.devicePixelRatio(), ratio);
-        const QImage image = pixmap.toImage();
-        EXPECT_EQ(image.pixelColor(0, 0).alpha(), 0) << "the corner is round";
-        EXPECT_EQ(image.pixelColor(image.width() / 2, 1).alpha(), 255);
-    }
-    EXPECT_EQ(badge.size(), QSize(44, 44));
-}
-
 } // namespace
 } // namespace kestrel

@@ -130,9 +130,9 @@ TEST(LabelColorTest, isPalerWhileDisabled) {
     label.setPalette(QPalette(QColor(Qt::white)));
     EXPECT_EQ(label.color().alpha(), 255);
     label.setEnabled(false);
-    EXPECT_NEAR(label.color().alphaF(), 0.45, 0.005);
+    EXPECT_NEAR(label.color().alphaF(), 0.4, 0.005);
     label.setThemeColor(ThemeColor(ThemeColor::Name::purple).withOpacity(0.5));
-    EXPECT_NEAR(label.color().alphaF(), 0.225, 0.005);
+    EXPECT_NEAR(label.color().alphaF(), 0.2, 0.005);
     EXPECT_EQ(label.color().rgb(), qRgb(0xAF, 0x52, 0xDE));
 }
 

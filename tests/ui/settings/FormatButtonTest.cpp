@@ -30,15 +30,17 @@ class FormatButtonTest : public ::testing::Test {
     FormatButton button_{OutputFormat::mp3, [] {}, &window_};
 };
 
-TEST_F(FormatButtonTest, isLighterWhenItIsSelectedPressedOrUnderTheMouse) {
+TEST_F(FormatButtonTest, isFilledOnlyWhileItIsSelected) {
     const double tolerance = 1.0 / 255;
     EXPECT_EQ(opacity(), 0);
     button_.setAttribute(Qt::WA_UnderMouse);
-    EXPECT_NEAR(opacity(), 0.05, tolerance);
+    EXPECT_EQ(opacity(), 0);
+    EXPECT_NEAR(picture().pixelColor(120, 0).redF(), 0.11, tolerance) << "the outline";
     button_.setDown(true);
-    EXPECT_NEAR(opacity(), 0.08, tolerance);
+    EXPECT_EQ(opacity(), 0);
     button_.setSelected(true);
-    EXPECT_NEAR(opacity(), 0.11 + 0.08, tolerance);
+    EXPECT_NEAR(opacity(), 0.11, tolerance);
+    EXPECT_NEAR(picture().pixelColor(120, 0).redF(), 0.11, tolerance) << "no outline";
     button_.setDown(false);
     EXPECT_NEAR(opacity(), 0.11, tolerance);
     button_.setAttribute(Qt::WA_UnderMouse, false);

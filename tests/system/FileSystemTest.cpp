@@ -71,5 +71,16 @@ TEST(FileSystem, findsNamesThatAreNotUtf8) {
     EXPECT_TRUE(isFolder(temp.makeFolder("\xFF\xFE")));
 }
 
+TEST(FileSystem, createsAFolderWithItsMissingParents) {
+    const TemporaryFolder temp;
+    EXPECT_FALSE(createFolders(temp.file("a/b/c")));
+    EXPECT_TRUE(isFolder(temp.file("a/b/c")));
+    EXPECT_FALSE(createFolders(temp.file("a/b/c")));
+    temp.write("track.opus");
+    EXPECT_EQ(createFolders(temp.file("track.opus/a")), std::errc::not_a_directory);
+    // A parent that cannot be created: no folder can be in /proc.
+    EXPECT_TRUE(createFolders(FileURL("/proc/no-such-parent/folder")));
+}
+
 } // namespace
 } // namespace kestrel::test

@@ -7,6 +7,9 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <system_error>
+#include <utility>
+
 namespace kestrel {
 namespace {
 
@@ -42,6 +45,13 @@ TEST(Pipe, doesNotMoveDescriptorsAboveTheStandardStreams) {
         return isNext ? 0 : 1;
     });
     EXPECT_EQ(status, 0);
+}
+
+TEST(Pipe, throwsIfItCannotBeRead) {
+    // A folder cannot be read.
+    FileDescriptor folder(::open("/", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    ASSERT_TRUE(folder);
+    EXPECT_THROW(readToEnd(std::move(folder)), std::system_error);
 }
 
 } // namespace

@@ -247,7 +247,7 @@ TEST_F(AppearanceTest, centresTheTextsOfTheDropZone) {
             }
         }
         EXPECT_GT(picture.width() - ink.width(), 50) << name;
-        EXPECT_NEAR(ink.center().x(), picture.width() / 2, 2) << name;
+        EXPECT_NEAR(ink.center().x(), picture.width() / 2.0, 2) << name;
         EXPECT_TRUE(label->alignment().testFlag(Qt::AlignTop)) << name;
     }
 }

@@ -1,9 +1,14 @@
 #include "CallHook.h"
+#include "ChildProcess.h"
 #include "FaultFixture.h"
 #include "Seed.h"
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <chrono>
+#include <csignal>
 #include <iostream>
 #include <ostream>
 #include <random>
@@ -114,6 +119,28 @@ INSTANTIATE_TEST_SUITE_P(
                       InterruptPoint{"whileTheConversionStarts", Call::spawn, 2, "convert block\n",
                                      "cancelled", "waiting"}),
     [](const auto& row) { return std::string(row.param.name); });
+
+TEST(ChildInterruptTest, reachesTheChildAndNoOtherProcessWhileItStarts) {
+    const pid_t bystander = ::fork();
+    if (bystander == 0) {
+        ::pause();
+        ::_exit(0);
+    }
+    ASSERT_GT(bystander, 0);
+    ChildProcess child(FileURL("/bin/sleep"), {"20"}, ChildProcess::StandardOutput::nullDevice);
+    {
+        const CallHook hook(Call::spawn, [&child](int) {
+            child.interrupt();
+            return 0;
+        });
+        child.launch();
+    }
+    const ProcessExit expected{ProcessExit::Reason::uncaughtSignal, SIGINT};
+    EXPECT_EQ(child.waitUntilExit(), expected);
+    EXPECT_EQ(::waitpid(bystander, nullptr, WNOHANG), 0);
+    ::kill(bystander, SIGKILL);
+    ::waitpid(bystander, nullptr, 0);
+}
 
 TEST_F(InterruptFaultTest, changesNothingWhileTheConversionIsReaped) {
     // The only file: a late interrupt would otherwise be one of the next file's probe.

@@ -58,7 +58,10 @@ TEST_F(DesktopFileViewerTest, keepsTheBytesOfTheName) {
 
 TEST_F(DesktopFileViewerTest, opensTheContainingFolderOnAnError) {
     manager_.answer = FakeFileManager::Answer::Error;
-    viewer_.reveal(FileURL("/music \xE9/out"));
+    FileURL url("/music \xE9/out");
+    viewer_.reveal(url);
+    // The output folder may be another one by the time of the reply.
+    url = FileURL("/elsewhere/out");
     ASSERT_TRUE(waitForOpened());
     EXPECT_EQ(manager_.shown().size(), 1U);
     ASSERT_EQ(handler_.opened().size(), 1U);

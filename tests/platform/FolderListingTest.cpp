@@ -270,6 +270,22 @@ TEST(FolderListing, listsAFolderOfManyFiles) {
     EXPECT_TRUE(std::is_sorted(paths.begin(), paths.end()));
 }
 
+TEST(PackageName, hasOneOfTheseExtensions) {
+    for (const char* extension :
+         {"app",           "appex",        "bundle",       "component",
+          "framework",     "kext",         "mdimporter",   "plugin",
+          "prefpane",      "qlgenerator",  "saver",        "systemextension",
+          "vst",           "vst3",         "wdgt",         "xpc",
+          "aplibrary",     "band",         "fcpbundle",    "garageband",
+          "imovielibrary", "logicx",       "musiclibrary", "photolibrary",
+          "photoslibrary", "rtfd",         "scptd",        "tvlibrary",
+          "docset",        "dsym",         "mpkg",         "pkg",
+          "playground",    "sparsebundle", "xcarchive",    "xcodeproj",
+          "xcworkspace"}) {
+        EXPECT_TRUE(isPackageName(std::string("a.") + extension)) << extension;
+    }
+}
+
 TEST(PackageName, isRecognisedByItsExtensionCaseInsensitively) {
     for (const char* name : {"a.app", "A.APP", "b.bundle", "c.d.framework", "My Song.band",
                              "Photos Library.photoslibrary", "x.Rtfd", "y.xpc", "z.mpkg"}) {

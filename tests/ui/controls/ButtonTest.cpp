@@ -1,5 +1,6 @@
 #include "Button.h"
 
+#include "MixedColor.h"
 #include "PixelArt.h"
 #include "Scenario.h"
 #include "Timeout.h"
@@ -10,7 +11,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <cstddef>
 #include <functional>
 #include <vector>
@@ -102,14 +102,6 @@ INSTANTIATE_TEST_SUITE_P(Variants, ButtonTest,
                          ::testing::Values(Button::Variant::plain, Button::Variant::bordered,
                                            Button::Variant::prominent),
                          nameOf);
-
-QColor mixed(const QColor& below, const QColor& above, double share) {
-    const auto mix = [share](int a, int b) {
-        return static_cast<int>(std::lround(a * (1 - share) + b * share));
-    };
-    return {mix(below.red(), above.red()), mix(below.green(), above.green()),
-            mix(below.blue(), above.blue())};
-}
 
 /// Checks the colours of a button in a window with this palette.
 class ButtonColorsTest : public ::testing::Test {

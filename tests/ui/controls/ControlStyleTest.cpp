@@ -17,7 +17,7 @@
 namespace kestrel {
 namespace {
 
-const QColor purple(0xAF, 0x52, 0xDE);
+const QColor accent(0xAF, 0x52, 0xDE);
 
 /// The primary colour, black, at this opacity on white.
 QColor grey(double opacity) {
@@ -101,7 +101,7 @@ class ControlStyleTest : public ::testing::Test {
 
 TEST_F(ControlStyleTest, drawsASliderFilledUpToItsThumb) {
     const QImage image = drawn(QStyle::CC_Slider, slider());
-    EXPECT_EQ(pixelArt(image.copy(0, 3, 60, 18), Qt::white, purple), R"(
+    EXPECT_EQ(pixelArt(image.copy(0, 3, 60, 18), Qt::white, accent), R"(
 ............................................................
 ..........................+++..++...........................
 .........................+........+.........................
@@ -121,7 +121,7 @@ TEST_F(ControlStyleTest, drawsASliderFilledUpToItsThumb) {
 ...........................++..++...........................
 ............................................................
 )");
-    EXPECT_TRUE(isNear(image.pixelColor(10, 12), purple));
+    EXPECT_TRUE(isNear(image.pixelColor(10, 12), accent));
     EXPECT_TRUE(isNear(image.pixelColor(30, 12), QColor(Qt::white)));
     EXPECT_TRUE(isNear(image.pixelColor(50, 12), grey(0.18)));
 }
@@ -134,7 +134,7 @@ TEST_F(ControlStyleTest, fillsASliderFromTheOtherEndIfItIsUpsideDown) {
     EXPECT_EQ(style_.subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, nullptr),
               QRect(34, 3, 18, 18));
     EXPECT_TRUE(isNear(image.pixelColor(20, 12), grey(0.18)));
-    EXPECT_TRUE(isNear(image.pixelColor(55, 12), purple));
+    EXPECT_TRUE(isNear(image.pixelColor(55, 12), accent));
 }
 
 TEST_F(ControlStyleTest, darkensThePressedThumb) {
@@ -220,7 +220,7 @@ TEST_F(ControlStyleTest, drawsNoHandleWithNothingToScroll) {
 
 TEST_F(ControlStyleTest, drawsTheComboBoxWithChevronsOnPurple) {
     const QImage image = drawn(QStyle::CC_ComboBox, comboBox());
-    EXPECT_EQ(pixelArt(image.copy(36, 3, 24, 22), purple, Qt::white), R"(
+    EXPECT_EQ(pixelArt(image.copy(36, 3, 24, 22), accent, Qt::white), R"(
 ########################
 ##++............++######
 #+................+#####
@@ -303,7 +303,7 @@ TEST_F(ControlStyleTest, drawsTheComboBoxesTextAtItsStartInThePrimaryColour) {
 
 TEST_F(ControlStyleTest, fillsAProgressBarWithRoundEnds) {
     const QImage image = drawn(QStyle::CE_ProgressBar, progressBar(50));
-    EXPECT_EQ(pixelArt(image, Qt::white, purple), R"(
+    EXPECT_EQ(pixelArt(image, Qt::white, accent), R"(
 .+################+.....................
 +##################+....................
 ####################....................
@@ -323,7 +323,7 @@ TEST_F(ControlStyleTest, fillsAProgressBarWithRoundEnds) {
 }
 
 TEST_F(ControlStyleTest, showsTheLeastProgressAsADotAndNoneAsAnEmptyTrack) {
-    EXPECT_EQ(pixelArt(drawn(QStyle::CE_ProgressBar, progressBar(1)), Qt::white, purple), R"(
+    EXPECT_EQ(pixelArt(drawn(QStyle::CE_ProgressBar, progressBar(1)), Qt::white, accent), R"(
 .+##+...................................
 +####+..................................
 ######..................................
@@ -334,7 +334,7 @@ TEST_F(ControlStyleTest, showsTheLeastProgressAsADotAndNoneAsAnEmptyTrack) {
     EXPECT_TRUE(isNear(drawn(QStyle::CE_ProgressBar, progressBar(0)).pixelColor(2, 3), grey(0.12)));
     EXPECT_TRUE(
         isNear(drawn(QStyle::CE_ProgressBar, progressBar(-20)).pixelColor(2, 3), grey(0.12)));
-    EXPECT_TRUE(isNear(drawn(QStyle::CE_ProgressBar, progressBar(200)).pixelColor(37, 3), purple));
+    EXPECT_TRUE(isNear(drawn(QStyle::CE_ProgressBar, progressBar(200)).pixelColor(37, 3), accent));
 }
 
 TEST_F(ControlStyleTest, fillsAProgressBarFromTheRightIfTextIsWrittenSo) {
@@ -342,8 +342,8 @@ TEST_F(ControlStyleTest, fillsAProgressBarFromTheRightIfTextIsWrittenSo) {
     option.direction = Qt::RightToLeft;
     const QImage image = drawn(QStyle::CE_ProgressBar, option);
     EXPECT_TRUE(isNear(image.pixelColor(18, 3), grey(0.12)));
-    EXPECT_TRUE(isNear(image.pixelColor(21, 3), purple));
-    EXPECT_TRUE(isNear(image.pixelColor(37, 3), purple));
+    EXPECT_TRUE(isNear(image.pixelColor(21, 3), accent));
+    EXPECT_TRUE(isNear(image.pixelColor(37, 3), accent));
 }
 
 TEST_F(ControlStyleTest, hasItsOwnSizes) {

@@ -98,7 +98,10 @@ void ConverterViewModel::addDropped(const std::shared_ptr<Drop>& drop) {
     constexpr std::chrono::milliseconds slice(16);
     const Clock::time_point end = Clock::now() + slice;
     if (!queuedFiles_) {
-        queuedFiles_.emplace(jobs_);
+        // Reserved for the whole drop: to grow on the way costs a pass over all of them.
+        const std::size_t expected = drop->items.size() - drop->next;
+        queuedFiles_.emplace(jobs_, expected);
+        jobs_.reserve(jobs_.size() + expected);
     }
     while (drop->next < drop->items.size() && Clock::now() < end) {
         if (const std::optional<FileURL> url = drop->items[drop->next++].loadFileURL()) {

@@ -2,8 +2,8 @@
 
 namespace kestrel {
 
-QueuedFiles::QueuedFiles(const std::vector<ConversionJob>& queue) {
-    standardized_.reserve(queue.size());
+QueuedFiles::QueuedFiles(const std::vector<ConversionJob>& queue, std::size_t expected) {
+    standardized_.reserve(queue.size() + expected);
     for (const ConversionJob& job : queue) {
         insert(job.source());
     }

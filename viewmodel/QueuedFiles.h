@@ -3,6 +3,7 @@
 #include "ConversionJob.h"
 #include "FileURL.h"
 
+#include <cstddef>
 #include <unordered_set>
 #include <vector>
 
@@ -12,7 +13,8 @@ namespace kestrel {
 /// same file. Built in O(n); takes as much memory as the paths of the queue.
 class QueuedFiles {
   public:
-    explicit QueuedFiles(const std::vector<ConversionJob>& queue);
+    /// Reserves room for that many insertions.
+    explicit QueuedFiles(const std::vector<ConversionJob>& queue, std::size_t expected = 0);
 
     bool contains(const FileURL& file) const;
     void insert(const FileURL& file);

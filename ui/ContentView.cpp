@@ -30,7 +30,6 @@ ContentView::ContentView(std::shared_ptr<ConverterViewModel> model,
     divider->setObjectName(QStringLiteral("sidebarDivider"));
     divider->setOpacity(0.55);
     belowInset_ = new QHBoxLayout;
-    belowInset_->setSpacing(0);
     belowInset_->addWidget(queue_, 1);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);

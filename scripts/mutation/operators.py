@@ -77,14 +77,14 @@ def mutants_of(source):
 
 
 def is_excluded(source, index):
-    """Returns whether the token is part of a static_assert, an operator's name or a pure specifier."""
+    """Returns whether the token is part of a static_assert, a reserve(), an operator's name or a pure specifier."""
     before = source.text_at(index - 1)
     if before == "operator" or (source.text_at(index) == "0" and before == "="
                                 and source.text_at(index - 2) in (")", "const", "noexcept")):
         return True
     parent = source.tokens[index].parent
     while parent is not None:
-        if source.text_at(parent - 1) == "static_assert":
+        if source.text_at(parent - 1) in ("static_assert", "reserve"):
             return True
         parent = source.tokens[parent].parent
     return False
@@ -107,11 +107,19 @@ def operators(source, index):
     return replaced(source, index, changes) if changes and source.is_spaced(index) else []
 
 
+def is_stretch(source, index):
+    """Returns whether the number is a layout's stretch factor, which rarely matters but for being 0 or not."""
+    name = source.text_at(source.tokens[index].parent - 1) if source.tokens[index].parent else ""
+    return name == "addStretch" or name in ("addWidget", "addLayout") and source.text_at(index - 1) == ","
+
+
 def constants(source, index):
     token = source.tokens[index]
     if token.text in ("true", "false"):
         other = "false" if token.text == "true" else "true"
         return replaced(source, index, [(other, other)])
+    if token.kind == "number" and is_stretch(source, index):
+        return replaced(source, index, [("stretch", "1" if token.text == "0" else "0")])
     if token.kind == "number":
         if "p" in token.text:
             # A hexadecimal floating-point number, too large for one more to make a difference.
@@ -211,11 +219,16 @@ def ends_function(source, index):
     return True
 
 
+def is_reserve(source, first, last):
+    """Returns whether the statement does nothing but reserve memory."""
+    return any(source.text_at(place) == "reserve" for place in range(first, last))
+
+
 def statements(source, index):
     if not source.starts_statement(index):
         return []
     end = source.statement_end(index)
-    if end is None or not is_removable(source, index, end):
+    if end is None or not is_removable(source, index, end) or is_reserve(source, index, end):
         return []
     return [Mutant(source, source.tokens[index].start, source.tokens[end].end, "dropped", ";")]
 

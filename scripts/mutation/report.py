@@ -3,11 +3,11 @@
 import os
 import threading
 
-KINDS = ["caught", "timed out", "survived", "not built", "unchanged"]
+KINDS = ["caught", "timed out", "survived", "equivalent", "not built", "unchanged"]
 
 
 def score(results):
-    """Returns the percentage caught of the mutants that ran; a time-out counts as caught."""
+    """Returns the percentage caught of the mutants that a test can catch; a time-out counts as caught."""
     kinds = [verdict.kind for _, verdict, _ in results]
     caught = kinds.count("caught") + kinds.count("timed out")
     tried = caught + kinds.count("survived")
@@ -24,7 +24,7 @@ class Tally:
     def add(self, mutant, verdict, seconds):
         with self.lock:
             self.results.append((mutant, verdict, seconds))
-            print(f"{len(self.results):4} {verdict.kind:9} {seconds:5.1f} s  {mutant.id}  {verdict.by}")
+            print(f"{len(self.results):4} {verdict.kind:10} {seconds:5.1f} s  {mutant.id}  {verdict.by}")
 
     def row(self, name, results):
         """Returns one line of the table: how many of each kind, the score, and the mean seconds a mutant."""
@@ -33,31 +33,30 @@ class Tally:
         return f"{name:<18}{counts}{score(results):8.1f} %{seconds:8.1f}"
 
     def of_folder(self, folder):
-        return [result for result in self.results if result[0].path.startswith(folder + "/")]
+        return [result for result in self.results if os.path.dirname(result[0].path) == folder]
 
     def folders(self):
-        """Returns the folders of the root that have results."""
-        return sorted({mutant.path.split("/")[0] for mutant, _, _ in self.results})
+        """Returns the folders that have results."""
+        return sorted({os.path.dirname(mutant.path) for mutant, _, _ in self.results})
 
     def lowest_score(self):
         return min((score(self.of_folder(folder)) for folder in self.folders()), default=0.0)
 
     def report(self):
         lines = [f"{'folder':<18}" + "".join(f"{kind:>11}" for kind in KINDS) + f"{'score':>10}{'seconds':>8}"]
-        parts = {os.path.dirname(mutant.path) for mutant, _, _ in self.results}
-        for folder in sorted(parts | set(self.folders())):
+        for folder in self.folders():
             lines.append(self.row(folder, self.of_folder(folder)))
         lines.append(self.row("all", self.results))
         for name, is_by_meaning in (("by meaning", True), ("others", False)):
             lines.append(self.row(name, [result for result in self.results
                                          if result[0].is_by_meaning is is_by_meaning]))
-        for kind in ("survived", "timed out", "not built", "unchanged", "caught"):
+        for kind in ("survived", "equivalent", "timed out", "not built", "unchanged", "caught"):
             chosen = sorted(self.results_of(kind), key=lambda result: result[0].place)
             if chosen:
                 lines += ["", f"{kind}:"]
             for mutant, verdict, _ in chosen:
                 lines.append(f"{mutant.id}  {verdict.by}".rstrip())
-                if kind == "survived":
+                if kind in ("survived", "equivalent"):
                     lines += [f"  - {mutant.before}", f"  + {mutant.after}"]
         lines += ["", f"mutate: {score(self.results):.1f} % caught, {self.lowest_score():.1f} % in the worst folder"]
         return "\n".join(lines) + "\n"

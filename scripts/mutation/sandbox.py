@@ -138,7 +138,7 @@ class Run:
 
 class Verdict:
     def __init__(self, kind, by="", output=""):
-        # "caught", "timed out", "survived", "not built" or "unchanged".
+        # One of report.KINDS.
         self.kind = kind
         self.by = by
         self.output = output

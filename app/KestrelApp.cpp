@@ -1,6 +1,5 @@
 #include "KestrelApp.h"
 
-#include "ApplicationStyle.h"
 #include "BusName.h"
 #include "FirstFrame.h"
 #include "MenuBar.h"
@@ -33,7 +32,6 @@ void KestrelApp::prepare() {
     QGuiApplication::setDesktopFileName(QStringLiteral("org.kestrel.Converter"));
     // The menu bar is in the title bar, also on desktops with a global menu bar.
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
-    QApplication::setStyle(new ApplicationStyle);
 }
 
 void KestrelApp::fillMenuBar(QMenuBar& menuBar) {

@@ -26,7 +26,7 @@ class KestrelApp {
     explicit KestrelApp(std::shared_ptr<ConverterViewModel> model,
                         FFmpegService::BinaryLocator locateBinary = FFmpegService::locateBinary);
 
-    /// Sets the application's name, desktop file, attributes and style. Call it once, before the
+    /// Sets the application's name, desktop file and attributes. Call it once, before the
     /// application object is constructed.
     static void prepare();
 

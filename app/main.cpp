@@ -1,3 +1,4 @@
+#include "ApplicationStyle.h"
 #include "DisplayErrorHandler.h"
 #include "KestrelApp.h"
 #include "StandardStreams.h"
@@ -13,6 +14,7 @@ int main(int argc, char** argv) {
     std::optional<kestrel::DisplayErrorHandler> displayErrors(std::in_place);
     const QApplication application(argc, argv);
     displayErrors.reset();
+    kestrel::ApplicationStyle::install();
     const kestrel::Translation translation;
     kestrel::KestrelApp app;
     return app.run();

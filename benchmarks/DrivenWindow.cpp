@@ -1,5 +1,6 @@
 // Drives the real window as its options say, without a user, and prints the measurements as one
 // line of JSON.
+#include "ApplicationStyle.h"
 #include "Clocks.h"
 #include "FFmpegService.h"
 #include "FrameWatch.h"
@@ -176,6 +177,7 @@ int main(int argc, char** argv) {
     redirectMissingStandardStreams();
     KestrelApp::prepare();
     const QApplication application(argc, argv);
+    ApplicationStyle::install();
     const bench::Options options = bench::parseArguments(QCoreApplication::arguments());
     const auto model = bench::makeModel(options);
     KestrelApp app(model);

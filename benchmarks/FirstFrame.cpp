@@ -9,6 +9,7 @@
 #include <QWidget>
 
 #ifdef HAS_KESTREL
+#include "ApplicationStyle.h"
 #include "KestrelApp.h"
 #include "StandardStreams.h"
 #include "Translation.h"
@@ -63,6 +64,7 @@ int main(int argc, char** argv) {
     kestrel::redirectMissingStandardStreams();
     kestrel::KestrelApp::prepare();
     const QApplication application(argc, argv);
+    kestrel::ApplicationStyle::install();
     const kestrel::Translation translation;
     kestrel::KestrelApp app;
     FirstFrame frame(app.window(), start);

@@ -1,5 +1,6 @@
 // Benchmarks of what a user sees and does, in the real window. Times are CPU time of the whole
 // process, from the cause to the painted frame.
+#include "ApplicationStyle.h"
 #include "Clocks.h"
 #include "FrameWatch.h"
 #include "JobScrollArea.h"
@@ -219,6 +220,7 @@ BENCHMARK(wheelStep)->Arg(10'000)->Arg(100'000)->UseManualTime()->Iterations(400
 int main(int argc, char** argv) {
     kestrel::KestrelApp::prepare();
     const QApplication application(argc, argv);
+    kestrel::ApplicationStyle::install();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 2;

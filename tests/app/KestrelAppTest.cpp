@@ -4,6 +4,7 @@
 #include "ContentView.h"
 #include "RunUntil.h"
 #include "Scenario.h"
+#include "ThemeColor.h"
 #include "Timeout.h"
 
 #include <QApplication>
@@ -11,10 +12,12 @@
 #include <QMenuBar>
 #include <QStyle>
 #include <QTimer>
+#include <QToolTip>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <functional>
@@ -137,16 +140,79 @@ TEST(KestrelAppPrepareTest, namesTheProgramAndItsDesktopEntry) {
     const QString name = QCoreApplication::applicationName();
     const QString entry = QGuiApplication::desktopFileName();
     const bool hasNoNativeMenuBar = QCoreApplication::testAttribute(Qt::AA_DontUseNativeMenuBar);
-    const QString style = QApplication::style()->name();
     KestrelApp::prepare();
     EXPECT_EQ(utf8(QCoreApplication::applicationName()), "Kestrel");
     EXPECT_EQ(utf8(QGuiApplication::desktopFileName()), "org.kestrel.Converter");
     EXPECT_TRUE(QCoreApplication::testAttribute(Qt::AA_DontUseNativeMenuBar));
-    EXPECT_NE(qobject_cast<ApplicationStyle*>(QApplication::style()), nullptr);
     QCoreApplication::setApplicationName(name);
     QGuiApplication::setDesktopFileName(entry);
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar, hasNoNativeMenuBar);
-    QApplication::setStyle(style);
+}
+
+TEST(ApplicationStyleTest, isInstalledOnTopOfTheDesktopsStyle) {
+    const QString desktops = QApplication::style()->name();
+    ApplicationStyle::install();
+    const auto* style = qobject_cast<ApplicationStyle*>(QApplication::style());
+    ASSERT_NE(style, nullptr);
+    EXPECT_EQ(utf8(style->baseStyle()->name()), utf8(desktops));
+    EXPECT_NE(utf8(style->baseStyle()->name()), "windows");
+    QApplication::setStyle(desktops);
+}
+
+class InstalledStyleTest : public ::testing::Test {
+  protected:
+    InstalledStyleTest() { ApplicationStyle::install(); }
+
+    ~InstalledStyleTest() override {
+        QApplication::setStyle(desktops_);
+        QToolTip::setPalette(toolTips_);
+    }
+
+    /// Returns the palette of a tool tip that is shown now.
+    static QPalette paletteOfAToolTip() {
+        QToolTip::showText(QPoint(10, 10), QStringLiteral("text"));
+        const QPalette palette = toolTip() != nullptr ? toolTip()->palette() : QPalette();
+        QToolTip::hideText();
+        // It hides later, and is reused until then.
+        EXPECT_TRUE(test::runUntil([] { return toolTip() == nullptr; }));
+        return palette;
+    }
+
+    static const QWidget* toolTip() {
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        const auto found = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
+            return window->inherits("QTipLabel");
+        });
+        return found != windows.end() ? *found : nullptr;
+    }
+
+  private:
+    const QString desktops_ = QApplication::style()->name();
+    const QPalette toolTips_ = QToolTip::palette();
+};
+
+TEST_F(InstalledStyleTest, highlightsMenusAndListsInTheProgramsColor) {
+    const QPalette palette = QApplication::palette("QMenu");
+    const QColor purple = ThemeColor(ThemeColor::Name::purple).color(palette);
+    EXPECT_EQ(palette.color(QPalette::Highlight).name(), purple.name());
+    EXPECT_EQ(palette.color(QPalette::HighlightedText), QColor(Qt::white));
+}
+
+TEST_F(InstalledStyleTest, givesToolTipsTheColorsOfTextFields) {
+    const QPalette fields = QApplication::palette();
+    const QPalette toolTip = paletteOfAToolTip();
+    EXPECT_EQ(toolTip.color(QPalette::ToolTipBase).name(), fields.color(QPalette::Base).name());
+    EXPECT_EQ(toolTip.color(QPalette::ToolTipText).name(), fields.color(QPalette::Text).name());
+}
+
+TEST_F(InstalledStyleTest, keepsTheDesktopsColorsOfToolTips) {
+    QPalette desktops = QToolTip::palette();
+    desktops.setColor(QPalette::ToolTipBase, Qt::darkBlue);
+    desktops.setColor(QPalette::ToolTipText, Qt::cyan);
+    QToolTip::setPalette(desktops);
+    const QPalette toolTip = paletteOfAToolTip();
+    EXPECT_EQ(toolTip.color(QPalette::ToolTipBase), QColor(Qt::darkBlue));
+    EXPECT_EQ(toolTip.color(QPalette::ToolTipText), QColor(Qt::cyan));
 }
 
 TEST(ApplicationStyleTest, lacksNoIconButThatOfTheMenuBarsExtension) {

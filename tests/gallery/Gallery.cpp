@@ -1,13 +1,22 @@
-#include "Alert.h"
+#include "ApplicationStyle.h"
 #include "FFmpegError.h"
 #include "KestrelApp.h"
+#include "PopUpButton.h"
 #include "PseudoTranslator.h"
+#include "QtOpenPanel.h"
 #include "Scenario.h"
+#include "TemporaryFolder.h"
 #include "Timeout.h"
 
+#include <QAction>
 #include <QApplication>
+#include <QDialog>
 #include <QDir>
+#include <QMenu>
+#include <QMenuBar>
 #include <QPainter>
+#include <QTimer>
+#include <QToolTip>
 
 #include <cstdio>
 #include <functional>
@@ -18,21 +27,24 @@
 namespace kestrel {
 namespace {
 
+using Grab = std::function<void()>;
+
 /// One screenshot, and how to set up what it shows.
 struct Screenshot {
     const char* name;
     std::function<void(Scenario&)> prepare = [](Scenario&) {};
+    /// Opens something over the shown window and calls `grab` while it is open.
+    std::function<void(Scenario&, QWidget& window, const Grab& grab)> open =
+        [](Scenario&, QWidget&, const Grab& grab) { grab(); };
     bool hasFFmpeg = true;
     bool isRightToLeft = false;
     int fontPercent = 100;
 };
 
 QPalette darkPalette() {
-    QPalette palette(Qt::white, QColor(0x2C, 0x2C, 0x30), QColor(0x50, 0x50, 0x55),
-                     QColor(0x14, 0x14, 0x16), QColor(0x38, 0x38, 0x3C), Qt::white, Qt::white,
-                     QColor(0x1E, 0x1E, 0x20), QColor(0x24, 0x24, 0x27));
-    palette.setColor(QPalette::Highlight, QColor(0x2F, 0x65, 0xCA));
-    return palette;
+    return QPalette(Qt::white, QColor(0x2C, 0x2C, 0x30), QColor(0x50, 0x50, 0x55),
+                    QColor(0x14, 0x14, 0x16), QColor(0x38, 0x38, 0x3C), Qt::white, Qt::white,
+                    QColor(0x1E, 0x1E, 0x20), QColor(0x24, 0x24, 0x27));
 }
 
 void add(const Scenario& scenario, const std::string& folder,
@@ -101,6 +113,57 @@ void showTenThousandJobs(Scenario& scenario) {
     scenario.chooseDestination("/home/ada/Music/Converted");
 }
 
+void openMenu(Scenario&, QWidget& window, const Grab& grab) {
+    QMenu* menu = window.findChild<QMenuBar*>()->actions().front()->menu();
+    QTest::keyClick(&window, Qt::Key_F10);
+    grab();
+    menu->close();
+}
+
+void openPopUpList(Scenario&, QWidget& window, const Grab& grab) {
+    auto* picker = window.findChild<PopUpButton*>();
+    picker->showPopup();
+    grab();
+    picker->hidePopup();
+}
+
+void openToolTip(Scenario&, QWidget& window, const Grab& grab) {
+    auto* path = window.findChild<QWidget*>(QStringLiteral("destinationPath"))->parentWidget();
+    QToolTip::showText(path->mapToGlobal(QPoint(120, -40)), path->toolTip(), path);
+    grab();
+    QToolTip::hideText();
+}
+
+/// Shows Qt's file dialog, as the program does without a portal, for the last request.
+void openPanel(const Scenario& scenario, const Grab& grab) {
+    const test::TemporaryFolder folder;
+    for (const char* name :
+         {"01 Harbour Lights.opus", "02 A Long Way Down.opus", "Interview.oga"}) {
+        static_cast<void>(folder.write(name));
+    }
+    static_cast<void>(folder.makeFolder("Evening Songs"));
+    QTimer::singleShot(0, [&grab] {
+        grab();
+        QApplication::activeModalWidget()->close();
+    });
+    static_cast<void>(runQtOpenPanel(scenario.panel->shown.back(), folder.url()));
+}
+
+void openFilePanel(Scenario& scenario, QWidget&, const Grab& grab) {
+    scenario.model->chooseFiles();
+    openPanel(scenario, grab);
+}
+
+void openFolderPanel(Scenario& scenario, QWidget&, const Grab& grab) {
+    scenario.model->chooseFolder();
+    openPanel(scenario, grab);
+}
+
+void openDestinationPanel(Scenario& scenario, QWidget&, const Grab& grab) {
+    scenario.model->chooseDestination();
+    openPanel(scenario, grab);
+}
+
 std::vector<Screenshot> screenshots() {
     return {
         {.name = "empty"},
@@ -125,20 +188,36 @@ std::vector<Screenshot> screenshots() {
                  addAlbum(s);
                  choose(s, OutputFormat::aiff);
              }},
+        {.name = "menu", .prepare = addAlbum, .open = openMenu},
+        {.name = "pop-up-list",
+         .prepare =
+             [](Scenario& s) {
+                 addAlbum(s);
+                 choose(s, OutputFormat::wav);
+             },
+         .open = openPopUpList},
+        {.name = "tool-tip", .prepare = addAlbum, .open = openToolTip},
+        {.name = "file-panel", .prepare = addAlbum, .open = openFilePanel},
+        {.name = "folder-panel", .prepare = addAlbum, .open = openFolderPanel},
+        {.name = "destination-panel", .prepare = addAlbum, .open = openDestinationPanel},
         {.name = "right-to-left", .prepare = showConverting, .isRightToLeft = true},
         {.name = "large-fonts", .prepare = showConverting, .fontPercent = 200},
     };
 }
 
-/// Grabs the window, and the alert over it if there is one.
+/// Grabs the window and those of its application that are shown over it.
 QPixmap grab(QWidget& window) {
     QPixmap image = window.grab();
-    auto* alert = window.findChild<Alert*>();
-    if (alert != nullptr && QTest::qWaitForWindowExposed(alert, test::timeout)) {
-        QRect place = alert->rect();
-        place.moveCenter(window.rect().center());
-        QPainter painter(&image);
-        painter.drawPixmap(place.topLeft(), alert->grab());
+    QPainter painter(&image);
+    for (QWidget* other : QApplication::topLevelWidgets()) {
+        if (other != &window && other->isVisible() &&
+            QTest::qWaitForWindowExposed(other, test::timeout)) {
+            QRect place(other->pos() - window.pos(), other->size());
+            if (qobject_cast<QDialog*>(other) != nullptr) {
+                place.moveCenter(window.rect().center());
+            }
+            painter.drawPixmap(place.topLeft(), other->grab());
+        }
     }
     return image;
 }
@@ -166,7 +245,10 @@ bool take(const Screenshot& screenshot, const QString& path, bool isPseudo) {
         settle();
         isSaved = QTest::qWaitForWindowExposed(&window, test::timeout);
         settle();
-        isSaved = isSaved && grab(window).save(path);
+        screenshot.open(scenario, window, [&] {
+            settle();
+            isSaved = isSaved && grab(window).save(path);
+        });
     }
     QApplication::setFont(original);
     QApplication::setLayoutDirection(Qt::LeftToRight);
@@ -201,6 +283,7 @@ int run(const QString& folder, bool isPseudo) {
 
 int main(int argc, char** argv) {
     const QApplication application(argc, argv);
+    kestrel::ApplicationStyle::install();
     const bool isPseudo = argc == 3 && std::string_view(argv[1]) == "--pseudo";
     if (argc != (isPseudo ? 3 : 2)) {
         static_cast<void>(std::fprintf(stderr, "usage: kestrel_gallery [--pseudo] FOLDER\n"));

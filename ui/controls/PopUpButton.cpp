@@ -4,9 +4,25 @@
 #include "KeyboardFocus.h"
 #include "UserInputFilter.h"
 
+#include <QAbstractItemView>
 #include <QKeyEvent>
+#include <QPalette>
 
 namespace kestrel {
+namespace {
+
+/// Returns the palette with every role set: Qt takes the others from the desktop's menus. The list
+/// stands out from the window around its button.
+QPalette listPalette(const QPalette& palette) {
+    QPalette result(palette.windowText(), palette.button(), palette.light(), palette.dark(),
+                    palette.mid(), palette.text(), palette.brightText(), palette.base(),
+                    palette.base());
+    result.setBrush(QPalette::Highlight, palette.highlight());
+    result.setBrush(QPalette::HighlightedText, palette.highlightedText());
+    return result;
+}
+
+} // namespace
 
 PopUpButton::PopUpButton(QWidget* parent) : QComboBox(parent) {
     setStyle(ControlStyle::shared());
@@ -18,6 +34,7 @@ void PopUpButton::showPopup() {
     // AT-SPI reaches the picker behind a panel, too.
     if (!isUserInputBlocked(*this)) {
         QComboBox::showPopup();
+        view()->setPalette(listPalette(palette()));
     }
 }
 

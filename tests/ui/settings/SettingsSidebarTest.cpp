@@ -4,6 +4,7 @@
 #include "Scenario.h"
 #include "Timeout.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QLabel>
 #include <QSlider>
@@ -235,6 +236,22 @@ TEST_F(SettingsSidebarTest, offersBothBitDepths) {
     ASSERT_EQ(picker()->count(), 2);
     EXPECT_EQ(utf8(picker()->itemText(0)), "16-bit");
     EXPECT_EQ(utf8(picker()->itemText(1)), "24-bit");
+}
+
+TEST_F(SettingsSidebarTest, opensAListInItsOwnColorsNotTheDesktops) {
+    click("WAV");
+    picker()->showPopup();
+    const QAbstractItemView* list = picker()->view();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(list->window(), test::timeout));
+    const auto background = [list](int row) {
+        const QRect item = list->visualRect(list->model()->index(row, 0));
+        const QPoint place = list->viewport()->mapTo(list->window(), item.center());
+        return list->window()->grab().toImage().pixelColor(list->viewport()->width() - 8,
+                                                           place.y());
+    };
+    EXPECT_EQ(background(0), sidebar_.palette().color(QPalette::Base));
+    EXPECT_EQ(background(1), sidebar_.palette().color(QPalette::Highlight));
+    picker()->hidePopup();
 }
 
 TEST_F(SettingsSidebarTest, noticesAnFFmpegThatIsInstalledLater) {

@@ -169,6 +169,18 @@
     </message>
 </context>
 <context>
+    <name>kestrel::FormatGroup</name>
+    <message>
+        <source>Output format</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <extracomment>A format&apos;s place among all: &quot;1 of 3&quot;.</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>kestrel::JobList</name>
     <message>
         <source>Overall progress</source>
@@ -185,10 +197,6 @@
     <message>
         <source>•</source>
         <extracomment>Stands between a folder&apos;s name and a file&apos;s state.</extracomment>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Progress</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -210,11 +218,17 @@
         <source>Remove %1</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Progress of %1</source>
+        <extracomment>How far the conversion of a file is.</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>kestrel::JobScrollArea</name>
     <message>
-        <source>Conversion Queue</source>
+        <source>Files</source>
+        <extracomment>The list of the queued files.</extracomment>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -352,6 +366,11 @@
     </message>
     <message>
         <source>Quality</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>percent</source>
+        <extracomment>The unit of the quality, said after its value.</extracomment>
         <translation type="unfinished"></translation>
     </message>
     <message>

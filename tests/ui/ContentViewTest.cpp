@@ -167,7 +167,7 @@ TEST_F(ContentViewTest, exposesTheAlertWithTitleAndMessage) {
     ASSERT_NE(interface, nullptr);
     EXPECT_EQ(interface->role(), QAccessible::AlertMessage);
     EXPECT_EQ(utf8(interface->text(QAccessible::Name)), "Kestrel");
-    EXPECT_EQ(utf8(interface->text(QAccessible::Description)), "Choose an output folder first.");
+    EXPECT_EQ(utf8(interface->text(QAccessible::Description)), "");
 }
 
 TEST_F(ContentViewTest, roundsTheCornersOfTheAlertOnlyWhereTheyAreBlended) {

@@ -4,6 +4,7 @@
 #include "Button.h"
 #include "JobRow.h"
 #include "JobScrollArea.h"
+#include "ProgressBar.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -56,11 +57,12 @@ class AccessibleJobList : public AccessibleContainer {
     }
 };
 
-/// Offers the press action, which removes the job, iff the row has a remove button.
-class AccessibleJobRow : public QAccessibleWidget {
+/// Offers the press action, which removes the job, iff the row has a remove button. Its texts are
+/// its name, and so no children of their own.
+class AccessibleJobRow : public AccessibleContainer {
   public:
     explicit AccessibleJobRow(JobRow& row)
-        : QAccessibleWidget(&row, QAccessible::ListItem), row_(row) {}
+        : AccessibleContainer(&row, QAccessible::ListItem), row_(row) {}
 
     QStringList actionNames() const override {
         QStringList names = QAccessibleWidget::actionNames();
@@ -90,6 +92,20 @@ class AccessibleJobRow : public QAccessibleWidget {
     QStringList keyBindingsForAction(const QString& action) const override {
         return action == pressAction() ? QStringList{QKeySequence(Qt::Key_Delete).toString()}
                                        : QAccessibleWidget::keyBindingsForAction(action);
+    }
+
+  protected:
+    QObjectList parts() const override {
+        QObjectList parts;
+        for (QObject* child : widget()->children()) {
+            const auto* part = qobject_cast<const QWidget*>(child);
+            const bool isControl = qobject_cast<const ProgressBar*>(child) != nullptr ||
+                                   qobject_cast<const Button*>(child) != nullptr;
+            if (isControl && part->isVisible()) {
+                parts += child;
+            }
+        }
+        return parts;
     }
 
   private:

@@ -2,9 +2,10 @@
 
 #include "AccessibleJobList.h"
 #include "Alert.h"
-#include "BatchAnnouncer.h"
+#include "Announcement.h"
 #include "Button.h"
 #include "DropZone.h"
+#include "FormatGroup.h"
 #include "PercentLabel.h"
 #include "QualitySlider.h"
 #include "QueueView.h"
@@ -15,6 +16,7 @@
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QMetaObject>
+#include <QStackedWidget>
 
 namespace kestrel {
 namespace {
@@ -63,12 +65,17 @@ class AccessibleQualitySlider : public QAccessibleWidget, public QAccessibleValu
 /// and clicks 100 ms later (in Qt 6.4), but checks a checkable button at once.
 class AccessibleButton : public QAccessibleWidget {
   public:
-    explicit AccessibleButton(Button* button)
-        : QAccessibleWidget(button,
-                            button->isCheckable() ? QAccessible::CheckBox : QAccessible::Button),
-          button_(button) {}
+    explicit AccessibleButton(Button* button) : QAccessibleWidget(button), button_(button) {}
+
+    QAccessible::Role role() const override {
+        return button_->isCheckable() ? QAccessible::RadioButton : QAccessible::Button;
+    }
 
     QString text(QAccessible::Text kind) const override {
+        if (kind == QAccessible::Description) {
+            // Not the tool tip, which has markup.
+            return button_->accessibleDescription();
+        }
         const QString text = QAccessibleWidget::text(kind);
         return kind == QAccessible::Name && text.isEmpty() ? button_->text() : text;
     }
@@ -114,15 +121,21 @@ QAccessibleInterface* makeViewInterface(const QString&, QObject* object) {
     if (auto* alert = qobject_cast<Alert*>(object)) {
         return new QAccessibleWidget(alert, QAccessible::AlertMessage);
     }
-    if (auto* announcer = qobject_cast<BatchAnnouncer*>(object)) {
-        return new QAccessibleWidget(announcer, QAccessible::Notification);
+    if (auto* announcement = qobject_cast<Announcement*>(object)) {
+        return new QAccessibleWidget(announcement, QAccessible::Notification);
     }
     if (auto* symbol = qobject_cast<SymbolView*>(object)) {
         return new QAccessibleWidget(symbol, QAccessible::Graphic);
     }
     if (qobject_cast<DropZone*>(object) != nullptr || qobject_cast<QueueView*>(object) != nullptr ||
-        qobject_cast<SettingsSidebar*>(object) != nullptr) {
+        qobject_cast<SettingsSidebar*>(object) != nullptr ||
+        qobject_cast<FormatGroup*>(object) != nullptr) {
         return new QAccessibleWidget(qobject_cast<QWidget*>(object), QAccessible::Grouping);
+    }
+    auto* stack = qobject_cast<QStackedWidget*>(object);
+    if (stack != nullptr && qobject_cast<QueueView*>(stack->parentWidget()) != nullptr) {
+        // Qt's own is a layered pane, which screen readers announce.
+        return new QAccessibleWidget(stack, QAccessible::Client);
     }
     return nullptr;
 }

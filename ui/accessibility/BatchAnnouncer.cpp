@@ -1,9 +1,8 @@
 #include "BatchAnnouncer.h"
 
+#include "Announcement.h"
 #include "ConversionJob.h"
 #include "JobState.h"
-
-#include <QAccessible>
 
 #include <algorithm>
 #include <iterator>
@@ -12,15 +11,13 @@
 
 namespace kestrel {
 
-BatchAnnouncer::BatchAnnouncer(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
-    : QWidget(parent),
+BatchAnnouncer::BatchAnnouncer(std::shared_ptr<ConverterViewModel> model, QWidget* view)
+    : QObject(view),
       model_(std::move(model)),
+      start_(new Announcement(view)),
+      outcome_(new Announcement(view)),
       wasConverting_(model_->isConverting()),
-      batchLength_(model_->jobs().size()) {
-    // A widget without a size is not "showing" in AT-SPI, and screen readers skip it.
-    setFixedSize(1, 1);
-    setAttribute(Qt::WA_TransparentForMouseEvents);
-}
+      batchLength_(model_->jobs().size()) {}
 
 void BatchAnnouncer::refresh() {
     if (model_->isConverting() == wasConverting_) {
@@ -28,12 +25,12 @@ void BatchAnnouncer::refresh() {
     }
     wasConverting_ = model_->isConverting();
     if (!wasConverting_) {
-        announce(outcome());
+        outcome_->announce(outcome());
         return;
     }
     batchLength_ = model_->jobs().size();
     //: A batch has begun.
-    announce(tr("Converting"));
+    start_->announce(tr("Converting"));
 }
 
 QString BatchAnnouncer::outcome() const {
@@ -60,16 +57,6 @@ QString BatchAnnouncer::outcome() const {
     //: How many files could not be converted.
     const QString failedText = tr("%n failed", nullptr, static_cast<int>(failed));
     return (isOver ? finished : stopped).arg(completedText, failedText);
-}
-
-void BatchAnnouncer::announce(const QString& text) {
-    setAccessibleName(text);
-    // Screen readers speak a notification when it is shown. Qt 6.4 has no announcement event;
-    // Qt 6.8 and 6.11 have.
-    for (const QAccessible::Event type : {QAccessible::ObjectHide, QAccessible::ObjectShow}) {
-        QAccessibleEvent event(this, type);
-        QAccessible::updateAccessibility(&event);
-    }
 }
 
 } // namespace kestrel

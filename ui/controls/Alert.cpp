@@ -75,8 +75,6 @@ QString Alert::message() const {
 
 void Alert::setMessage(const QString& message) {
     message_->setText(message);
-    // Read by screen readers with the name, when the alert opens.
-    setAccessibleDescription(message);
     refreshMessageWidth();
 }
 

@@ -28,6 +28,8 @@ PopUpButton::PopUpButton(QWidget* parent) : QComboBox(parent) {
     setStyle(ControlStyle::shared());
     setFocusPolicy(Qt::StrongFocus);
     KeyboardFocus::watch();
+    // Qt 6.4 exposes the choice as a value, which AT-SPI has as a number only.
+    connect(this, &QComboBox::currentTextChanged, this, &QWidget::setAccessibleDescription);
 }
 
 void PopUpButton::showPopup() {

@@ -117,7 +117,6 @@ QBoxLayout* JobRow::makeTexts() {
     state_->setWordWrap(false);
     progress_ = new ProgressBar(this);
     progress_->setObjectName(QStringLiteral("progress"));
-    progress_->setAccessibleName(tr("Progress"));
     message_ = new ElidedLabel(maxMessageLines, {TextStyle::caption2}, this);
     message_->setThemeColor(ThemeColor::Name::red);
     message_->setObjectName(QStringLiteral("message"));
@@ -237,6 +236,8 @@ void JobRow::updateAccessibleNames() {
                                           ? text.arg(name, folder, stateText())
                                           : failure.arg(name, folder, stateText(), message));
     setAccessibleNameIfChanged(*removeButton_, tr("Remove %1").arg(name));
+    //: How far the conversion of a file is.
+    setAccessibleNameIfChanged(*progress_, tr("Progress of %1").arg(name));
 }
 
 bool JobRow::isRemovable() const {

@@ -8,6 +8,7 @@
 #include "ThemeColor.h"
 
 #include <QApplication>
+#include <QMetaObject>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
@@ -26,8 +27,8 @@ constexpr double separatorStrength = 0.5;
 
 JobScrollArea::JobScrollArea(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
     : QAbstractScrollArea(parent), model_(std::move(model)) {
-    setAccessibleName(tr("Conversion Queue"));
-    viewport()->setAccessibleName(accessibleName());
+    //: The list of the queued files.
+    viewport()->setAccessibleName(tr("Files"));
     setFrameShape(QFrame::NoFrame);
     viewport()->setAutoFillBackground(false);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -36,7 +37,8 @@ JobScrollArea::JobScrollArea(std::shared_ptr<ConverterViewModel> model, QWidget*
     verticalScrollBar()->setStyle(ControlStyle::shared());
     // Its style leaves parts transparent.
     verticalScrollBar()->setAttribute(Qt::WA_OpaquePaintEvent, false);
-    setFocusPolicy(Qt::StrongFocus);
+    // Tab goes to a row.
+    setFocusPolicy(Qt::ClickFocus);
     connect(
         ApplicationFont::shared(), &ApplicationFont::changed, this,
         [this] {
@@ -95,10 +97,20 @@ JobRow* JobScrollArea::row(std::size_t index) const {
 
 void JobScrollArea::focusInEvent(QFocusEvent* event) {
     QAbstractScrollArea::focusInEvent(event);
-    tabStop_.enter(event->reason());
+    // Queued: assistive technology would learn of the row's focus before that of the list.
+    const auto enter = [this, reason = event->reason()] {
+        if (hasFocus()) {
+            tabStop_.enter(reason);
+        }
+    };
+    QMetaObject::invokeMethod(this, enter, Qt::QueuedConnection);
 }
 
 void JobScrollArea::keyPressEvent(QKeyEvent* event) {
+    if (hasFocus()) {
+        // A key that came right behind the focus.
+        tabStop_.enter(Qt::OtherFocusReason);
+    }
     event->setAccepted(tabStop_.handleKey(*event));
 }
 
@@ -317,6 +329,7 @@ void JobScrollArea::placeRows() {
     for (const RowWidget& placed : placed_) {
         placed.row->removeButton()->refreshHover();
     }
+    tabStop_.updateTabStop();
     updateSeparators();
 }
 

@@ -18,8 +18,8 @@ namespace kestrel {
 class JobRow;
 
 /// A virtualised list of jobs: only the visible rows are widgets, and they are recycled while the
-/// list scrolls. The row with the keyboard focus is pinned: it stays a widget outside the viewport
-/// while its job is queued.
+/// list scrolls. The row that the keyboard focus was last on is pinned: it stays a widget outside
+/// the viewport while its job is queued.
 class JobScrollArea : public QAbstractScrollArea {
     Q_OBJECT
 

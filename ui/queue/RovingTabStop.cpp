@@ -7,20 +7,24 @@
 #include "KeyboardFocus.h"
 
 #include <QApplication>
+#include <QFocusEvent>
 #include <QKeyEvent>
+#include <QMetaObject>
 
 #include <algorithm>
+#include <vector>
 
 namespace kestrel {
 
 RovingTabStop::RovingTabStop(JobScrollArea& list) : list_(list) {
     connect(qApp, &QApplication::focusChanged, this, [this] {
-        updateFocusPolicy();
         followFocus();
+        updateTabStop();
     });
 }
 
 void RovingTabStop::adopt(JobRow& row) {
+    row.installEventFilter(this);
     row.removeButton()->installEventFilter(this);
     // The rows follow the list in the tab order, whatever is created after it.
     QWidget::setTabOrder(&list_, &row);
@@ -47,13 +51,20 @@ JobRow* RovingTabStop::focusedRow() const {
 }
 
 std::optional<std::size_t> RovingTabStop::pinnedRow() const {
-    return current_ && isFocusInside() ? std::optional(current_->index) : std::nullopt;
+    return current_ ? std::optional(current_->index) : std::nullopt;
 }
 
-void RovingTabStop::updateFocusPolicy() {
-    const Qt::FocusPolicy policy = isFocusInside() ? Qt::ClickFocus : Qt::StrongFocus;
-    if (list_.focusPolicy() != policy) {
-        list_.setFocusPolicy(policy);
+void RovingTabStop::updateTabStop() {
+    const std::vector<JobRow*> rows = list_.rows();
+    if (rows.empty()) {
+        return;
+    }
+    const JobRow* stop = nullptr;
+    if (!isFocusInside()) {
+        stop = list_.row(current_ ? current_->index : list_.firstUncutRow());
+    }
+    for (JobRow* row : rows) {
+        row->setFocusPolicy(row == stop ? Qt::StrongFocus : Qt::ClickFocus);
     }
 }
 
@@ -113,8 +124,21 @@ void RovingTabStop::moveTo(std::size_t index, Qt::FocusReason reason) {
     }
 }
 
+void RovingTabStop::revealCurrent() {
+    if (list_.refreshIfStale() && current_ && isFocusInside()) {
+        list_.reveal(current_->index);
+    }
+}
+
 bool RovingTabStop::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress) {
+    if (event->type() == QEvent::FocusIn) {
+        const auto* focus = dynamic_cast<QFocusEvent*>(event);
+        if (focus != nullptr &&
+            (focus->reason() == Qt::TabFocusReason || focus->reason() == Qt::BacktabFocusReason)) {
+            // After the focus event: a refresh may move the focus.
+            QMetaObject::invokeMethod(this, &RovingTabStop::revealCurrent, Qt::QueuedConnection);
+        }
+    } else if (event->type() == QEvent::KeyPress && qobject_cast<Button*>(watched) != nullptr) {
         // A QAbstractButton would move the focus by arrow keys itself.
         if (const auto* key = dynamic_cast<QKeyEvent*>(event); key != nullptr && handleKey(*key)) {
             return true;

@@ -16,7 +16,8 @@ class JobScrollArea;
 
 /// The keyboard focus in a JobScrollArea: a roving tab stop. Tab enters the list at the current row
 /// and leaves it from there; the arrow, page, Home and End keys move between rows, Left and Right
-/// between a row and its remove button.
+/// between a row and its remove button. Tab never reaches the list itself: assistive technology
+/// would announce it before the row.
 class RovingTabStop final : public QObject {
   public:
     /// Requires: `list` outlives this object.
@@ -28,9 +29,12 @@ class RovingTabStop final : public QObject {
     /// Returns the row that has the focus, itself or in its button; null if there is none.
     JobRow* focusedRow() const;
 
-    /// Returns the index of the row that must stay a widget, because the focus is in the list; none
-    /// if it is elsewhere.
+    /// Returns the index of the current row, which must stay a widget; none before the first.
     std::optional<std::size_t> pinnedRow() const;
+
+    /// Makes one row the tab stop: the current one, or JobScrollArea::firstUncutRow(). None while
+    /// the focus is in the list, so that Shift+Tab on a remove button leaves the list, too.
+    void updateTabStop();
 
     /// Makes the row with the focus the current one.
     void followFocus();
@@ -48,7 +52,7 @@ class RovingTabStop final : public QObject {
     /// Returns whether the key was handled.
     bool handleKey(const QKeyEvent& event);
 
-    /// Handles the keys of the remove buttons before they do.
+    /// Handles the keys of the remove buttons before they do, and scrolls to a row that Tab enters.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
@@ -59,8 +63,7 @@ class RovingTabStop final : public QObject {
 
     void setCurrent(std::size_t index);
     bool isFocusInside() const;
-    /// Shift+Tab leaves the rows for what is before the list, not for the list itself.
-    void updateFocusPolicy();
+    void revealCurrent();
     void moveTo(std::size_t index, Qt::FocusReason reason);
     /// Returns the row that a key leads to, or none for a key that does not move between rows.
     std::optional<std::size_t> targetOf(int key, std::size_t from) const;

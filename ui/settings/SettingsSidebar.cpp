@@ -3,7 +3,7 @@
 #include "AppBadge.h"
 #include "BandFill.h"
 #include "ConversionSettings.h"
-#include "FormatButton.h"
+#include "FormatGroup.h"
 #include "Label.h"
 #include "OutputFormat.h"
 #include "PCMBitDepth.h"
@@ -18,7 +18,6 @@
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPalette>
-#include <QSignalBlocker>
 #include <QVBoxLayout>
 
 #include <cstddef>
@@ -57,6 +56,12 @@ Label* makeCaption(const QString& text, QWidget* parent) {
 
 } // namespace
 
+template <typename Change> void SettingsSidebar::changeSettings(Change change) {
+    ConversionSettings settings = model_->settings();
+    change(settings);
+    model_->setSettings(settings);
+}
+
 SettingsSidebar::SettingsSidebar(std::shared_ptr<ConverterViewModel> model,
                                  BinaryLocator locateBinary, QWidget* parent)
     : QWidget(parent), model_(std::move(model)), locateBinary_(std::move(locateBinary)) {
@@ -67,7 +72,11 @@ SettingsSidebar::SettingsSidebar(std::shared_ptr<ConverterViewModel> model,
     column_ = addColumn(this, 22);
     column_->setContentsMargins(padding);
     column_->addWidget(makeHeader());
-    column_->addWidget(makeFormatSection());
+    const auto choose = [this](OutputFormat format) {
+        changeSettings([format](ConversionSettings& settings) { settings.format = format; });
+    };
+    formats_ = new FormatGroup(choose, this);
+    column_->addWidget(formats_);
     column_->addWidget(makeQualitySection());
     column_->addWidget(makePCMSection());
     column_->addStretch(1);
@@ -101,20 +110,6 @@ QWidget* SettingsSidebar::makeHeader() {
     return header;
 }
 
-QWidget* SettingsSidebar::makeFormatSection() {
-    auto* section = new QWidget(this);
-    auto* column = addColumn(section, 10);
-    column->addWidget(new SectionLabel(QStringLiteral("OUTPUT FORMAT"), section));
-    for (const OutputFormat format : OutputFormat::allCases) {
-        const auto select = [this, format] {
-            changeSettings([format](ConversionSettings& settings) { settings.format = format; });
-        };
-        formatButtons_.push_back(new FormatButton(format, select, section));
-        column->addWidget(formatButtons_.back());
-    }
-    return section;
-}
-
 QWidget* SettingsSidebar::makeQualitySection() {
     auto* section = new QWidget(this);
     auto* column = addColumn(section, 10);
@@ -126,6 +121,8 @@ QWidget* SettingsSidebar::makeQualitySection() {
     row->setSpacing(8);
     qualitySlider_ = new QualitySlider(qualityControls_);
     qualitySlider_->setAccessibleName(tr("Quality"));
+    //: The unit of the quality, said after its value.
+    qualitySlider_->setAccessibleDescription(tr("percent"));
     connect(qualitySlider_, &QualitySlider::qualityChanged, this, [this](double quality) {
         changeSettings([quality](ConversionSettings& settings) { settings.quality = quality; });
     });
@@ -154,7 +151,7 @@ QWidget* SettingsSidebar::makePCMSection() {
     for (const PCMBitDepth depth : PCMBitDepth::allCases) {
         bitDepthPicker_->addItem(QString::fromUtf8(depth.rawValue()));
     }
-    connect(bitDepthPicker_, &QComboBox::currentIndexChanged, this, [this](int index) {
+    connect(bitDepthPicker_, &QComboBox::activated, this, [this](int index) {
         changeSettings([index](ConversionSettings& settings) {
             settings.bitDepth = PCMBitDepth::allCases.at(static_cast<std::size_t>(index));
         });
@@ -180,29 +177,17 @@ QWidget* SettingsSidebar::makeStatus() {
     return row;
 }
 
-template <typename Change> void SettingsSidebar::changeSettings(Change change) {
-    ConversionSettings settings = model_->settings();
-    change(settings);
-    model_->setSettings(settings);
-}
-
 void SettingsSidebar::refresh() {
     const ConversionSettings& settings = model_->settings();
     const bool isMP3 = settings.format == OutputFormat::mp3;
-    for (FormatButton* button : formatButtons_) {
-        button->setSelected(button->format() == settings.format);
-    }
-
+    formats_->setSelected(settings.format);
     qualitySlider_->showQuality(settings.quality);
     qualityLabel_->setPercent(settings.quality);
     qualityControls_->setVisible(isMP3);
     qualityNote_->setText(isMP3 ? tr("Higher quality creates larger MP3 files.")
                                 : tr("AIFF and WAV preserve uncompressed PCM audio."));
 
-    {
-        const QSignalBlocker blocker(bitDepthPicker_);
-        bitDepthPicker_->setCurrentText(QString::fromUtf8(settings.bitDepth.rawValue()));
-    }
+    bitDepthPicker_->setCurrentText(QString::fromUtf8(settings.bitDepth.rawValue()));
     bitDepthPicker_->setEnabled(!isMP3);
     bitDepthLabel_->setEnabled(!isMP3);
     refreshStatus();

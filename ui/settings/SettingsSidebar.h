@@ -8,7 +8,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <vector>
 
 class QComboBox;
 class QVBoxLayout;
@@ -16,7 +15,7 @@ class QVBoxLayout;
 namespace kestrel {
 
 class AppBadge;
-class FormatButton;
+class FormatGroup;
 class Label;
 class PercentLabel;
 class QualitySlider;
@@ -45,7 +44,6 @@ class SettingsSidebar : public QWidget {
     QWidget* makeHeader();
     QWidget* makeStatus();
     void refreshStatus();
-    QWidget* makeFormatSection();
     QWidget* makeQualitySection();
     QWidget* makePCMSection();
 
@@ -54,9 +52,9 @@ class SettingsSidebar : public QWidget {
 
     std::shared_ptr<ConverterViewModel> model_;
     BinaryLocator locateBinary_;
-    std::vector<FormatButton*> formatButtons_;
     QVBoxLayout* column_ = nullptr;
     AppBadge* badge_ = nullptr;
+    FormatGroup* formats_ = nullptr;
     QWidget* qualityControls_ = nullptr;
     QualitySlider* qualitySlider_ = nullptr;
     PercentLabel* qualityLabel_ = nullptr;

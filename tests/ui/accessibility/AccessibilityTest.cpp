@@ -1,10 +1,14 @@
 #include "Alert.h"
-#include "BatchAnnouncer.h"
+#include "Announcement.h"
 #include "Button.h"
 #include "ContentView.h"
+#include "DestinationButton.h"
 #include "DropZone.h"
 #include "FFmpegService.h"
 #include "FormatButton.h"
+#include "FormatGroup.h"
+#include "JobRow.h"
+#include "JobScrollArea.h"
 #include "PopUpButton.h"
 #include "ProgressBar.h"
 #include "QualitySlider.h"
@@ -37,7 +41,14 @@ std::vector<std::string> notifications;
 /// How many of them were hidden before, so that screen readers notice that they are shown.
 int hiddenNotifications = 0;
 
+/// The widgets that notifications were shown by, and that got the focus, in order.
+std::vector<const QObject*> notifiers;
+std::vector<const QObject*> focused;
+
 void record(QAccessibleEvent* event) {
+    if (event->type() == QAccessible::Focus) {
+        focused.push_back(event->object());
+    }
     const QAccessibleInterface* interface = event->accessibleInterface();
     if (interface == nullptr || interface->role() != QAccessible::Notification) {
         return;
@@ -46,6 +57,7 @@ void record(QAccessibleEvent* event) {
         ++hiddenNotifications;
     } else if (event->type() == QAccessible::ObjectShow) {
         notifications.push_back(utf8(interface->text(QAccessible::Name)));
+        notifiers.push_back(event->object());
         EXPECT_EQ(hiddenNotifications, static_cast<int>(notifications.size()));
     }
 }
@@ -70,6 +82,8 @@ class AccessibilityTest : public ::testing::Test {
         view_.resize(960, 640);
         EXPECT_TRUE(showActive(view_));
         notifications.clear();
+        notifiers.clear();
+        focused.clear();
         hiddenNotifications = 0;
         setScreenReaderEnabled(true);
         EXPECT_TRUE(test::runUntil([] { return QAccessible::isActive(); }));
@@ -114,6 +128,7 @@ TEST_F(AccessibilityTest, exposesTheQualityAsAPercentage) {
     QAccessibleInterface* interface = interfaceOf(slider);
     EXPECT_EQ(interface->role(), QAccessible::Slider);
     EXPECT_EQ(text(slider), "Quality");
+    EXPECT_EQ(text(slider, QAccessible::Description), "percent");
     EXPECT_EQ(text(slider, QAccessible::Value), "82%");
     QAccessibleValueInterface* value = interface->valueInterface();
     ASSERT_NE(value, nullptr);
@@ -305,11 +320,97 @@ TEST_F(AccessibilityTest, announcesABatchThatWasStopped) {
                 ElementsAre("Converting", "Conversion stopped: 1 complete, 0 failed"));
 }
 
-TEST_F(AccessibilityTest, announcesFromAWidgetThatIsShownButInNobodysWay) {
-    const auto* announcer = view_.findChild<BatchAnnouncer*>();
-    EXPECT_TRUE(announcer->isVisible());
-    EXPECT_EQ(announcer->size(), QSize(1, 1));
-    EXPECT_TRUE(announcer->testAttribute(Qt::WA_TransparentForMouseEvents));
+TEST_F(AccessibilityTest, announcesFromWidgetsThatAreShownButInNobodysWay) {
+    const auto announcements = view_.findChildren<Announcement*>();
+    EXPECT_EQ(announcements.size(), 2);
+    for (const Announcement* announcement : announcements) {
+        EXPECT_TRUE(announcement->isVisible());
+        EXPECT_EQ(announcement->size(), QSize(1, 1));
+        EXPECT_TRUE(announcement->testAttribute(Qt::WA_TransparentForMouseEvents));
+    }
+}
+
+// A screen reader that comes to the start after the end still finds both texts.
+TEST_F(AccessibilityTest, keepsTheTextOfTheStartBesideThatOfTheOutcome) {
+    scenario_.add({"a.opus"});
+    ASSERT_TRUE(scenario_.convertAll());
+    ASSERT_EQ(notifiers.size(), 2U);
+    EXPECT_EQ(text(const_cast<QObject*>(notifiers[0])), "Converting");
+    EXPECT_EQ(text(const_cast<QObject*>(notifiers[1])),
+              "Conversion finished: 1 complete, 0 failed");
+}
+
+TEST_F(AccessibilityTest, announcesNothingButTheRowWhenTabEntersTheQueue) {
+    scenario_.add({"a.opus", "b.opus"});
+    findButton<Button>(view_, "Add Audio")->setFocus();
+    focused.clear();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    settle();
+    const auto* row = qobject_cast<JobRow*>(QApplication::focusWidget());
+    ASSERT_NE(row, nullptr);
+    EXPECT_EQ(utf8(row->accessibleDescription()), "1 of 2");
+    EXPECT_THAT(focused, ElementsAre(row));
+}
+
+TEST_F(AccessibilityTest, announcesTheRowAfterAListThatPassesItTheFocus) {
+    scenario_.add({"a.opus"});
+    auto* list = view_.findChild<JobScrollArea*>();
+    focused.clear();
+    list->setFocus();
+    settle();
+    EXPECT_THAT(focused, ElementsAre(list, list->rows().front()));
+}
+
+TEST_F(AccessibilityTest, exposesTheFormatsAsAGroupOfRadioButtonsWithTheirPlaces) {
+    EXPECT_EQ(interfaceOf(view_.findChild<FormatGroup*>())->role(), QAccessible::Grouping);
+    EXPECT_EQ(text(view_.findChild<FormatGroup*>()), "Output format");
+    std::vector<std::string> places;
+    for (FormatButton* button : view_.findChildren<FormatButton*>()) {
+        EXPECT_EQ(interfaceOf(button)->role(), QAccessible::RadioButton);
+        EXPECT_EQ(interfaceOf(button)->state().checked, button->isChecked());
+        places.push_back(text(button, QAccessible::Description));
+    }
+    EXPECT_THAT(places, ElementsAre("1 of 3", "2 of 3", "3 of 3"));
+}
+
+TEST_F(AccessibilityTest, describesThePickerByItsChoice) {
+    auto* picker = view_.findChild<PopUpButton*>();
+    EXPECT_EQ(text(picker, QAccessible::Description), "24-bit");
+    ConversionSettings settings = scenario_.model->settings();
+    settings.bitDepth = PCMBitDepth::sixteen;
+    scenario_.model->setSettings(settings);
+    settle();
+    EXPECT_EQ(text(picker, QAccessible::Description), "16-bit");
+}
+
+TEST_F(AccessibilityTest, readsNoToolTip) {
+    scenario_.chooseDestination("/home/ada/Music");
+    auto* button = view_.findChild<DestinationButton*>();
+    ASSERT_FALSE(button->toolTip().isEmpty());
+    EXPECT_EQ(text(button), "Save to /home/ada/Music");
+    EXPECT_EQ(text(button, QAccessible::Description), "");
+}
+
+TEST_F(AccessibilityTest, namesTheProgressBarsApart) {
+    scenario_.holdBack("a.opus", 0.5);
+    scenario_.add({"a.opus"});
+    scenario_.start();
+    ASSERT_TRUE(scenario_.waitForProgress(0));
+    settle();
+    EXPECT_EQ(text(find<ProgressBar>(view_, "overallProgress")), "Overall progress");
+    EXPECT_EQ(text(find<ProgressBar>(view_, "progress")), "Progress of a.opus");
+}
+
+// Screen readers would announce a layered pane, and the title of the panel again for the list.
+TEST_F(AccessibilityTest, announcesNoContainerBetweenThePanelAndItsList) {
+    scenario_.add({"a.opus"});
+    const QWidget* list = view_.findChild<JobScrollArea*>()->viewport();
+    EXPECT_EQ(utf8(list->accessibleName()), "Files");
+    for (QWidget* outer = list->parentWidget(); outer != view_.findChild<QueueView*>();
+         outer = outer->parentWidget()) {
+        EXPECT_EQ(interfaceOf(outer)->role(), QAccessible::Client);
+        EXPECT_EQ(text(outer), "");
+    }
 }
 
 TEST_F(AccessibilityTest, announcesNothingWhileABatchRuns) {

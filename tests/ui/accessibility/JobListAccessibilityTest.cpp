@@ -32,7 +32,7 @@ class JobListAccessibilityTest : public JobListFixture {
 TEST_F(JobListAccessibilityTest, isAListOfItsRows) {
     scenario_.add({"a.opus", "b.opus"});
     EXPECT_EQ(list()->role(), QAccessible::List);
-    EXPECT_EQ(utf8(list()->text(QAccessible::Name)), "Conversion Queue");
+    EXPECT_EQ(utf8(list()->text(QAccessible::Name)), "Files");
     EXPECT_THAT(names(), ElementsAre("a.opus, in Album, Ready", "b.opus, in Album, Ready"));
     EXPECT_THAT(texts(QAccessible::Description), ElementsAre("1 of 2", "2 of 2"));
     QAccessibleInterface* row = list()->child(1);
@@ -157,6 +157,24 @@ TEST_F(JobListAccessibilityTest, offersNoPressActionWithoutARemoveButton) {
     EXPECT_FALSE(action->actionNames().contains(press));
     action->doAction(press);
     EXPECT_EQ(scenario_.model->jobs().size(), 1U);
+}
+
+TEST_F(JobListAccessibilityTest, hasTheTextsOfARowInItsNameAndItsControlsAsChildren) {
+    scenario_.holdBack("a.opus", 0.25);
+    scenario_.add({"a.opus", "b.opus"});
+    scenario_.start();
+    ASSERT_TRUE(scenario_.waitForProgress(0));
+    settle();
+    const auto children = [this](int index) {
+        const QAccessibleInterface* row = list()->child(index);
+        std::vector<std::string> result;
+        for (int child = 0; child < row->childCount(); ++child) {
+            result.push_back(utf8(row->child(child)->text(QAccessible::Name)));
+        }
+        return result;
+    };
+    EXPECT_THAT(children(0), ElementsAre("Progress of a.opus"));
+    EXPECT_THAT(children(1), ElementsAre("Remove b.opus"));
 }
 
 TEST_F(JobListAccessibilityTest, exposesTheProgressOfARowAsAValue) {

@@ -23,6 +23,7 @@ TEST_F(JobListMouseTest, staysWhereItIsWhenTheScrollBarIsPressed) {
         EXPECT_EQ(bar()->value(), value);
         EXPECT_TRUE(bar()->isSliderDown());
         QTest::mouseRelease(bar(), Qt::LeftButton, {}, bar()->rect().center());
+        settle();
         EXPECT_EQ(bar()->value(), value);
         EXPECT_EQ(focusedName(), "0.opus");
     }

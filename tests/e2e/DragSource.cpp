@@ -1,6 +1,7 @@
 // A window to drag from, as from a file manager:
 //
 //   drag-source --files PATH...     offers the files as text/uri-list
+//   drag-source --uris URI...       offers the URIs as text/uri-list
 //   drag-source --text TEXT         offers the text as text/plain
 //
 // The window is in the top left corner of the screen, beside the drop targets. Prints "ready" when
@@ -128,12 +129,13 @@ int main(int argc, char** argv) {
     if (argc < 3) {
         return 2;
     }
+    const bool isText = std::string_view(argv[1]) == "--text";
     const bool areFiles = std::string_view(argv[1]) == "--files";
-    QByteArray data = areFiles ? QByteArray() : QByteArray(argv[2]);
-    for (int index = 2; areFiles && index < argc; ++index) {
-        data += fileUri(argv[index]) + "\r\n";
+    QByteArray data = isText ? QByteArray(argv[2]) : QByteArray();
+    for (int index = 2; !isText && index < argc; ++index) {
+        data += (areFiles ? fileUri(argv[index]) : QByteArray(argv[index])) + "\r\n";
     }
-    DragSource source(areFiles ? "text/uri-list" : "text/plain", data);
+    DragSource source(isText ? "text/plain" : "text/uri-list", data);
     source.show();
     QObject::connect(&application, &QGuiApplication::lastWindowClosed, &application,
                      &QCoreApplication::quit);

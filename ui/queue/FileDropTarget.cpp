@@ -63,7 +63,7 @@ bool FileDropTarget::eventFilter(QObject* watched, QEvent* event) {
 void FileDropTarget::enter(QDragEnterEvent& event) {
     const std::vector<DroppedItem> items = itemsOf(event);
     if (std::none_of(items.begin(), items.end(),
-                     [](const DroppedItem& item) { return item.hasFileURL(); })) {
+                     [](const DroppedItem& item) { return item.loadFileURL().has_value(); })) {
         event.ignore();
         return;
     }

@@ -13,7 +13,7 @@ class QWidget;
 namespace kestrel {
 
 /// Event filter that makes a widget a drop target for files: accepts a drag iff it has at least one
-/// file URL. The model's `isDropTargeted` is true while such a drag is over the widget.
+/// URL of a local file. The model's `isDropTargeted` is true while such a drag is over the widget.
 class FileDropTarget : public QObject {
     Q_OBJECT
 

@@ -22,7 +22,7 @@ def drop_files(session, node, *paths):
 
 
 class DragSource:
-    """The drag source program, with "files" (paths, str or bytes) or "text" as its kind. `kill` ends it."""
+    """The drag source program, with "files" (paths, str or bytes), "uris" or "text" as its kind. `kill` ends it."""
 
     def __init__(self, session, kind, *items):
         self.process = subprocess.Popen([session.options.drag_source, f"--{kind}", *items],

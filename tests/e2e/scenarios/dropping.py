@@ -197,6 +197,26 @@ def drops_many_files_in_the_order_of_the_drop(session):
 
 
 @scenario()
+def declines_a_drag_from_the_trash_over_the_zone_and_over_the_list(session):
+    program = session.start()
+    trash = DragSource(session, "uris", "trash:///song.opus")
+    trash.drag_to(tree.middle(drop_zone(program)))
+    trash.await_answer("declines")
+    expect_equal("end of the drag", trash.drop(), "refused")
+    drop_files(session, drop_zone(program), *touch(session.music / "song.opus"))
+    program.await_rows(lambda count: [("song.opus", "1 of 1")])
+    for uri in ("trash:///other.opus", "file://other-host/other.opus"):
+        trash.close()
+        trash = DragSource(session, "uris", uri)
+        trash.drag_to(tree.middle(program.rows()[0].node))
+        trash.await_answer("declines")
+        expect_equal("end of the drag", trash.drop(), "refused")
+    program.await_rows(lambda count: [("song.opus", "1 of 1")])
+    trash.close()
+    program.quit()
+
+
+@scenario()
 def declines_a_drag_without_files(session):
     program = session.start()
     zone = tree.rectangle(drop_zone(program))

@@ -137,17 +137,26 @@ TEST_F(DropTest, keepsTheBytesOfEveryDroppedPath) {
 }
 
 TEST_F(DropTest, refusesDragsWithoutAFile) {
-    setUris("http://host/x.opus\r\n");
-    EXPECT_FALSE(enter(zone()));
-    EXPECT_FALSE(isTargeted());
-    EXPECT_FALSE(drop(zone()));
+    for (const char* uri : {"http://host/x.opus\r\n", "trash:///x.opus\r\n",
+                            "file://other-host/x.opus\r\n", "file:\r\n"}) {
+        setUris(uri);
+        EXPECT_FALSE(enter(zone())) << uri;
+        EXPECT_FALSE(isTargeted()) << uri;
+        EXPECT_FALSE(drop(zone())) << uri;
+    }
     mime_.clear();
     mime_.setText(QStringLiteral("/no-such-folder/a.opus"));
     EXPECT_FALSE(enter(zone()));
     EXPECT_FALSE(isTargeted());
     scenario_.add({"z.opus"});
     EXPECT_FALSE(enter(list()));
+    setUris("trash:///x.opus\r\n");
+    EXPECT_FALSE(enter(list()));
+    setUris("file://other-host/x.opus\r\n");
+    EXPECT_FALSE(enter(list()));
     EXPECT_FALSE(isTargeted());
+    setUris("trash:///x.opus\r\nfile:///no-such-folder/a.opus\r\n");
+    EXPECT_TRUE(enter(list()));
 }
 
 TEST_F(DropTest, endsTheDragOverTheZoneWhenTheListReplacesIt) {

@@ -2,6 +2,7 @@
 
 #include "AccessibleContainer.h"
 #include "CaptionButton.h"
+#include "ContentScroller.h"
 #include "ContentView.h"
 #include "FirstFrame.h"
 #include "MenuBar.h"
@@ -16,6 +17,7 @@
 #include <QMetaObject>
 #include <QPainter>
 #include <QPixmap>
+#include <QScreen>
 #include <QWindow>
 
 #include <algorithm>
@@ -25,6 +27,10 @@ namespace kestrel {
 namespace {
 
 constexpr QSize minimumWindowSize(960, 640);
+
+bool fits(QSize inner, QSize outer) {
+    return inner.boundedTo(outer) == inner;
+}
 
 /// Has the Window role, which assistive technology looks for and Qt 6.4 to 6.11 give no plain
 /// QWidget. Border and resize handles are no accessible children.
@@ -62,6 +68,7 @@ MainWindow::MainWindow(std::shared_ptr<ConverterViewModel> model,
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::WindowSystemMenuHint |
                            Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint),
       contents_(new ContentView(std::move(model), std::move(locateBinary), this)),
+      scroller_(new ContentScroller(contents_, this)),
       titleBar_(new TitleBar(this)),
       border_(new WindowBorder(this)) {
     QAccessible::installFactory(accessibleWindow);
@@ -82,12 +89,23 @@ MainWindow::MainWindow(std::shared_ptr<ConverterViewModel> model,
     new FirstFrame(*this, [this] { renderIcon(); });
 }
 
+void MainWindow::setVisible(bool isVisible) {
+    if (isVisible && !testAttribute(Qt::WA_Resized)) {
+        refreshMinimum();
+        if (!fits(contentsMinimum_, availableSize())) {
+            // Qt would take two thirds of the screen.
+            resize(availableSize());
+        }
+    }
+    QWidget::setVisible(isVisible);
+}
+
 MenuBar& MainWindow::menuBar() {
     return titleBar_->menuBar();
 }
 
 QSize MainWindow::sizeHint() const {
-    return contents_->sizeHint().expandedTo(minimumSize());
+    return contents_->sizeHint().expandedTo(contentsMinimum_);
 }
 
 bool MainWindow::event(QEvent* event) {
@@ -95,6 +113,15 @@ bool MainWindow::event(QEvent* event) {
         refreshMinimum();
     }
     return QWidget::event(event);
+}
+
+void MainWindow::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    // The native window exists now, and with it its screen.
+    connect(windowHandle(), &QWindow::screenChanged, this, &MainWindow::followScreen,
+            Qt::UniqueConnection);
+    // Queued: until the window is shown, its size is Qt's to set.
+    QMetaObject::invokeMethod(this, &MainWindow::followScreen, Qt::QueuedConnection);
 }
 
 void MainWindow::changeEvent(QEvent* event) {
@@ -141,12 +168,12 @@ void MainWindow::requestSize(QSize size) {
 }
 
 void MainWindow::layOutChildren() {
-    // In a window that is too small, the contents overflow on the trailing side.
-    QRect area(QPoint(), size().expandedTo(minimumSize()));
-    if (layoutDirection() == Qt::RightToLeft) {
-        area.moveRight(rect().right());
-    }
-    contents_->setGeometry(area);
+    const bool isTooSmall = !fits(contentsMinimum_, size());
+    const int inset = isTooSmall ? 0 : TitleBar::barHeight;
+    contents_->setTopInset(inset);
+    titleBar_->setOverContents(!isTooSmall);
+    scroller_->setMinimumContentsSize(contentsMinimum_ - QSize(0, TitleBar::barHeight - inset));
+    scroller_->setGeometry(rect().adjusted(0, TitleBar::barHeight - inset, 0, 0));
     titleBar_->setGeometry(0, 0, width(), TitleBar::barHeight);
     border_->setGeometry(rect());
     for (ResizeHandle* handle : resizeHandles_) {
@@ -155,11 +182,35 @@ void MainWindow::layOutChildren() {
 }
 
 void MainWindow::refreshMinimum() {
-    const QSize needed = minimumWindowSize.expandedTo(contents_->minimumSizeHint());
-    if (needed != minimumSize()) {
-        setMinimumSize(needed);
+    const QSize inset(0, titleBar_->isOverContents() ? 0 : TitleBar::barHeight);
+    const QSize needed = minimumWindowSize.expandedTo(contents_->minimumSizeHint() + inset);
+    const QSize minimum = needed.boundedTo(availableSize());
+    if (needed != contentsMinimum_ || minimum != minimumSize()) {
+        contentsMinimum_ = needed;
+        setMinimumSize(minimum);
         layOutChildren();
     }
+}
+
+void MainWindow::fitScreen() {
+    const QSize available = availableSize();
+    if (!fits(contentsMinimum_, available) && isFloating() && !fits(size(), available)) {
+        requestSize(size().boundedTo(available));
+    }
+}
+
+void MainWindow::followScreen() {
+    disconnect(screenConnection_);
+    screenConnection_ = connect(screen(), &QScreen::availableGeometryChanged, this, [this] {
+        refreshMinimum();
+        fitScreen();
+    });
+    refreshMinimum();
+    fitScreen();
+}
+
+QSize MainWindow::availableSize() const {
+    return screen()->availableSize();
 }
 
 bool MainWindow::isFloating() const {
@@ -175,7 +226,7 @@ void MainWindow::refreshState() {
 }
 
 void MainWindow::enforceMinimumSize() {
-    if (size().expandedTo(minimumSize()) == size()) {
+    if (fits(minimumSize(), size())) {
         correctedSize_.reset();
         return;
     }

@@ -3,6 +3,8 @@
 #include "ConverterViewModel.h"
 #include "FFmpegService.h"
 
+#include <QMetaObject>
+#include <QSize>
 #include <QWidget>
 
 #include <memory>
@@ -11,6 +13,7 @@
 
 namespace kestrel {
 
+class ContentScroller;
 class ContentView;
 class MenuBar;
 class WindowBorder;
@@ -18,7 +21,8 @@ class ResizeHandle;
 class TitleBar;
 
 /// The frameless main window: the content view, the title bar over its top, the border and the
-/// resize handles.
+/// resize handles. A window that is too small for the contents has the title bar above them, and
+/// scrolls them.
 class MainWindow : public QWidget {
     Q_OBJECT
 
@@ -33,8 +37,12 @@ class MainWindow : public QWidget {
 
     QSize sizeHint() const override;
 
+    /// Shown for the first time, fills a screen without room for the contents.
+    void setVisible(bool isVisible) override;
+
   protected:
     bool event(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     bool focusNextPrevChild(bool isNext) override;
@@ -47,9 +55,16 @@ class MainWindow : public QWidget {
     /// In device-independent pixels.
     virtual void requestSize(QSize size);
 
+    /// Returns the size of the screen without panels, as far as the window system tells.
+    virtual QSize availableSize() const;
+
   private:
     void layOutChildren();
+    /// Updates the minimum size: that of the contents, or the screen's if that is smaller.
     void refreshMinimum();
+    /// Reduces a window that is larger than a screen without room for the contents.
+    void fitScreen();
+    void followScreen();
     /// Shows border and resize handles only while floating, and updates the maximise button.
     void refreshState();
     /// Requests to enlarge a window below its minimum size, once for each such size.
@@ -60,9 +75,13 @@ class MainWindow : public QWidget {
     void renderIcon();
 
     ContentView* contents_;
+    ContentScroller* scroller_;
     TitleBar* titleBar_;
     WindowBorder* border_;
     std::vector<ResizeHandle*> resizeHandles_;
+    /// The size that the contents need, with the title bar over them.
+    QSize contentsMinimum_;
+    QMetaObject::Connection screenConnection_;
     /// The size below the minimum that the last request was for.
     std::optional<QSize> correctedSize_;
 };

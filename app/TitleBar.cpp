@@ -6,12 +6,16 @@
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QMouseEvent>
+#include <QPainter>
+#include <QPalette>
 
 namespace kestrel {
 namespace {
 
 /// With the padding of the menu bar's items, aligns their text with the sidebar's contents.
 constexpr int leadingMargin = 14;
+/// As at the top of the sidebar.
+constexpr QColor ownBackground(0x14, 0x1A, 0x29);
 
 } // namespace
 
@@ -36,6 +40,14 @@ TitleBar::TitleBar(QWidget* parent)
     connect(buttons_[2], &QPushButton::clicked, this, &TitleBar::closeRequested);
 }
 
+void TitleBar::setOverContents(bool isOverContents) {
+    if (isOverContents != isOverContents_) {
+        isOverContents_ = isOverContents;
+        setPalette(isOverContents ? QPalette() : QPalette(Qt::white, ownBackground));
+        update();
+    }
+}
+
 void TitleBar::setWindowMaximised(bool isMaximised) {
     buttons_[1]->setWindowMaximised(isMaximised);
 }
@@ -43,6 +55,12 @@ void TitleBar::setWindowMaximised(bool isMaximised) {
 void TitleBar::refreshHover() {
     for (CaptionButton* button : buttons_) {
         button->refreshHover();
+    }
+}
+
+void TitleBar::paintEvent(QPaintEvent*) {
+    if (!isOverContents_) {
+        QPainter(this).fillRect(rect(), ownBackground);
     }
 }
 

@@ -26,6 +26,12 @@ class TitleBar : public QWidget {
     /// In order: minimise, maximise or restore, close.
     const std::array<CaptionButton*, 3>& buttons() const noexcept { return buttons_; }
 
+    /// Whether the bar is transparent, over contents whose colours it is drawn for; else it has a
+    /// dark background of its own.
+    void setOverContents(bool isOverContents);
+
+    bool isOverContents() const noexcept { return isOverContents_; }
+
     /// Switches the second button between "Maximise" and "Restore".
     void setWindowMaximised(bool isMaximised);
 
@@ -45,12 +51,14 @@ class TitleBar : public QWidget {
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
   private:
     MenuBar* menuBar_;
     std::array<CaptionButton*, 3> buttons_;
     /// Where the left button was pressed, while that may become a drag.
     std::optional<QPoint> pressed_;
+    bool isOverContents_ = true;
 };
 
 } // namespace kestrel

@@ -3,6 +3,7 @@
 #include "MainWindow.h"
 
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 namespace kestrel {
@@ -16,6 +17,8 @@ class RecordingWindow : public MainWindow {
     /// Whether size requests are forwarded; false stands in for a window system that refuses them,
     /// whose answer takes its own time.
     bool forwardsSizes = true;
+    /// Stands in for the screen's available size.
+    std::optional<QSize> available;
     int moves = 0;
     std::vector<Qt::Edges> resizes;
     std::vector<QSize> sizes;
@@ -27,6 +30,8 @@ class RecordingWindow : public MainWindow {
         MainWindow::resizeEvent(event);
         hasRequestedDuringResize = hasRequestedDuringResize || sizes.size() != count;
     }
+
+    QSize availableSize() const override { return available.value_or(MainWindow::availableSize()); }
 
     void startMove() override { ++moves; }
 

@@ -4,8 +4,8 @@
 #include "PortalFilter.h"
 #include "UserInputFilter.h"
 
-#include <QApplication>
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -13,7 +13,6 @@
 #include <QDBusVariant>
 #include <QStringList>
 #include <QUuid>
-#include <QWidget>
 
 #include <string>
 #include <utility>
@@ -48,15 +47,6 @@ constexpr int versionTimeoutMilliseconds = 5000;
 /// The reply comes when the request is created, not when the user has chosen.
 constexpr int openTimeoutMilliseconds = 25000;
 constexpr uint successResponse = 0;
-
-/// The active window as the portal's parent window identifier; empty outside X11.
-QString parentWindow() {
-    const QWidget* window = QApplication::activeWindow();
-    if (window == nullptr || QGuiApplication::platformName() != u"xcb"_s) {
-        return {};
-    }
-    return u"x11:"_s + QString::number(window->winId(), 16);
-}
 
 /// Portal globs are case-sensitive.
 QString caseInsensitiveGlob(const std::string& extension) {
@@ -166,19 +156,23 @@ void PortalOpenPanel::requestVersion() {
             (options_.canChooseDirectories && reply.value().variant().toUInt() < folderVersion)) {
             giveUp();
         } else {
-            openFile();
+            parent_.identify([this](const QString& parentWindow) {
+                if (!answer_) {
+                    openFile(parentWindow);
+                }
+            });
         }
     });
 }
 
-void PortalOpenPanel::openFile() {
+void PortalOpenPanel::openFile(const QString& parentWindow) {
     const QString token = u"kestrel"_s + QUuid::createUuid().toString(QUuid::Id128);
     QString sender = bus_.baseService().mid(1).replace(u'.', u'_');
     // Subscribe first: the Response signal may arrive before the method's reply.
     setRequestPath(portalPath() + u"/request/"_s + sender + u'/' + token);
     QDBusMessage message = QDBusMessage::createMethodCall(portalService(), portalPath(),
                                                           chooserInterface(), u"OpenFile"_s);
-    message << parentWindow() << QString::fromStdString(options_.title) << portalOptions(token);
+    message << parentWindow << QString::fromStdString(options_.title) << portalOptions(token);
     call(message, openTimeoutMilliseconds, [this](const QDBusPendingCallWatcher& watcher) {
         const QDBusPendingReply<QDBusObjectPath> reply = watcher;
         if (reply.isError()) {

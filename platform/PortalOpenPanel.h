@@ -2,6 +2,7 @@
 
 #include "FileURL.h"
 #include "OpenPanel.h"
+#include "PortalParentWindow.h"
 
 #include <QDBusConnection>
 #include <QDBusObjectPath>
@@ -47,7 +48,7 @@ class PortalOpenPanel final : public QObject {
     void call(const QDBusMessage& message, int timeoutMilliseconds, Handler handler);
     void watchForDisconnect();
     void requestVersion();
-    void openFile();
+    void openFile(const QString& parentWindow);
     void setRequestPath(const QString& path);
     void closeRequest();
     void finish(Answer answer);
@@ -57,6 +58,7 @@ class PortalOpenPanel final : public QObject {
     OpenPanel::Options options_;
     FileURL startFolder_;
     QEventLoop loop_;
+    PortalParentWindow parent_;
     /// The object path of the portal's Request; empty before OpenFile is called.
     QString requestPath_;
     std::optional<Answer> answer_;

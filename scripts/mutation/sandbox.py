@@ -102,6 +102,7 @@ PROGRAMS = [
     Program("ffmpeg_tests", "ffmpeg", ["ffmpeg", "system", "model"]),
     Program("viewmodel_tests", "viewmodel", ["viewmodel", "ffmpeg", "platform", "system", "model"]),
     Program("platform_panel_tests", "platform", ["platform", "system", "model"], needs_display=True),
+    Program("platform_wayland_tests", "platform", ["platform", "system", "model"], needs_display=True),
     Program("real_ffmpeg_tests", "ffmpeg", ["ffmpeg", "system", "model"], is_slow=True),
     Program("real_batch_tests", "viewmodel", ["viewmodel", "ffmpeg", "platform", "system", "model"], is_slow=True),
     Program("fault_tests", "faults", ["ffmpeg", "system", "viewmodel"], is_slow=True,

@@ -14,13 +14,13 @@ class FileViewer {
     FileViewer& operator=(const FileViewer&) = delete;
     virtual ~FileViewer() = default;
 
-    /// Opens the containing folder, with the item selected if the file manager supports that.
-    /// Asynchronous; errors are ignored. Main thread.
-    virtual void reveal(const FileURL& url) = 0;
+    /// Shows a folder selected in the one that contains it, or opens the folder itself if no file
+    /// manager can select it. Asynchronous; errors are ignored. Main thread.
+    virtual void reveal(const FileURL& folder) = 0;
 };
 
-/// Returns a viewer that calls org.freedesktop.FileManager1, or on an error opens the containing
-/// folder in the default application.
+/// Returns a viewer that calls org.freedesktop.FileManager1, on an error the desktop portal, and
+/// then the default application for folders.
 std::unique_ptr<FileViewer> makeDesktopFileViewer();
 
 } // namespace kestrel

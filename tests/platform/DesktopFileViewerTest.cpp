@@ -1,20 +1,33 @@
 #include "DesktopFileViewer.h"
 
 #include "FakeFileManager.h"
+#include "FakeUriPortal.h"
+#include "FileUriConversion.h"
 #include "PrivateBus.h"
+#include "ProcessCounts.h"
 #include "RunUntil.h"
+#include "TemporaryFolder.h"
 #include "UrlHandler.h"
 
 #include <gmock/gmock.h>
 
+#include <chrono>
+#include <cstddef>
 #include <memory>
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace kestrel::test {
 namespace {
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
+
+/// In milliseconds; Qt's own timeout of D-Bus calls is 25 seconds.
+constexpr int belowDefaultTimeout = 20'000;
 
 class DesktopFileViewerTest : public testing::Test {
   protected:
@@ -22,8 +35,8 @@ class DesktopFileViewerTest : public testing::Test {
         return runUntil([this] { return !manager_.shown().empty(); });
     }
 
-    bool waitForOpened() {
-        return runUntil([this] { return !handler_.opened().empty(); });
+    bool waitForOpened(int milliseconds = timeout) {
+        return runUntil([this] { return !handler_.opened().empty(); }, milliseconds);
     }
 
     /// Waits until all messages sent so far have arrived.
@@ -35,6 +48,21 @@ class DesktopFileViewerTest : public testing::Test {
         QCoreApplication::processEvents();
     }
 
+    static bool waitForRequest(const FakeUriPortal& portal) {
+        return runUntil([&] { return !portal.requests().empty(); });
+    }
+
+    std::vector<std::string> openedUris() const {
+        std::vector<std::string> uris;
+        for (const QUrl& url : handler_.opened()) {
+            uris.push_back(url.toEncoded().toStdString());
+        }
+        return uris;
+    }
+
+    TemporaryFolder folder_;
+    /// Exists; its name is not UTF-8.
+    FileURL out_ = folder_.makeFolder("music \xE9/out");
     PrivateBus bus_;
     FakeFileManager manager_{bus_.connect()};
     QDBusConnection client_ = bus_.connect();
@@ -56,46 +84,154 @@ TEST_F(DesktopFileViewerTest, keepsTheBytesOfTheName) {
     EXPECT_THAT(manager_.shown(), ElementsAre(QStringList(u"file:///caf%E9"_s)));
 }
 
-TEST_F(DesktopFileViewerTest, opensTheContainingFolderOnAnError) {
+TEST_F(DesktopFileViewerTest, opensTheFolderOnAnError) {
     manager_.answer = FakeFileManager::Answer::Error;
-    FileURL url("/music \xE9/out");
+    FileURL url = out_;
     viewer_.reveal(url);
     // The output folder may be another one by the time of the reply.
     url = FileURL("/elsewhere/out");
     ASSERT_TRUE(waitForOpened());
     EXPECT_EQ(manager_.shown().size(), 1U);
-    ASSERT_EQ(handler_.opened().size(), 1U);
-    EXPECT_EQ(handler_.opened().front().toEncoded(), "file:///music%20%E9");
+    EXPECT_THAT(openedUris(), ElementsAre(uriFromFileUrl(out_)));
 }
 
-TEST_F(DesktopFileViewerTest, opensTheContainingFolderWithoutAFileManager) {
+TEST_F(DesktopFileViewerTest, opensTheFolderWithoutAFileManager) {
     PrivateBus emptyBus;
     DesktopFileViewer viewer([connection = emptyBus.connect()] { return connection; });
-    viewer.reveal(FileURL("/music/out"));
+    viewer.reveal(out_);
     ASSERT_TRUE(waitForOpened());
-    EXPECT_THAT(handler_.opened(), ElementsAre(QUrl(u"file:///music"_s)));
+    EXPECT_THAT(openedUris(), ElementsAre(uriFromFileUrl(out_)));
 }
 
-TEST_F(DesktopFileViewerTest, opensTheContainingFolderWithoutABus) {
+TEST_F(DesktopFileViewerTest, opensTheFolderWithoutABus) {
     DesktopFileViewer viewer(&disconnectedBus);
-    viewer.reveal(FileURL("/out"));
-    EXPECT_THAT(handler_.opened(), ElementsAre(QUrl(u"file:///"_s)));
+    viewer.reveal(out_);
+    EXPECT_THAT(openedUris(), ElementsAre(uriFromFileUrl(out_)));
+}
+
+TEST_F(DesktopFileViewerTest, opensTheContainingFolderOfOneThatIsGone) {
+    DesktopFileViewer viewer(&disconnectedBus);
+    viewer.reveal(FileURL(out_.path() + "/gone"));
+    EXPECT_THAT(openedUris(), ElementsAre(uriFromFileUrl(out_)));
+}
+
+TEST_F(DesktopFileViewerTest, opensTheFolderIfTheFileManagerDoesNotReplyInTime) {
+    manager_.answer = FakeFileManager::Answer::None;
+    DesktopFileViewer viewer([this] { return client_; }, 50ms);
+    viewer.reveal(out_);
+    ASSERT_TRUE(waitForOpened(belowDefaultTimeout));
+    EXPECT_THAT(openedUris(), ElementsAre(uriFromFileUrl(out_)));
+}
+
+TEST_F(DesktopFileViewerTest, hasThePortalOpenTheFolderWithoutAFileManager) {
+    manager_.answer = FakeFileManager::Answer::Error;
+    FakeUriPortal portal(bus_.connect());
+    viewer_.reveal(out_);
+    ASSERT_TRUE(waitForRequest(portal));
+    EXPECT_EQ(portal.requests().front().method, u"OpenFile"_s);
+    EXPECT_EQ(portal.requests().front().path, out_.path());
+    EXPECT_TRUE(runUntil([this] { return viewer_.children().isEmpty(); }));
+    EXPECT_THAT(handler_.opened(), IsEmpty());
+}
+
+TEST_F(DesktopFileViewerTest, hasThePortalOpenTheContainingFolderOfOneThatIsGone) {
+    manager_.answer = FakeFileManager::Answer::Error;
+    FakeUriPortal portal(bus_.connect());
+    viewer_.reveal(FileURL(out_.path() + "/gone"));
+    ASSERT_TRUE(waitForRequest(portal));
+    EXPECT_EQ(portal.requests().front().path, out_.path());
+}
+
+TEST_F(DesktopFileViewerTest, hasThePortalSelectTheFolderWhereItIsRefusedTheFileManager) {
+    manager_.answer = FakeFileManager::Answer::Refusal;
+    FakeUriPortal portal(bus_.connect());
+    viewer_.reveal(out_);
+    ASSERT_TRUE(waitForRequest(portal));
+    EXPECT_EQ(portal.requests().front().method, u"OpenDirectory"_s);
+    EXPECT_EQ(portal.requests().front().path, out_.path());
+}
+
+TEST_F(DesktopFileViewerTest, opensTheFolderIfThePortalFails) {
+    manager_.answer = FakeFileManager::Answer::Refusal;
+    FakeUriPortal portal(bus_.connect());
+    portal.answer = FakeUriPortal::Answer::Error;
+    viewer_.reveal(out_);
+    ASSERT_TRUE(waitForOpened());
+    EXPECT_THAT(openedUris(), ElementsAre(uriFromFileUrl(out_)));
+}
+
+TEST_F(DesktopFileViewerTest, opensTheFolderIfThePortalDoesNotReplyInTime) {
+    manager_.answer = FakeFileManager::Answer::Error;
+    FakeUriPortal portal(bus_.connect());
+    portal.answer = FakeUriPortal::Answer::None;
+    DesktopFileViewer viewer([this] { return client_; }, 500ms);
+    viewer.reveal(out_);
+    ASSERT_TRUE(waitForOpened(belowDefaultTimeout));
+    EXPECT_THAT(openedUris(), ElementsAre(uriFromFileUrl(out_)));
+    EXPECT_TRUE(waitForRequest(portal));
+}
+
+TEST_F(DesktopFileViewerTest, opensTheFolderIfThePortalOpensNothing) {
+    constexpr uint other = 2;
+    manager_.answer = FakeFileManager::Answer::Error;
+    FakeUriPortal portal(bus_.connect());
+    portal.response = other;
+    viewer_.reveal(out_);
+    ASSERT_TRUE(waitForOpened());
+    EXPECT_THAT(openedUris(), ElementsAre(uriFromFileUrl(out_)));
+    EXPECT_TRUE(runUntil([this] { return viewer_.children().isEmpty(); }));
+}
+
+TEST_F(DesktopFileViewerTest, opensNothingElseIfTheUserClosesThePortalsDialog) {
+    constexpr uint cancelled = 1;
+    manager_.answer = FakeFileManager::Answer::Error;
+    FakeUriPortal portal(bus_.connect());
+    portal.response = cancelled;
+    viewer_.reveal(out_);
+    ASSERT_TRUE(waitForRequest(portal));
+    EXPECT_TRUE(runUntil([this] { return viewer_.children().isEmpty(); }));
+    EXPECT_THAT(handler_.opened(), IsEmpty());
+}
+
+TEST_F(DesktopFileViewerTest, waitsForThePortalsUser) {
+    manager_.answer = FakeFileManager::Answer::Error;
+    FakeUriPortal portal(bus_.connect());
+    portal.response = std::nullopt;
+    viewer_.reveal(out_);
+    ASSERT_TRUE(waitForRequest(portal));
+    settle();
+    EXPECT_THAT(handler_.opened(), IsEmpty());
+}
+
+TEST_F(DesktopFileViewerTest, leavesNoDescriptorOpen) {
+    manager_.answer = FakeFileManager::Answer::Error;
+    FakeUriPortal portal(bus_.connect());
+    std::size_t before = 0;
+    for (std::size_t i = 1; i <= 5; ++i) {
+        viewer_.reveal(out_);
+        ASSERT_TRUE(runUntil(
+            [&] { return portal.requests().size() == i && viewer_.children().isEmpty(); }));
+        if (i == 1) {
+            before = ProcessCounts::now().descriptors;
+        }
+    }
+    EXPECT_TRUE(runUntil([&] { return ProcessCounts::now().descriptors == before; }));
 }
 
 TEST_F(DesktopFileViewerTest, leavesNoPendingCallWatcher) {
     manager_.answer = FakeFileManager::Answer::Error;
-    viewer_.reveal(FileURL("/music/out"));
+    viewer_.reveal(out_);
     ASSERT_TRUE(waitForOpened());
     EXPECT_TRUE(runUntil([this] { return viewer_.children().isEmpty(); }));
     DesktopFileViewer viewer(&disconnectedBus);
-    viewer.reveal(FileURL("/music/out"));
+    viewer.reveal(out_);
     EXPECT_THAT(viewer.children(), IsEmpty());
 }
 
 TEST_F(DesktopFileViewerTest, usesTheSessionBusByDefault) {
     // The session bus is unreachable here.
-    makeDesktopFileViewer()->reveal(FileURL("/music/out"));
-    EXPECT_THAT(handler_.opened(), ElementsAre(QUrl(u"file:///music"_s)));
+    makeDesktopFileViewer()->reveal(out_);
+    EXPECT_THAT(openedUris(), ElementsAre(uriFromFileUrl(out_)));
 }
 
 TEST_F(DesktopFileViewerTest, doesNotWaitForTheFileManager) {

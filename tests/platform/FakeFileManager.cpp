@@ -38,6 +38,8 @@ bool FakeFileManager::handleMessage(const QDBusMessage& message,
         bus_.send(message.createReply());
     } else if (answer == Answer::Error) {
         bus_.send(message.createErrorReply(QDBusError::Failed, u"Not today"_s));
+    } else if (answer == Answer::Refusal) {
+        bus_.send(message.createErrorReply(QDBusError::AccessDenied, u"Not you"_s));
     }
     return true;
 }

@@ -15,7 +15,7 @@ class FakeFileManager final : public QDBusVirtualObject {
     Q_OBJECT
 
   public:
-    enum class Answer { Reply, Error, None };
+    enum class Answer { Reply, Error, Refusal, None };
 
     explicit FakeFileManager(QDBusConnection bus);
     FakeFileManager(const FakeFileManager&) = delete;

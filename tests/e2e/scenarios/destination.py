@@ -77,13 +77,13 @@ def shows_the_folder_in_the_file_manager(session):
 
 
 @scenario()
-def opens_the_parent_folder_if_no_file_manager_answers(session):
+def opens_the_folder_if_no_file_manager_answers(session):
     launchers, opened = make_launcher(session)
     program = session.start(PATH=str(launchers))
     program.choose_destination(session.output)
     program.click(REVEAL)
     wait_for("the launcher", opened.exists)
-    expect_equal("address", opened.read_text().strip(), session.folder.as_uri())
+    expect_equal("address", opened.read_text().strip(), session.output.as_uri())
     program.quit()
 
 
@@ -94,7 +94,7 @@ def goes_on_where_nothing_can_show_the_folder(session):
     for _ in range(2):
         program.click(REVEAL)
         # What Qt writes to stderr, which no user sees.
-        session.expected_output += f"Unable to detect a launcher for '{session.folder.as_uri()}'\n"
+        session.expected_output += f"Unable to detect a launcher for '{session.output.as_uri()}'\n"
     program.add_files(media.make_track(session.music / "song.opus"))
     program.press("Convert 1 File")
     program.await_states(["Complete"])

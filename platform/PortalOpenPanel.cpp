@@ -64,12 +64,24 @@ QString caseInsensitiveGlob(const std::string& extension) {
     return glob;
 }
 
+/// The globs for names that are not UTF-8, which GTK matches as it shows them: undecodable bytes
+/// replaced by U+FFFD, and a remark in parentheses appended, after one space, none or two in the
+/// translations of GLib. A digit in the parentheses would be part of the name itself.
+QStringList undecodableNameGlobs(const QString& glob) {
+    return {u"*\uFFFD"_s + glob + u"[(\uFF08][!0-9]*[)\uFF09]"_s,
+            u"*\uFFFD"_s + glob + u" [ (\uFF08][!0-9]*[)\uFF09]"_s};
+}
+
 PortalFilter filterFor(const std::vector<std::string>& extensions) {
     PortalFilter filter;
     //: Which files a panel offers. Their names' patterns follow in parentheses.
     filter.name = QCoreApplication::translate("kestrel::OpenPanel", "Supported files");
     for (const std::string& extension : extensions) {
-        filter.patterns.append({PortalFilter::Pattern::Glob, caseInsensitiveGlob(extension)});
+        const QString glob = caseInsensitiveGlob(extension);
+        filter.patterns.append({PortalFilter::Pattern::Glob, glob});
+        for (const QString& undecodable : undecodableNameGlobs(glob)) {
+            filter.patterns.append({PortalFilter::Pattern::Glob, undecodable});
+        }
     }
     return filter;
 }

@@ -12,8 +12,11 @@
 #include <QDBusArgument>
 #include <QTimer>
 
+#include <fnmatch.h>
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <clocale>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -92,10 +95,46 @@ TEST_F(PortalOpenPanelTest, filtersByExtensionCaseInsensitively) {
     const auto filters = qdbus_cast<QList<PortalFilter>>(value);
     ASSERT_EQ(filters.size(), 1);
     EXPECT_EQ(filters[0].name, u"Supported files"_s);
-    ASSERT_EQ(filters[0].patterns.size(), 2);
-    EXPECT_EQ(filters[0].patterns[0].kind, 0U);
-    EXPECT_EQ(filters[0].patterns[0].text, u"*.[oO][pP][uU][sS]"_s);
-    EXPECT_EQ(filters[0].patterns[1].text, u"*.[mM][pP]3"_s);
+    std::vector<QString> globs;
+    for (const PortalFilter::Pattern& pattern : filters[0].patterns) {
+        EXPECT_EQ(pattern.kind, 0U);
+        globs.push_back(pattern.text);
+    }
+    // The others are for names that are not UTF-8.
+    std::erase_if(globs, [](const QString& glob) { return glob.contains(u'\uFFFD'); });
+    EXPECT_THAT(globs, ElementsAre(u"*.[oO][pP][uU][sS]"_s, u"*.[mM][pP]3"_s));
+}
+
+TEST_F(PortalOpenPanelTest, filtersNamesThatAreNotUtf8AsGtkShowsThem) {
+    runAndRespond(cancelled);
+    ASSERT_EQ(portal_.requests().size(), 1U);
+    const auto filters =
+        qdbus_cast<QList<PortalFilter>>(portal_.requests().front().options.value(u"filters"_s));
+    ASSERT_EQ(filters.size(), 1);
+    const auto isOffered = [&](const QString& shownName) {
+        return std::any_of(filters[0].patterns.begin(), filters[0].patterns.end(),
+                           [&](const PortalFilter::Pattern& pattern) {
+                               return ::fnmatch(pattern.text.toUtf8().constData(),
+                                                shownName.toUtf8().constData(), 0) == 0;
+                           });
+    };
+    const std::string encoding = ::setlocale(LC_CTYPE, nullptr);
+    ASSERT_NE(::setlocale(LC_CTYPE, "C.UTF-8"), nullptr);
+    for (const QString& remark :
+         {u" (invalid encoding)"_s, u"  (ترميز غير سليم)"_s, u"(անվավեր կոդավորում)"_s,
+          u" （无效的编码）"_s, u"（無效的編碼）"_s}) {
+        EXPECT_TRUE(isOffered(u"caf\uFFFD.opus"_s + remark)) << remark.toStdString();
+        EXPECT_TRUE(isOffered(u"\uFFFDa.b.OPUS"_s + remark)) << remark.toStdString();
+        EXPECT_FALSE(isOffered(u"caf\uFFFD.wav"_s + remark)) << remark.toStdString();
+        EXPECT_FALSE(isOffered(u"caf\uFFFD.opus.bak"_s + remark)) << remark.toStdString();
+        EXPECT_FALSE(isOffered(u"caf\uFFFD.opus (1)"_s + remark)) << remark.toStdString();
+        EXPECT_FALSE(isOffered(u"caf\uFFFD.opus(1)"_s + remark)) << remark.toStdString();
+        EXPECT_FALSE(isOffered(u"caf\uFFFD.opus copy"_s + remark)) << remark.toStdString();
+    }
+    EXPECT_TRUE(isOffered(u"plain.Opus"_s));
+    EXPECT_FALSE(isOffered(u"plain.opus (invalid encoding)"_s));
+    EXPECT_FALSE(isOffered(u"plain.wav"_s));
+    ::setlocale(LC_CTYPE, encoding.c_str());
 }
 
 TEST_F(PortalOpenPanelTest, asksForAFolder) {

@@ -21,8 +21,7 @@ void ApplicationStyle::install() {
 
 void ApplicationStyle::polish(QPalette& palette) {
     QProxyStyle::polish(palette);
-    palette.setColor(QPalette::Highlight, ThemeColor(ThemeColor::Name::purple).color(palette));
-    palette.setColor(QPalette::HighlightedText, Qt::white);
+    setHighlight(palette);
 }
 
 void ApplicationStyle::polish(QWidget* widget) {

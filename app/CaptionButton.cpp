@@ -94,7 +94,7 @@ bool CaptionButton::isCloseHighlighted() const {
 void CaptionButton::drawBackground(QPainter& painter) {
     QColor fill = Qt::transparent;
     if (isCloseHighlighted()) {
-        const QColor red = ThemeColor(ThemeColor::Name::red).color(palette());
+        const QColor red = ThemeColor(ThemeColor::Name::redFill).color(palette());
         fill = isDown() ? red.darker(120) : red;
     } else if (isDown() || underMouse()) {
         fill = ThemeColor(ThemeColor::Name::primary)
@@ -107,8 +107,9 @@ void CaptionButton::drawBackground(QPainter& painter) {
     painter.setBrush(fill);
     painter.drawPath(continuousRectangle(area, backgroundRadius));
     if (KeyboardFocus::isShownOn(*this)) {
-        drawFocusRing(painter, area, backgroundRadius,
-                      ThemeColor(ThemeColor::Name::purple).color(palette()));
+        const ThemeColor ring =
+            isCloseHighlighted() ? ThemeColor::Name::white : ThemeColor::Name::purple;
+        drawFocusRing(painter, area, backgroundRadius, ring.color(palette()));
     }
 }
 

@@ -134,7 +134,7 @@ TEST_F(CaptionButtonTest, hasABackgroundInsetByThreePixelsUnderTheMouseAndMoreSo
 TEST_F(CaptionButtonTest, isADarkerRedWhenCloseIsPressed) {
     CaptionButton& button = add(Action::close);
     button.setDown(true);
-    const QColor red = ThemeColor(ThemeColor::Name::red).color(window_.palette());
+    const QColor red = ThemeColor(ThemeColor::Name::redFill).color(window_.palette());
     EXPECT_EQ(picture().pixelColor(4, 14).rgb(), red.darker(120).rgb());
     EXPECT_EQ(pixelArt(picture().copy(12, 8, 12, 12), red.darker(120), Qt::white), cross);
 }
@@ -150,6 +150,18 @@ TEST_F(CaptionButtonTest, hasAPurpleRingAroundItsBackgroundForKeyboardFocus) {
     EXPECT_EQ(image.pixelColor(4, 14), purple);
     EXPECT_NE(image.pixelColor(5, 14), purple);
     EXPECT_EQ(image.pixelColor(18, 24), purple);
+}
+
+TEST_F(CaptionButtonTest, hasAWhiteRingOnTheRedOfClose) {
+    CaptionButton& button = add(Action::close);
+    ASSERT_TRUE(showActive(window_));
+    button.setFocus(Qt::TabFocusReason);
+    QTest::keyClick(&button, Qt::Key_Shift);
+    button.setDown(true);
+    const QColor red = ThemeColor(ThemeColor::Name::redFill).color(window_.palette());
+    const QImage image = picture();
+    EXPECT_EQ(image.pixelColor(4, 14), QColor(Qt::white));
+    EXPECT_EQ(image.pixelColor(5, 14).rgb(), red.darker(120).rgb());
 }
 
 } // namespace

@@ -196,7 +196,7 @@ TEST_F(TitleBarTest, showsTheCloseButtonInRedUnderTheMouse) {
     const auto background = [this] { return closeButton().grab().toImage().pixelColor(7, 14); };
     EXPECT_EQ(background(), window_.palette().color(QPalette::Window));
     closeButton().setAttribute(Qt::WA_UnderMouse);
-    EXPECT_EQ(background(), ThemeColor(ThemeColor::Name::red).color(window_.palette()));
+    EXPECT_EQ(background(), ThemeColor(ThemeColor::Name::redFill).color(window_.palette()));
     EXPECT_GT(closeButton().grab().toImage().pixelColor(18, 14).green(), 230);
 }
 

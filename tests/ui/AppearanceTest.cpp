@@ -26,8 +26,8 @@
 namespace kestrel {
 namespace {
 
-constexpr int lightPurple = 0xAF52DE;
-constexpr int darkPurple = 0xBF5AF2;
+constexpr int lightPurple = 0x9540C8;
+constexpr int darkPurple = 0xD084FA;
 
 bool isNear(const QColor& a, const QColor& b, int tolerance) {
     return std::abs(a.red() - b.red()) <= tolerance &&
@@ -125,7 +125,7 @@ TEST_F(AppearanceTest, paintsTheSidebarFromCornerToCorner) {
 
 TEST_F(AppearanceTest, paintsTheBadgeFromPurpleToBlue) {
     const QImage badge = image(view_.findChild<AppBadge*>());
-    const QColor purple(QRgb(0xFFBF5AF2));
+    const QColor purple(QRgb(0xFF9843CE));
     const QColor blue(QRgb(0xFF0A84FF));
     for (const int place : {6, 37}) {
         EXPECT_COLOR(badge.pixelColor(place, place), mixed(purple, blue, (place + 0.5) / 44), 4);
@@ -143,7 +143,7 @@ TEST_F(AppearanceTest, letsTheBadgeGlow) {
         previous = red;
     }
     // At the very edge half of the glow is left.
-    const QColor expected = mixed(far, QColor(QRgb(0xFFBF5AF2)), 0.35 / 2);
+    const QColor expected = mixed(far, QColor(QRgb(darkPurple)), 0.35 / 2);
     EXPECT_COLOR(sidebar.pixelColor(23, 54), expected, 12);
 }
 
@@ -303,7 +303,7 @@ TEST_F(AppearanceTest, paintsTheBadgeOfARowInAPalePurple) {
 }
 
 TEST_F(AppearanceTest, outlinesTheDropZoneThinAndPale) {
-    const QColor pale = mixed(windowColor(), Qt::black, 0.55 * 0.2);
+    const QColor pale = mixed(windowColor(), Qt::black, 0.74 * 0.2);
     EXPECT_COLOR(outlineColor(25), windowColor(), 0);
     EXPECT_COLOR(outlineColor(26), pale, 2);
     EXPECT_COLOR(outlineColor(27), windowColor(), 0);
@@ -384,12 +384,12 @@ TEST_F(AppearanceTest, colorsTheStatesOfJobs) {
         for (const JobRow* row : view_.findChildren<JobRow*>()) {
             if (row->isVisible() && row->job().id() == job.id()) {
                 colors.push_back(utf8(find<Label>(*row, "state")->color().name(QColor::HexArgb)));
-                EXPECT_EQ(find<Label>(*row, "message")->color(), QColor(0xFF, 0x3B, 0x30));
+                EXPECT_EQ(find<Label>(*row, "message")->color(), QColor(0xC0, 0x24, 0x1C));
             }
         }
     }
     EXPECT_EQ(colors,
-              (std::vector<std::string>{"#ffff3b30", "#ff28cd41", "#ffaf52de", "#8c000000"}));
+              (std::vector<std::string>{"#ffc0241c", "#ff1b7a2e", "#ff9540c8", "#bd000000"}));
 }
 
 TEST_F(AppearanceTest, fillsProgressInPurple) {
@@ -412,8 +412,8 @@ TEST_F(AppearanceTest, followsADarkPaletteExceptInTheSidebar) {
     EXPECT_EQ(image(view_.findChild<SettingsSidebar*>()), sidebar);
     EXPECT_COLOR(image().pixelColor(955, 5), QColor(0x20, 0x20, 0x22), 0);
     EXPECT_EQ(colorOf("queueTitle"), QColor(Qt::white));
-    EXPECT_EQ(colorOf("summary").alpha(), 153);
-    EXPECT_COLOR(outlineColor(26), mixed(windowColor(), Qt::white, 0.6 * 0.2), 2);
+    EXPECT_EQ(colorOf("summary").alpha(), 189);
+    EXPECT_COLOR(outlineColor(26), mixed(windowColor(), Qt::white, 0.74 * 0.2), 2);
     scenario_.model->setIsDropTargeted(true);
     settle();
     EXPECT_COLOR(outlineColor(26), QColor(QRgb(darkPurple)), 2);
@@ -421,9 +421,9 @@ TEST_F(AppearanceTest, followsADarkPaletteExceptInTheSidebar) {
 
 TEST_F(AppearanceTest, dimsSecondaryTexts) {
     EXPECT_EQ(colorOf("queueTitle"), QColor(Qt::black));
-    EXPECT_EQ(colorOf("summary").alpha(), 140);
-    EXPECT_EQ(colorOf("dropExplanation").alpha(), 140);
-    EXPECT_EQ(colorOf("appSubtitle"), QColor(255, 255, 255, 153));
+    EXPECT_EQ(colorOf("summary").alpha(), 189);
+    EXPECT_EQ(colorOf("dropExplanation").alpha(), 189);
+    EXPECT_EQ(colorOf("appSubtitle").rgba(), qRgba(255, 255, 255, 189));
     EXPECT_EQ(colorOf("appTitle"), QColor(Qt::white));
 }
 

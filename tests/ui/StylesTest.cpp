@@ -22,8 +22,8 @@
 namespace kestrel {
 namespace {
 
-const QColor purpleOnLight(0xAF, 0x52, 0xDE);
-const QColor purpleOnDark(0xBF, 0x5A, 0xF2);
+const QColor purpleOnLight(0x95, 0x40, 0xC8);
+const QColor purpleOnDark(0xD0, 0x84, 0xFA);
 
 /// Checks which symbol and which font is where, in a light palette.
 class StylesTest : public ::testing::Test {
@@ -112,11 +112,11 @@ TEST_F(StylesTest, showsSymbolsInTheRows) {
     EXPECT_NEAR(badge.center().x(), 21, 1);
     EXPECT_NEAR(badge.center().y(), 21, 1);
     const int size = symbolSize(TextFont{TextStyle::title3}.font());
-    EXPECT_FALSE(place(Symbol::checkmarkCircleFill, size, QColor(0x28, 0xCD, 0x41),
+    EXPECT_FALSE(place(Symbol::checkmarkCircleFill, size, QColor(0x1B, 0x7A, 0x2E),
                        find<SymbolView>(*complete, "checkMark"))
                      .isEmpty());
-    // Black at an opacity of 0.55 * 0.7.
-    const QColor grey(0x92, 0x92, 0x92);
+    // Black at an opacity of 0.82 * 0.7.
+    const QColor grey(0x65, 0x65, 0x65);
     EXPECT_FALSE(place(Symbol::xmarkCircleFill, bodySymbolSize(), grey,
                        find<QWidget>(*row(1), "removeButton"))
                      .isEmpty());

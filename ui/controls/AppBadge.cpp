@@ -56,7 +56,7 @@ QPixmap makeGlow(const QColor& color, double devicePixelRatio) {
 
 void drawBadge(QPainter& painter, const QRect& rect, const QPalette& palette) {
     QLinearGradient gradient(rect.topLeft(), rect.topLeft() + QPoint(rect.width(), rect.height()));
-    gradient.setColorAt(0, ThemeColor(ThemeColor::Name::purple).color(palette));
+    gradient.setColorAt(0, ThemeColor(ThemeColor::Name::purpleFill).color(palette));
     gradient.setColorAt(1, ThemeColor(ThemeColor::Name::blue).color(palette));
     drawSymbolBadge(painter, rect, appBadgeRadius, gradient, Symbol::waveformBadgePlus,
                     TextFont{TextStyle::title2}.font(), Qt::white);

@@ -158,19 +158,20 @@ QColor Button::fillColor() const {
         }
         return primary.withOpacity(opacity).color(palette());
     }
-    QColor fill = ThemeColor(ThemeColor::Name::purple).color(palette());
     if (variant_ == Variant::bordered) {
-        fill = isDark ? primary.withOpacity(0.12).color(palette())
-                      : blended(palette().color(QPalette::Window), Qt::white, 0.8);
-        if (isPressed || isHovered) {
-            const QColor text = palette().color(QPalette::WindowText);
-            fill = isDark ? primary.withOpacity(isPressed ? 0.24 : 0.17).color(palette())
-                          : blended(fill, text, isPressed ? 0.14 : 0.05);
+        if (isDark) {
+            // A pressed button sinks: on a lighter fill a red label would lack contrast.
+            return primary.withOpacity(isPressed ? 0.02 : isHovered ? 0.09 : 0.06).color(palette());
         }
-        return fill;
+        const QColor fill = blended(palette().color(QPalette::Window), Qt::white, 0.8);
+        return blended(fill, palette().color(QPalette::WindowText),
+                       isPressed   ? 0.1
+                       : isHovered ? 0.05
+                                   : 0);
     }
+    const QColor fill = ThemeColor(ThemeColor::Name::purpleFill).color(palette());
     return isPressed   ? blended(fill, Qt::black, 0.18)
-           : isHovered ? blended(fill, Qt::white, 0.1)
+           : isHovered ? blended(fill, Qt::white, 0.07)
                        : fill;
 }
 

@@ -58,16 +58,18 @@ void drawSlider(QPainter& painter, const QStyleOptionSlider& option, const QRect
     fillCapsule(painter, track, colorOf(ThemeColor::Name::primary, 0.18 * opacity, option));
     fillCapsule(painter, filled, colorOf(ThemeColor::Name::purple, opacity, option));
 
-    const QRectF knob = QRectF(thumb).adjusted(1, 1, -1, -1);
+    QRectF knob = QRectF(thumb).adjusted(1, 1, -1, -1);
     painter.setPen(QPen(QColor(0, 0, 0, 70), 1));
-    const bool isPressed = option.state.testFlag(QStyle::State_Sunken);
-    painter.setBrush(isPressed ? QColor(0xE4, 0xE4, 0xEA) : QColor(Qt::white));
-    painter.drawEllipse(knob);
     if (hasFocusRing) {
         painter.setPen(QPen(colorOf(ThemeColor::Name::purple, 1, option), 2));
         painter.setBrush(Qt::NoBrush);
         painter.drawEllipse(knob);
+        painter.setPen(Qt::NoPen);
+        knob.adjust(1, 1, -1, -1);
     }
+    const bool isPressed = option.state.testFlag(QStyle::State_Sunken);
+    painter.setBrush(isPressed ? QColor(0xE4, 0xE4, 0xEA) : QColor(Qt::white));
+    painter.drawEllipse(knob);
 }
 
 void drawScrollBar(QPainter& painter, const QStyleOptionSlider& option, const QRect& handle) {
@@ -79,7 +81,7 @@ void drawScrollBar(QPainter& painter, const QStyleOptionSlider& option, const QR
     const int inset = isActive ? 2 : 3;
     const QRect shown = option.orientation == Qt::Vertical ? handle.adjusted(inset, 2, -inset, -2)
                                                            : handle.adjusted(2, inset, -2, -inset);
-    fillCapsule(painter, shown, colorOf(ThemeColor::Name::primary, isActive ? 0.5 : 0.28, option));
+    fillCapsule(painter, shown, colorOf(ThemeColor::Name::primary, isActive ? 0.7 : 0.55, option));
 }
 
 /// The combo box indicator: one chevron up, one down.
@@ -109,7 +111,7 @@ void drawComboBox(QPainter& painter, const QStyleOptionComboBox& option, const Q
     painter.drawPath(continuousRectangle(area, comboBoxRadius));
 
     const QRectF badge = QRectF(indicator).adjusted(0, 4, 0, -4);
-    painter.setBrush(isEnabled(option) ? colorOf(ThemeColor::Name::purple, 1, option)
+    painter.setBrush(isEnabled(option) ? colorOf(ThemeColor::Name::purpleFill, 1, option)
                                        : colorOf(ThemeColor::Name::primary, 0.1, option));
     painter.drawPath(continuousRectangle(badge, comboBoxRadius - 2));
     drawChevrons(painter, badge, colorOf(ThemeColor::Name::white, opacity, option));

@@ -81,7 +81,7 @@ JobRow::JobRow(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
     // Not a tab stop: arrow keys move into it from the row.
     removeButton_->setFocusPolicy(Qt::ClickFocus);
     removeButton_->setSymbol(Symbol::xmarkCircleFill);
-    removeButton_->setThemeColor(ThemeColor(ThemeColor::Name::secondary).withOpacity(0.7));
+    removeButton_->setThemeColor(ThemeColor(ThemeColor::Name::secondarySymbol).withOpacity(0.7));
     connect(removeButton_, &QPushButton::clicked, this, [this] { model_->remove(job()); });
     row->addWidget(removeButton_, 0, Qt::AlignVCenter);
     alignTrailing();

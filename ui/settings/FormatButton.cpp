@@ -22,7 +22,7 @@ constexpr int symbolSpacing = 10;
 constexpr int symbolWidth = 18;
 constexpr double buttonRadius = 9;
 constexpr double tintOpacity = 0.11;
-constexpr double pressedOpacity = 0.6;
+constexpr double pressedOpacity = 0.75;
 
 TextFont nameFont(bool isSelected) {
     return {TextStyle::subheadline, isSelected ? QFont::DemiBold : QFont::Normal};

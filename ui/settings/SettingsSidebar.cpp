@@ -36,8 +36,7 @@ QPalette darkPalette() {
     const QColor raised(0x2A, 0x2A, 0x3C);
     QPalette palette(text, raised, raised.lighter(), raised.darker(), raised.lighter(), text, text,
                      raised, window);
-    palette.setColor(QPalette::Highlight, ThemeColor(ThemeColor::Name::purple).color(palette));
-    palette.setColor(QPalette::HighlightedText, text);
+    setHighlight(palette);
     return palette;
 }
 

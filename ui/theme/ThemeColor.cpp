@@ -8,24 +8,51 @@ namespace kestrel {
 namespace {
 
 constexpr double separatorOpacity = 0.2;
+constexpr double highContrastSeparatorOpacity = 0.6;
+constexpr double secondaryOpacity = 0.74;
+constexpr double secondarySymbolOpacity = 0.82;
 
-/// Returns the RGB value of a colour name in the light or the dark scheme.
-QColor rgbOf(ThemeColor::Name name, ColorScheme scheme) {
-    const bool isDark = scheme == ColorScheme::dark;
+/// The RGB values of a colour name.
+struct Values {
+    QRgb light;
+    QRgb dark;
+    QRgb highContrastLight;
+    QRgb highContrastDark;
+};
+
+Values valuesOf(ThemeColor::Name name) {
     switch (name) {
     case ThemeColor::Name::purple:
-        return QColor::fromRgb(isDark ? 0xBF5AF2 : 0xAF52DE);
+        return {0x9540C8, 0xD084FA, 0x74209F, 0xD084FA};
+    case ThemeColor::Name::purpleFill:
+        return {0x9540C8, 0x9843CE, 0x74209F, 0x74209F};
     case ThemeColor::Name::blue:
-        return QColor::fromRgb(isDark ? 0x0A84FF : 0x007AFF);
+        return {0x007AFF, 0x0A84FF, 0x007AFF, 0x0A84FF};
     case ThemeColor::Name::green:
-        return QColor::fromRgb(isDark ? 0x32D74B : 0x28CD41);
+        return {0x1B7A2E, 0x32D74B, 0x0F5A1E, 0x32D74B};
     case ThemeColor::Name::orange:
-        return QColor::fromRgb(isDark ? 0xFF9F0A : 0xFF9500);
+        return {0x9C5400, 0xFF9F0A, 0x7A4000, 0xFF9F0A};
     case ThemeColor::Name::red:
-        return QColor::fromRgb(isDark ? 0xFF453A : 0xFF3B30);
+        return {0xC0241C, 0xFF988E, 0x94140E, 0xFF988E};
+    case ThemeColor::Name::redFill:
+        return {0xD92D24, 0xD92D24, 0xD92D24, 0xD92D24};
     default:
-        return Qt::white;
+        return {0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF};
     }
+}
+
+/// Returns the RGB value of a colour name for the palette's colour scheme and contrast.
+QColor rgbOf(ThemeColor::Name name, const QPalette& palette) {
+    const Values values = valuesOf(name);
+    const bool isDark = colorScheme(palette) == ColorScheme::dark;
+    if (isHighContrast(palette)) {
+        return QColor::fromRgb(isDark ? values.highContrastDark : values.highContrastLight);
+    }
+    return QColor::fromRgb(isDark ? values.dark : values.light);
+}
+
+QColor textColor(const QPalette& palette) {
+    return palette.color(QPalette::Active, QPalette::WindowText);
 }
 
 QColor scaled(QColor color, double opacity) {
@@ -42,22 +69,29 @@ ThemeColor ThemeColor::withOpacity(double opacity) const {
 }
 
 QColor ThemeColor::color(const QPalette& palette) const {
-    // Dark iff the palette's window text is lighter than its window.
-    const ColorScheme scheme = colorScheme(palette);
     switch (name_) {
     case Name::primary:
-        return scaled(palette.color(QPalette::Active, QPalette::WindowText), opacity_);
-    case Name::secondary: {
-        const double dimmed = scheme == ColorScheme::dark ? 0.6 : 0.55;
-        return scaled(palette.color(QPalette::Active, QPalette::WindowText), dimmed * opacity_);
-    }
+        return scaled(textColor(palette), opacity_);
+    case Name::secondary:
+        return scaled(textColor(palette), secondaryOpacity * opacity_);
+    case Name::secondarySymbol:
+        return scaled(textColor(palette), secondarySymbolOpacity * opacity_);
     default:
-        return scaled(rgbOf(name_, scheme), opacity_);
+        return scaled(rgbOf(name_, palette), opacity_);
     }
 }
 
+void setHighlight(QPalette& palette) {
+    const bool isDark = colorScheme(palette) == ColorScheme::dark;
+    const QColor window = palette.color(QPalette::Active, QPalette::Window);
+    palette.setColor(QPalette::Highlight, ThemeColor(ThemeColor::Name::purple).color(palette));
+    palette.setColor(QPalette::HighlightedText, isDark ? window : QColor(Qt::white));
+}
+
 QColor separatorColor(const QPalette& palette) {
-    return ThemeColor(ThemeColor::Name::primary).withOpacity(separatorOpacity).color(palette);
+    const double opacity =
+        isHighContrast(palette) ? highContrastSeparatorOpacity : separatorOpacity;
+    return ThemeColor(ThemeColor::Name::primary).withOpacity(opacity).color(palette);
 }
 
 } // namespace kestrel

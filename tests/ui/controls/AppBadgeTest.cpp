@@ -18,8 +18,8 @@ QImage glow(const QPalette& palette) {
 }
 
 TEST(AppBadgeTest, glowsInThePurpleOfEachPalette) {
-    const QPalette light{QColor(Qt::black), QColor(Qt::white)};
-    const QPalette dark{QColor(Qt::white), QColor(Qt::black)};
+    const QPalette light{QColor(Qt::black), QColor(0xEE, 0xEE, 0xEE)};
+    const QPalette dark{QColor(Qt::white), QColor(0x20, 0x20, 0x22)};
     const QImage inTheLight = glow(light);
     EXPECT_NE(glow(dark), inTheLight);
     EXPECT_EQ(glow(light), inTheLight);

@@ -150,21 +150,21 @@ TEST_F(ButtonColorsTest, plainButtonsAreFilledOnlyWhileTheyAreUsed) {
 TEST_F(ButtonColorsTest, borderedButtonsAreLighterThanTheWindow) {
     const QColor light = mixed(lightWindow_, Qt::white, 0.8);
     expectFills(Button::Variant::bordered, light_,
-                {light, mixed(light, Qt::black, 0.05), mixed(light, Qt::black, 0.14),
+                {light, mixed(light, Qt::black, 0.05), mixed(light, Qt::black, 0.1),
                  mixed(lightWindow_, Qt::black, 0.08)});
     expectFills(Button::Variant::bordered, dark_,
-                {mixed(darkWindow_, Qt::white, 0.12), mixed(darkWindow_, Qt::white, 0.17),
-                 mixed(darkWindow_, Qt::white, 0.24), mixed(darkWindow_, Qt::white, 0.08)});
+                {mixed(darkWindow_, Qt::white, 0.06), mixed(darkWindow_, Qt::white, 0.09),
+                 mixed(darkWindow_, Qt::white, 0.02), mixed(darkWindow_, Qt::white, 0.08)});
 }
 
 TEST_F(ButtonColorsTest, prominentButtonsArePurple) {
-    const QColor light(0xAF, 0x52, 0xDE);
+    const QColor light(0x95, 0x40, 0xC8);
     expectFills(Button::Variant::prominent, light_,
-                {light, mixed(light, Qt::white, 0.1), mixed(light, Qt::black, 0.18),
+                {light, mixed(light, Qt::white, 0.07), mixed(light, Qt::black, 0.18),
                  mixed(lightWindow_, Qt::black, 0.08)});
-    const QColor dark(0xBF, 0x5A, 0xF2);
+    const QColor dark(0x98, 0x43, 0xCE);
     expectFills(Button::Variant::prominent, dark_,
-                {dark, mixed(dark, Qt::white, 0.1), mixed(dark, Qt::black, 0.18),
+                {dark, mixed(dark, Qt::white, 0.07), mixed(dark, Qt::black, 0.18),
                  mixed(darkWindow_, Qt::white, 0.08)});
 }
 
@@ -223,7 +223,7 @@ TEST_F(ButtonColorsTest, focusRingsArePurpleAndOnPurpleWhiteAndSmaller) {
         settle();
         return window.grab(button->geometry()).toImage().copy(0, 13, 9, 1);
     };
-    const QColor purple(0xAF, 0x52, 0xDE);
+    const QColor purple(0x95, 0x40, 0xC8);
     EXPECT_EQ(pixelArt(ring(Button::Variant::plain), lightWindow_, purple), "\n##.......\n");
     EXPECT_EQ(pixelArt(ring(Button::Variant::prominent), purple, Qt::white), "\n..##.....\n");
 }
@@ -318,7 +318,7 @@ TEST(ProminentButtonTest, isFilledWithPurple) {
     Button button(Button::Variant::prominent);
     button.setPalette(QPalette(QColor(Qt::black), QColor(0xEE, 0xEE, 0xEE)));
     button.resize(60, 30);
-    EXPECT_EQ(button.grab().toImage().pixelColor(8, 15), QColor(0xAF, 0x52, 0xDE));
+    EXPECT_EQ(button.grab().toImage().pixelColor(8, 15), QColor(0x95, 0x40, 0xC8));
 }
 
 TEST(DestructiveButtonTest, isLabelledInRed) {
@@ -328,7 +328,7 @@ TEST(DestructiveButtonTest, isLabelledInRed) {
     button.setPalette(QPalette(QColor(Qt::black), QColor(0xEE, 0xEE, 0xEE)));
     button.resize(60, 30);
     const QImage image = button.grab().toImage();
-    EXPECT_EQ(image.pixelColor(30, 15 - symbolSize(button.font()) / 3), QColor(0xFF, 0x3B, 0x30));
+    EXPECT_EQ(image.pixelColor(30, 15 - symbolSize(button.font()) / 3), QColor(0xC0, 0x24, 0x1C));
 }
 
 } // namespace

@@ -10,10 +10,11 @@
 namespace kestrel {
 namespace {
 
-const QColor focusPurple(0xAF, 0x52, 0xDE);
+const QColor windowColor(0xEE, 0xEE, 0xEE);
+const QColor focusPurple(0x95, 0x40, 0xC8);
 
-/// Gives the widget the keyboard focus and returns its picture in a white window.
-QImage focused(QWidget& window, QWidget& widget) {
+/// Gives the widget the keyboard focus and returns its picture in a light window.
+QImage pictureWithFocus(QWidget& window, QWidget& widget) {
     EXPECT_TRUE(showActive(window));
     widget.setFocus(Qt::TabFocusReason);
     QTest::keyClick(&widget, Qt::Key_Shift);
@@ -23,28 +24,28 @@ QImage focused(QWidget& window, QWidget& widget) {
 
 TEST(ControlFocusTest, isAPurpleRingAroundTheThumbThatHasTheFocus) {
     QWidget window;
-    window.setPalette(QPalette(QColor(Qt::white)));
+    window.setPalette(QPalette(QColor(Qt::black), windowColor));
     QualitySlider slider(&window);
     slider.setGeometry(0, 0, 60, 24);
     slider.showQuality(100);
-    const QImage image = focused(window, slider);
-    EXPECT_EQ(pixelArt(image.copy(40, 3, 20, 18), Qt::white, focusPurple), R"(
+    const QImage image = pictureWithFocus(window, slider);
+    EXPECT_EQ(pixelArt(image.copy(40, 3, 20, 18), windowColor, focusPurple), R"(
 ........+####+......
 ......+########+....
-.....###+....+###...
+.....###......###...
 ....##+........+##..
 ...+#+..........+#+.
 ...##............##.
-..+#+............+#+
+..+#..............#+
 ####..............##
 ####..............##
 ####..............##
 ####..............##
-..+#+............+#+
+..+#..............#+
 ...##............##.
 ...+#+..........+#+.
 ....##+........+##..
-.....###+....+###...
+.....###......###...
 ......+########+....
 ........+####+......
 )");
@@ -52,10 +53,10 @@ TEST(ControlFocusTest, isAPurpleRingAroundTheThumbThatHasTheFocus) {
 
 TEST(ControlFocusTest, isAPurpleRingAroundTheComboBoxThatHasTheFocus) {
     QWidget window;
-    window.setPalette(QPalette(QColor(Qt::white)));
+    window.setPalette(QPalette(QColor(Qt::black), windowColor));
     PopUpButton box(&window);
     box.setGeometry(0, 0, 60, 28);
-    const QImage image = focused(window, box);
+    const QImage image = pictureWithFocus(window, box);
     EXPECT_EQ(image.pixelColor(0, 14), focusPurple);
     EXPECT_EQ(image.pixelColor(1, 14), focusPurple);
     EXPECT_NE(image.pixelColor(2, 14), focusPurple);

@@ -17,7 +17,7 @@
 namespace kestrel {
 namespace {
 
-const QColor accent(0xAF, 0x52, 0xDE);
+const QColor accent(0x95, 0x40, 0xC8);
 
 /// The primary colour, black, at this opacity on white.
 QColor grey(double opacity) {
@@ -40,7 +40,7 @@ class ControlStyleTest : public ::testing::Test {
     template <typename Option> Option option(QSize size) const {
         Option option;
         option.rect = QRect(QPoint(), size);
-        option.palette = QPalette(QColor(Qt::white));
+        option.palette = QPalette(QColor(Qt::black), QColor(0xEE, 0xEE, 0xEE));
         option.state = QStyle::State_Enabled;
         option.direction = Qt::LeftToRight;
         return option;
@@ -103,16 +103,16 @@ TEST_F(ControlStyleTest, drawsASliderFilledUpToItsThumb) {
     const QImage image = drawn(QStyle::CC_Slider, slider());
     EXPECT_EQ(pixelArt(image.copy(0, 3, 60, 18), Qt::white, accent), R"(
 ............................................................
-..........................+++..++...........................
+...........................++..++...........................
 .........................+........+.........................
 ........................+..........+........................
 .......................+............+.......................
-......................+.....................................
+............................................................
 ......................+..............+......................
-.+####################+..............++++++++++++++++++++...
-.#####################+..............+++++++++++++++++++++..
-.#####################+..............+++++++++++++++++++++..
-.+####################+..............++++++++++++++++++++...
+.+####################+..............++.....................
+.#####################+...............+.....................
+.#####################+...............+.....................
+.+####################+..............++.....................
 ......................+..............+......................
 ............................................................
 .......................+............+.......................
@@ -120,6 +120,14 @@ TEST_F(ControlStyleTest, drawsASliderFilledUpToItsThumb) {
 .........................+........+.........................
 ...........................++..++...........................
 ............................................................
+)");
+    EXPECT_EQ(pixelArt(image.copy(40, 9, 20, 6), Qt::white, grey(0.18)), R"(
+....................
+##################+.
+###################.
+###################.
+##################+.
+....................
 )");
     EXPECT_TRUE(isNear(image.pixelColor(10, 12), accent));
     EXPECT_TRUE(isNear(image.pixelColor(30, 12), QColor(Qt::white)));
@@ -149,7 +157,7 @@ TEST_F(ControlStyleTest, dimsADisabledSlider) {
     option.state = {};
     const QImage image = drawn(QStyle::CC_Slider, option);
     // On the whole track.
-    EXPECT_TRUE(isNear(image.pixelColor(10, 12), QColor(0xD4, 0xAF, 0xE7)));
+    EXPECT_TRUE(isNear(image.pixelColor(10, 12), QColor(0xCA, 0xA8, 0xDE)));
     EXPECT_TRUE(isNear(image.pixelColor(50, 12), grey(0.18 * 0.4)));
 }
 
@@ -176,8 +184,8 @@ TEST_F(ControlStyleTest, keepsTheScrollBarsHandleLongEnoughToGrasp) {
 
 TEST_F(ControlStyleTest, drawsTheScrollBarsHandleWithRoundEnds) {
     const QImage image = drawn(QStyle::CC_ScrollBar, scrollBar());
-    EXPECT_TRUE(isNear(image.pixelColor(6, 50), grey(0.28)));
-    EXPECT_EQ(pixelArt(image.copy(0, 25, 12, 6), Qt::white, grey(0.28)), R"(
+    EXPECT_TRUE(isNear(image.pixelColor(6, 50), grey(0.55)));
+    EXPECT_EQ(pixelArt(image.copy(0, 25, 12, 6), Qt::white, grey(0.55)), R"(
 ............
 ............
 ....+##+....
@@ -185,7 +193,7 @@ TEST_F(ControlStyleTest, drawsTheScrollBarsHandleWithRoundEnds) {
 ...######...
 ...######...
 )");
-    EXPECT_TRUE(isNear(image.pixelColor(6, 71), grey(0.28)));
+    EXPECT_TRUE(isNear(image.pixelColor(6, 71), grey(0.55)));
     EXPECT_TRUE(isNear(image.pixelColor(6, 73), QColor(Qt::white)));
 }
 
@@ -195,8 +203,8 @@ TEST_F(ControlStyleTest, drawsAWiderAndDarkerHandleUnderTheMouseAndWhilePressed)
         option.state |= state;
         const QImage image = drawn(QStyle::CC_ScrollBar, option);
         EXPECT_TRUE(isNear(image.pixelColor(1, 50), QColor(Qt::white)));
-        EXPECT_TRUE(isNear(image.pixelColor(2, 50), grey(0.5)));
-        EXPECT_TRUE(isNear(image.pixelColor(9, 50), grey(0.5)));
+        EXPECT_TRUE(isNear(image.pixelColor(2, 50), grey(0.7)));
+        EXPECT_TRUE(isNear(image.pixelColor(9, 50), grey(0.7)));
         EXPECT_TRUE(isNear(image.pixelColor(10, 50), QColor(Qt::white)));
     }
 }
@@ -207,9 +215,9 @@ TEST_F(ControlStyleTest, drawsAHorizontalHandleAcross) {
     option.rect = QRect(0, 0, 100, 12);
     const QImage image = drawn(QStyle::CC_ScrollBar, option);
     EXPECT_TRUE(isNear(image.pixelColor(26, 6), QColor(Qt::white)));
-    EXPECT_TRUE(isNear(image.pixelColor(28, 6), grey(0.28)));
+    EXPECT_TRUE(isNear(image.pixelColor(28, 6), grey(0.55)));
     EXPECT_TRUE(isNear(image.pixelColor(50, 2), QColor(Qt::white)));
-    EXPECT_TRUE(isNear(image.pixelColor(50, 3), grey(0.28)));
+    EXPECT_TRUE(isNear(image.pixelColor(50, 3), grey(0.55)));
 }
 
 TEST_F(ControlStyleTest, drawsNoHandleWithNothingToScroll) {

@@ -10,10 +10,10 @@
 namespace kestrel {
 namespace {
 
-/// The colour of the divider on white.
-QColor drawn(Divider& divider) {
+/// The colour of the divider in a window with this palette.
+QColor drawn(Divider& divider, const QPalette& palette) {
     QWidget window;
-    window.setPalette(QPalette(QColor(Qt::white)));
+    window.setPalette(palette);
     divider.setParent(&window);
     divider.resize(20, 20);
     const QImage image = window.grab(divider.geometry()).toImage();
@@ -34,9 +34,15 @@ TEST(DividerTest, isALineOfOnePixel) {
 
 TEST(DividerTest, isDrawnInTheSeparatorColorAtItsOpacity) {
     Divider divider(Qt::Horizontal, nullptr);
-    EXPECT_NEAR(drawn(divider).red(), 255 * 0.8, 1);
+    const QPalette light(QColor(Qt::black), QColor(0xEE, 0xEE, 0xEE));
+    EXPECT_NEAR(drawn(divider, light).red(), 0xEE * 0.8, 1);
     divider.setOpacity(0.5);
-    EXPECT_NEAR(drawn(divider).red(), 255 * 0.9, 1);
+    EXPECT_NEAR(drawn(divider, light).red(), 0xEE * 0.9, 1);
+}
+
+TEST(DividerTest, isStrongerInAHighContrastPalette) {
+    Divider divider(Qt::Horizontal, nullptr);
+    EXPECT_NEAR(drawn(divider, QPalette(QColor(Qt::white))).red(), 255 * 0.4, 1);
 }
 
 } // namespace

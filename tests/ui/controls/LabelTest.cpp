@@ -127,13 +127,13 @@ TEST(LabelSizeTest, hasRoomForItsLongestWordAtLeast) {
 
 TEST(LabelColorTest, isPalerWhileDisabled) {
     Label label(QStringLiteral("text"), {});
-    label.setPalette(QPalette(QColor(Qt::white)));
+    label.setPalette(QPalette(QColor(Qt::black), QColor(0xEE, 0xEE, 0xEE)));
     EXPECT_EQ(label.color().alpha(), 255);
     label.setEnabled(false);
     EXPECT_NEAR(label.color().alphaF(), 0.4, 0.005);
     label.setThemeColor(ThemeColor(ThemeColor::Name::purple).withOpacity(0.5));
     EXPECT_NEAR(label.color().alphaF(), 0.2, 0.005);
-    EXPECT_EQ(label.color().rgb(), qRgb(0xAF, 0x52, 0xDE));
+    EXPECT_EQ(label.color().rgb(), qRgb(0x95, 0x40, 0xC8));
 }
 
 } // namespace

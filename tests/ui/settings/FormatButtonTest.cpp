@@ -54,7 +54,7 @@ TEST_F(FormatButtonTest, hasAPurpleRingForKeyboardFocus) {
     button_.setFocus(Qt::TabFocusReason);
     QTest::keyClick(&button_, Qt::Key_Shift);
     settle();
-    const QColor purple(0xBF, 0x5A, 0xF2);
+    const QColor purple(0xD0, 0x84, 0xFA);
     EXPECT_EQ(picture().pixelColor(0, 18), purple);
     EXPECT_EQ(picture().pixelColor(1, 18), purple);
     EXPECT_NE(picture().pixelColor(2, 18), purple);
@@ -87,7 +87,7 @@ TEST_F(FormatButtonTest, mirrorsItsContents) {
     button_.setLayoutDirection(Qt::RightToLeft);
     EXPECT_EQ(placeOf(Symbol::musicNote, 18, Qt::white, picture()),
               QRect(200 - 12 - 18, 9, 18, 18));
-    EXPECT_EQ(placeOf(Symbol::checkmarkCircleFill, 16, QColor(0xBF, 0x5A, 0xF2), picture()),
+    EXPECT_EQ(placeOf(Symbol::checkmarkCircleFill, 16, QColor(0xD0, 0x84, 0xFA), picture()),
               QRect(13, 10, 16, 16));
 }
 

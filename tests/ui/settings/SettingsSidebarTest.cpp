@@ -285,9 +285,10 @@ TEST_F(SettingsSidebarTest, isDarkOnEveryDesktop) {
     EXPECT_EQ(palette.color(QPalette::Light), raised.lighter());
     EXPECT_EQ(palette.color(QPalette::Mid), raised.lighter());
     EXPECT_EQ(palette.color(QPalette::Dark), raised.darker());
-    EXPECT_EQ(palette.color(QPalette::Highlight), QColor(0xBF, 0x5A, 0xF2));
+    EXPECT_EQ(palette.color(QPalette::Highlight), QColor(0xD0, 0x84, 0xFA));
+    EXPECT_EQ(palette.color(QPalette::HighlightedText), QColor(0x17, 0x17, 0x29));
     for (const QPalette::ColorRole role :
-         {QPalette::WindowText, QPalette::Text, QPalette::BrightText, QPalette::HighlightedText}) {
+         {QPalette::WindowText, QPalette::Text, QPalette::BrightText}) {
         EXPECT_EQ(palette.color(role), QColor(Qt::white));
     }
 }

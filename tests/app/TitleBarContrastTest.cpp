@@ -47,7 +47,7 @@ class TitleBarContrastTest : public ::testing::TestWithParam<DesktopPalette> {
         QApplication::setStyle(originalStyle_);
     }
 
-    double textContrast() const { return GetParam().textContrast; }
+    static double textContrast() { return GetParam().textContrast; }
 
     TitleBar& titleBar() { return *app_->window().findChild<TitleBar*>(); }
 
@@ -63,8 +63,8 @@ TEST_P(TitleBarContrastTest, isEnoughInEachStateOfTheButtons) {
     inEachState(titleBar(), [this](const char* state) {
         int glyphs = 0;
         for (const Painted& painted : expectContrast(app_->window(), textContrast(), state)) {
-            const bool isButton =
-                qobject_cast<CaptionButton*>(app_->window().childAt(painted.place.center()));
+            const bool isButton = qobject_cast<CaptionButton*>(
+                                      app_->window().childAt(painted.place.center())) != nullptr;
             glyphs += isButton && painted.kind == Painted::Kind::line ? 1 : 0;
         }
         EXPECT_EQ(glyphs, 1 + 1 + 2) << "a line, a frame and a cross";
@@ -78,7 +78,7 @@ TEST_P(TitleBarContrastTest, isEnoughForFocusRings) {
 }
 
 TEST_P(TitleBarContrastTest, isEnoughInTheMenuBarAndItsMenu) {
-    QMenuBar* bar = titleBar().findChild<QMenuBar*>();
+    auto* bar = titleBar().findChild<QMenuBar*>();
     QMenu* menu = bar->actions().front()->menu();
     const auto checkBar = [&](const char* state) {
         std::string texts;

@@ -4,7 +4,6 @@
 #include "DesktopPalettes.h"
 #include "ExpectContrast.h"
 #include "JobRow.h"
-#include "JobScrollArea.h"
 #include "PaintRecorder.h"
 #include "PopUpButton.h"
 #include "QualitySlider.h"
@@ -51,11 +50,11 @@ class ContrastTest : public ::testing::TestWithParam<DesktopPalette> {
         QApplication::setPalette(originalPalette_);
     }
 
-    std::vector<Painted> check(QWidget& widget, const std::string& state) const {
+    static std::vector<Painted> check(QWidget& widget, const std::string& state) {
         return expectContrast(widget, GetParam().textContrast, state);
     }
 
-    std::vector<std::string> checkStates(QWidget& widget) const {
+    static std::vector<std::string> checkStates(QWidget& widget) {
         return expectContrastInEachState(widget, GetParam().textContrast);
     }
 

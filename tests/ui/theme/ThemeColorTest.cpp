@@ -50,8 +50,8 @@ TEST(ThemeColorTest, hasAColourForEachName) {
         QRgb highContrastDark;
     };
 
-    const QPalette highContrastLight(QColor(Qt::black), QColor(Qt::white));
-    const QPalette highContrastDark(QColor(Qt::white), QColor(Qt::black));
+    const QPalette highContrastLight{QColor(Qt::black), QColor(Qt::white)};
+    const QPalette highContrastDark{QColor(Qt::white), QColor(Qt::black)};
     using Name = ThemeColor::Name;
     for (const Row& row : {
              Row{Name::purple, 0xFF9540C8, 0xFFD084FA, 0xFF74209F, 0xFFD084FA},

@@ -25,9 +25,9 @@ QDBusUnixFileDescriptor descriptorOf(const FileURL& url) {
 
 } // namespace
 
-PortalOpenUri::PortalOpenUri(const QDBusConnection& bus, std::chrono::milliseconds timeout,
+PortalOpenUri::PortalOpenUri(QDBusConnection bus, std::chrono::milliseconds timeout,
                              std::function<void()> fail, QObject* parent)
-    : QObject(parent), bus_(bus), timeout_(timeout), fail_(std::move(fail)) {}
+    : QObject(parent), bus_(std::move(bus)), timeout_(timeout), fail_(std::move(fail)) {}
 
 void PortalOpenUri::open(Method method, const FileURL& url) {
     const QString service = u"org.freedesktop.portal.Desktop"_s;

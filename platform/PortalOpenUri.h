@@ -27,7 +27,7 @@ class PortalOpenUri final : public QObject {
 
     /// `fail` is called, at most once and from the event loop, if the portal opens nothing; a
     /// portal that does not reply within `timeout` has failed.
-    PortalOpenUri(const QDBusConnection& bus, std::chrono::milliseconds timeout,
+    PortalOpenUri(QDBusConnection bus, std::chrono::milliseconds timeout,
                   std::function<void()> fail, QObject* parent);
 
     /// Sends the request; the path may have any bytes. Call it once.

@@ -1,9 +1,11 @@
 #!/usr/bin/python3
 """Runs one scenario with the installed program on the current display.
 
-Usage: run.py --list
-       run.py --program PATH --pictures FOLDER [--stand-in PATH] [--with-mounts PATH]
+Usage: run.py [--folder FOLDER] --list
+       run.py [--folder FOLDER] --program PATH --pictures FOLDER [--stand-in PATH] [--with-mounts PATH]
               [--drag-source PATH] [--locales FOLDER] [--keep FOLDER] NAME
+
+--folder has the scenarios, in scenarios/, and the packages that they share; the default is this file's.
 
 A scenario starts with empty folders and must leave no process and no change in the home folder. One that
 fails saves a screenshot to --pictures. The demonstration copies its output files to --keep. --stand-in,
@@ -23,10 +25,12 @@ sys.dont_write_bytecode = True
 sys.path.insert(0, str(HERE))
 
 
-def load():
+def load(folder):
+    if folder != HERE:
+        sys.path.insert(0, str(folder))
     from driver.registry import SCENARIOS
 
-    for file in sorted((HERE / "scenarios").glob("[a-z]*.py")):
+    for file in sorted((folder / "scenarios").glob("[a-z]*.py")):
         importlib.import_module(f"scenarios.{file.stem}")
     return SCENARIOS
 
@@ -58,11 +62,12 @@ def run(name, scenario, options):
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--list", action="store_true")
+    parser.add_argument("--folder", type=pathlib.Path, default=HERE)
     for option in ("program", "stand-in", "with-mounts", "drag-source", "locales", "pictures", "keep"):
         parser.add_argument(f"--{option}")
     parser.add_argument("name", nargs="?")
     options = parser.parse_args()
-    scenarios = load()
+    scenarios = load(options.folder)
     if options.list:
         for name, scenario in scenarios.items():
             print(scenario.label, scenario.display_size, name)

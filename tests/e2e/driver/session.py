@@ -42,6 +42,8 @@ class Session:
         self.log_path().touch()
         # Output lines with these prefixes are ignored.
         self.ignored_prefixes = QT_WARNINGS
+        # Saves a picture of the screen to a file.
+        self.take_screenshot = screen.take_screenshot
         self._mounts = []
         self._home_before = self._home_tree()
 
@@ -155,7 +157,7 @@ class Session:
         """Saves a screenshot; prints the program's output, the processes and the accessibility tree."""
         pictures = pathlib.Path(self.options.pictures)
         pictures.mkdir(parents=True, exist_ok=True)
-        screen.take_screenshot(str(pictures / f"{name}.png"))
+        self.take_screenshot(str(pictures / f"{name}.png"))
         print(f"screenshot: {pictures / name}.png")
         if self.log_path().exists():
             print("the program's output:", self.log_path().read_text(errors="replace"), sep="\n")

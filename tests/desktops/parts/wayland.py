@@ -44,7 +44,7 @@ class Sway:
         self.environment = {"DISPLAY": None, "WAYLAND_DISPLAY": self.SOCKET, "SWAYSOCK": str(ipc)}
         # A keyboard lasts as long as the process that made it: this one does for the whole scenario.
         self._keyboard = Helper(session, "keyboard", ["wtype", "-s", "3600000"], **self.environment)
-        wait_for("keyboard", lambda: self._ask("get_inputs"))
+        wait_for("keyboard", self._has_keyboard)
         self._session = session
         session.take_screenshot = self.take_screenshot
 
@@ -57,6 +57,12 @@ class Sway:
 
     def _ask(self, what):
         return json.loads(self._run("swaymsg", "--raw", "--type", what))
+
+    def _has_keyboard(self):
+        try:
+            return self._ask("get_inputs")
+        except subprocess.CalledProcessError:  # Its socket is there, but not open yet.
+            return False
 
     def windows(self):
         """The windows, each with its title (name), pid, place (rect) and whether it has the keyboard (focused)."""

@@ -80,6 +80,12 @@ COMMANDS = {
     "cmake --preset dev -B build/debug -D CMAKE_CXX_FLAGS_DEBUG=-g": Run(
         "cmake --preset dev -B build/documents/debug -D CMAKE_CXX_FLAGS_DEBUG=-g"
     ),
+    "scripts/setup --desktops": Stage("scripts/test --desktops"),
+    "scripts/test --desktops": Stage("scripts/test --desktops"),
+    "scripts/with-display tests/desktops/orca_walk.py build/dev/kestrel": Run(
+        "scripts/setup --desktops && scripts/with-display tests/desktops/orca_walk.py build/dev/kestrel",
+        is_nightly=True,
+    ),
     "scripts/test -R FileURL": Run(),
     "scripts/test -L unit": Run(),
     "scripts/test --long": Stage("scripts/test --long"),

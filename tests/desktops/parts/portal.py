@@ -101,6 +101,11 @@ class Panel:
         pointer.click(self._node(tree.BUTTONS, name))
         self.await_end()
 
+    def cancel(self):
+        """Presses Cancel through AT-SPI."""
+        tree.act(self._node(tree.BUTTONS, "Cancel"), "click")
+        self.await_end()
+
     def make_folder(self, name):
         """Makes a folder in the current one, and goes into it."""
         pointer.click(self._node(tree.BUTTONS, "Create Folder"))

@@ -44,8 +44,8 @@ class Walk:
 
     def __init__(self, session, **settings):
         self.session = session
-        # Qt's warning when Orca takes long to answer whether it wants a key.
-        session.ignored_prefixes += ("QSpiApplication::keyEventError",)
+        # Qt's warnings when Orca takes long to answer whether it wants a key, and of its own combo boxes.
+        session.ignored_prefixes += ("QSpiApplication::keyEventError", "WARNING QAccessibleTable::indexOfChild")
         self.reader = ScreenReader(session, **settings)
         self.program = session.start()
         wait_for("active window", lambda: tree.has_state(self.program.window(), State.ACTIVE))
@@ -112,7 +112,8 @@ def says_each_control_once(session):
         "AIFF", "WAV", "Quality", "Folder", "Add Audio", "1.opus", "Save to Choose destination…", "Convert 3 Files",
         "Minimise", "Maximise", "Close", "MP3"])
     for name, utterances in said.items():
-        expect_once(name.partition(",")[0], utterances)
+        own = [utterance for utterance in utterances if utterance.text.startswith(name.partition(",")[0])]
+        expect(f"{name} is said once: {show(utterances)}", len(own) == 1 and not own[0].is_cut)
     # No control has to do with the name of a row that is cut off.
     for name, utterances in said.items():
         expect(f"{name} is said without the names of rows: {show(utterances)}", LONG_NAME not in text_of(utterances))
@@ -142,16 +143,21 @@ def says_rows_with_their_place(session):
 
 @scenario()
 def says_the_formats_as_radio_buttons(session):
-    walk = Walk(session, enablePositionSpeaking=True)
+    walk = Walk(session)
     wait_equal("focus", walk.focus, "MP3")
     for number, name in ((2, "AIFF"), (3, "WAV")):
-        said = text_of(walk.press("Tab"))
-        expect(f"it is a radio button with its place, not selected: {said}",
-               "not selected radio button" in said and f"{number} of 3" in said and name in said)
-    expect("it is selected", "selected" in text_of(walk.press("space")))
-    said = text_of(walk.press("shift+Tab", "Tab"))
-    expect(f"it is a selected radio button: {said}",
-           "WAV selected radio button" in said and "3 of 3" in said)
+        said = walk.press("Tab")
+        for text in (name, "not selected radio button", f"{number} of 3"):
+            expect_once(text, said)
+    said = walk.press("space")
+    expect_equal("what is said of the choice", [utterance.text for utterance in said], ["selected"])
+    said = walk.press("shift+Tab", "Tab")
+    for text in ("WAV", "selected radio button", "3 of 3"):
+        expect_once(text, said)
+    expect("it is selected now", "not selected" not in text_of(said))
+    # They are a group with a name.
+    walk.press("Tab")
+    expect_once("Output format", walk.press("shift+Tab"))
     walk.end()
 
 
@@ -159,12 +165,11 @@ def says_the_formats_as_radio_buttons(session):
 def says_the_quality_in_per_cent(session):
     walk = Walk(session)
     said = text_of(walk.tab_to("Quality"))
-    expect(f"the slider says its name and value: {said}",
-           re.search(r"Quality.*\b82 ?(%|percent|per cent)", said))
+    expect(f"the slider says its name and value: {said}", re.search(r"Quality slider 82\W*(%|percent|per cent)", said))
     for key, value in (("Up", 83), ("Home", 30), ("End", 100)):
         said = walk.press(key)
         expect(f"{key} says the value alone: {show(said)}",
-               re.fullmatch(rf"{value} ?(%|percent|per cent)\.?", text_of(said)))
+               re.fullmatch(rf"{value}\W*(%|percent|per cent)?\.?", text_of(said)))
     walk.end()
 
 
@@ -176,11 +181,9 @@ def says_the_bit_depth(session):
     said = walk.press("Tab")
     for text in ("Bit depth", "24-bit"):
         expect_once(text, said)
+    walk.press("space")
     expect_once("16-bit", walk.press("Up"))
-    expect_once("24-bit", walk.press("Down"))
-    expect_once("24-bit", walk.press("space"))
-    expect_once("16-bit", walk.press("Up"))
-    walk.press("Return")
+    expect_once("16-bit", walk.press("Return"))
     wait_for("16-bit", lambda: walk.program.find(Role.COMBO_BOX, "16-bit"))
     walk.end()
 

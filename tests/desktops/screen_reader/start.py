@@ -3,7 +3,8 @@
 
 Usage: start.py LOG PREFERENCES
 /usr/bin/orca refuses to start while another Orca of the user runs, whatever display it is on. LOG gets Orca's debug
-output; PREFERENCES is the folder of its settings. RECORDED_SPEECH names the file for what it says; ORCA_SETTINGS has settings in JSON.
+output; PREFERENCES is the folder of its settings. RECORDED_SPEECH names the file for what it says; ORCA_SETTINGS has
+settings in JSON.
 """
 
 import json

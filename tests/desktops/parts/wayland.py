@@ -30,7 +30,7 @@ class Sway:
         configuration = session.folder / "sway.conf"
         # No bar, no title: the output is the window's.
         configuration.write_text(f"output HEADLESS-1 mode {width}x{height} scale {scale}\n"
-                                 "xwayland disable\ndefault_border none\n")
+                                 "xwayland disable\ndefault_border none\ninput * repeat_rate 0\n")
         command = ["sway", "--config", str(configuration)]
         if os.getuid() == 0:
             # Sway refuses to run as root, so it runs as another user of a namespace of its own.
@@ -116,9 +116,14 @@ class Mutter:
 
     def __init__(self, session, size):
         width, height = size
+        settings = session.folder / "mutter-config" / "glib-2.0" / "settings" / "keyfile"
+        settings.parent.mkdir(parents=True)
+        # On a busy machine, a key may be up long after it was down.
+        settings.write_text("[org/gnome/desktop/peripherals/keyboard]\nrepeat=false\n")
         self._mutter = Helper(
             session, "mutter", ["mutter", "--headless", "--wayland", "--no-x11", f"--wayland-display={self.SOCKET}",
-                                "--virtual-monitor", f"{width}x{height}"], DISPLAY=None, WAYLAND_DISPLAY=None)
+                                "--virtual-monitor", f"{width}x{height}"], DISPLAY=None, WAYLAND_DISPLAY=None,
+            GSETTINGS_BACKEND="keyfile", XDG_CONFIG_HOME=str(session.folder / "mutter-config"))
         wait_for("mutter", _socket(self.SOCKET).exists)
         self._bus = Gio.bus_get_sync(Gio.BusType.SESSION)
         self._path = wait_for("remote desktop", self._create_session)[0]

@@ -58,7 +58,7 @@ def queue_files(session, program, count):
 
 def report(reader, step):
     """Prints and returns what it has said since the last step."""
-    said = reader.utterances()
+    said = reader.said()
     print(f"{step}:", *(f"    {utterance}" for utterance in said), sep="\n", flush=True)
     return said
 
@@ -81,7 +81,6 @@ def take_step(session, program, reader, said, name):
         return
     else:
         program.key(name)
-    reader.await_silence(program.pid)
     said += report(reader, name)
 
 
@@ -105,7 +104,6 @@ def main():
         program.window()
         if options.files:
             queue_files(session, program, options.files)
-        reader.await_silence(program.pid)
         said = report(reader, "start")
         for name in options.steps or WALK:
             take_step(session, program, reader, said, name)

@@ -4,7 +4,7 @@ import pathlib
 import sys
 import urllib.parse
 
-from driver import input, screen, tree
+from driver import input, screen
 from driver.waiting import wait_for
 
 from parts import pointer, window_manager
@@ -57,7 +57,7 @@ class FileManager(Shown):
         seen = []
 
         def is_steady():
-            await_idle(self.pid)
+            await_idle()
             seen.append(self._pixels())
             return len(seen) > 1 and seen[-1] == seen[-2]
 
@@ -93,15 +93,11 @@ class DropTarget(Shown):
         return x + width // 2, y + height // 2
 
 
-def drag(start, end, *pids):
+def drag(start, end):
     """Drags from point to point, as a hand does, which waits for the programs to catch up with it."""
     input.drag(start, end)
     for offset in (3, 0):
-        await_idle(*pids)
+        await_idle()
         input.move_to(end[0] + offset, end[1])
-    await_idle(*pids)
+    await_idle()
     input.release()
-
-
-def drag_onto(manager, start, node, program):
-    drag(start, tree.middle(node), manager.pid, program.pid)

@@ -1,42 +1,54 @@
-"""Waits until processes have nothing left to do, however slow the machine is."""
+"""Waits until a session has nothing left to do, however slow the machine is."""
 
+import os
 import pathlib
 import time
 
 from driver.waiting import wait_for
 
-# In seconds. Longer than any pause between two steps of one reaction; a busy machine does not shorten it, because
-# a process that waits for a processor counts as busy.
+# In seconds. A busy machine does not shorten it, because a process that waits for a processor counts as busy.
 QUIET = 0.4
-# A process may wake up this often in that time, for a timer.
+# In seconds; Orca asks a window for thousands of answers, each of which waits for a processor on a busy machine.
+PATIENCE = 120
+# So often may processes wake up in the quiet time, for timers.
 WAKE_UPS = 2
 
 
-def _tasks(pid):
-    """The number of time slices of each thread of the process, and whether one of them is runnable."""
-    slices, is_runnable = 0, False
-    for task in pathlib.Path(f"/proc/{pid}/task").glob("*"):
+def _session():
+    """The processes of the display, its buses and what runs on it, but for this one."""
+    own = f"XDG_RUNTIME_DIR={os.environ['XDG_RUNTIME_DIR']}".encode()
+    for process in pathlib.Path("/proc").glob("[0-9]*"):
         try:
-            is_runnable |= (task / "stat").read_text().rpartition(")")[2].split()[0] in "RD"
-            slices += int((task / "schedstat").read_text().split()[2])
-        except OSError:  # The thread ended.
+            if process.name != str(os.getpid()) and own in (process / "environ").read_bytes().split(b"\0"):
+                yield process
+        except OSError:  # It ended, or is another user's.
             pass
+
+
+def _activity(processes):
+    """The number of time slices that the processes have had, and whether one of them wants another."""
+    slices, is_runnable = 0, False
+    for process in processes:
+        for task in process.glob("task/*"):
+            try:
+                is_runnable |= (task / "stat").read_text().rpartition(")")[2].split()[0] in "RD"
+                slices += int((task / "schedstat").read_text().split()[2])
+            except OSError:  # The thread ended.
+                pass
     return slices, is_runnable
 
 
-def await_idle(*pids):
-    """Waits until all processes have been asleep for a while."""
-    seen = {}
-    since = [time.monotonic()]
+def await_idle():
+    """Waits until all processes of the session have been asleep for a while."""
+    processes = list(_session())
+    before, since = _activity(processes)[0], time.monotonic()
 
     def is_quiet():
-        now = time.monotonic()
-        for pid in pids:
-            slices, is_runnable = _tasks(pid)
-            if is_runnable or slices > seen.get(pid, 0) + WAKE_UPS:
-                seen.update({other: _tasks(other)[0] for other in pids})
-                since[0] = now
-                return False
-        return now - since[0] >= QUIET
+        nonlocal before, since, processes
+        slices, is_runnable = _activity(processes)
+        if is_runnable or abs(slices - before) > WAKE_UPS:
+            processes = list(_session())
+            before, since = _activity(processes)[0], time.monotonic()
+        return time.monotonic() - since >= QUIET
 
-    wait_for("idle processes", is_quiet)
+    wait_for("idle session", is_quiet, PATIENCE)

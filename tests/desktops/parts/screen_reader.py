@@ -47,17 +47,13 @@ class ScreenReader:
             stdin=subprocess.DEVNULL, stdout=output, stderr=output)
         session.helpers.append(self)
         wait_for("screen reader", lambda: self._records())
-        self.await_silence()
+        await_idle()
 
     def _records(self):
         if self.process.poll() is not None:
             raise Unmet(f"the screen reader has ended, status {self.process.returncode}")
         return [json.loads(line) for line in self._speech.read_text().splitlines(keepends=True)
                 if line.endswith("\n")]
-
-    def await_silence(self, *pids):
-        """Waits until neither Orca nor the processes have anything left to do."""
-        await_idle(self.process.pid, *pids)
 
     def utterances(self):
         """What it has said since the last call."""
@@ -77,9 +73,9 @@ class ScreenReader:
                 said.append(utterance)
         return said
 
-    def said(self, program):
-        """What it has said since the last call, once neither it nor the program has anything left to do."""
-        self.await_silence(program.pid)
+    def said(self):
+        """What it has said since the last call, once nobody has anything left to do."""
+        await_idle()
         return self.utterances()
 
     def debug_log(self):

@@ -9,7 +9,7 @@ from driver.tree import Role
 from driver.waiting import expect, expect_equal, wait_for
 
 from parts import pointer, window_manager
-from parts.file_manager import COMMANDS, DropTarget, FileManager, drag, drag_onto
+from parts.file_manager import COMMANDS, DropTarget, FileManager, drag
 
 DISPLAY = "1900x1000"
 WINDOW, TARGET = (800, 40), (40, 700)
@@ -66,13 +66,13 @@ def drops_from(session, name):
     for folder, place in ((first, drop_zone), (second, lambda program: program.find(Role.LIST))):
         manager = FileManager(session, name, folder)
         start = manager.select_all()
-        drag(start, target.middle(), manager.pid, target.pid)
+        drag(start, target.middle())
         wait_for("drop", lambda: len(target.drops()) == (2 if expected else 1))
         dragged = target.drops()[-1]
         expect_equal("dragged files", sorted(dragged), sorted(
             os.path.join(os.fsencode(folder), file) for file in os.listdir(os.fsencode(folder))))
         expected += queued(dragged)
-        drag_onto(manager, start, place(program), program)
+        drag(start, tree.middle(place(program)))
         wait_for("rows", lambda: len(shown(program)) == len(expected))
         expect_equal("rows", shown(program), expected)
         manager.close()

@@ -50,6 +50,8 @@ class FileManager(Shown):
         input.move_to(x + width // 2, y + height - 5)
         before = self._steady_pixels()
         input.key("ctrl+a")
+        # It learns of the selection later than it shows it.
+        await_idle()
         found = wait_for("highlighted file", lambda: highlight(before, self._pixels()))
         return x + found[0], y + found[1]
 

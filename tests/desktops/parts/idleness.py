@@ -29,12 +29,12 @@ def _activity(processes):
     """The number of time slices that the processes have had, and whether one of them wants another."""
     slices, is_runnable = 0, False
     for process in processes:
-        for task in process.glob("task/*"):
-            try:
+        try:
+            for task in process.glob("task/*"):
                 is_runnable |= (task / "stat").read_text().rpartition(")")[2].split()[0] in "RD"
                 slices += int((task / "schedstat").read_text().split()[2])
-            except OSError:  # The thread ended.
-                pass
+        except OSError:  # The process or the thread ended.
+            is_runnable = True
     return slices, is_runnable
 
 
@@ -46,6 +46,7 @@ def await_idle():
     def is_quiet():
         nonlocal before, since, processes
         slices, is_runnable = _activity(processes)
+        # A process that ended counts as activity once: the next list is without it.
         if is_runnable or abs(slices - before) > WAKE_UPS:
             processes = list(_session())
             before, since = _activity(processes)[0], time.monotonic()

@@ -8,6 +8,7 @@ from driver.waiting import wait_for
 
 from parts import pointer
 from parts.helper import Helper
+from parts.idleness import await_idle
 
 FRONTEND = "org.freedesktop.portal.Desktop"
 BACKEND = "org.freedesktop.impl.portal.desktop.gtk"
@@ -101,11 +102,6 @@ class Panel:
         pointer.click(self._node(tree.BUTTONS, name))
         self.await_end()
 
-    def cancel(self):
-        """Presses Cancel through AT-SPI."""
-        tree.act(self._node(tree.BUTTONS, "Cancel"), "click")
-        self.await_end()
-
     def make_folder(self, name):
         """Makes a folder in the current one, and goes into it."""
         pointer.click(self._node(tree.BUTTONS, "Create Folder"))
@@ -124,3 +120,5 @@ class Panel:
 
     def await_end(self):
         wait_for(f'end of panel "{self._title}"', lambda: self._find() is None)
+        # Until the portal's answer arrives, the window takes no keys.
+        await_idle()

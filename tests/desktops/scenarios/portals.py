@@ -8,6 +8,7 @@ from driver.registry import scenario
 from driver.waiting import expect, expect_equal, wait_equal, wait_for
 
 from parts import portal, pointer
+from parts.idleness import await_idle
 
 
 def touch(*paths):
@@ -127,6 +128,7 @@ def answers_again_when_the_portal_dies(session):
     portal.Panel(backend, FILES_PANEL[0])
     backend.kill()
     pointer.await_active(program.pid)
+    await_idle()
     program.key("Tab", "space")
     program.await_checked("AIFF")
 
@@ -140,6 +142,7 @@ def answers_again_when_the_portal_dies(session):
     backend.kill()
     program.key("Escape")
     program.await_no_window(FILES_PANEL[0])
+    await_idle()
     program.key("Tab", "space")
     program.await_checked("WAV")
     end(program)
@@ -166,6 +169,7 @@ def answers_on_when_the_portal_backend_does_not_start(session):
     program.window()
     program.key("ctrl+o")
     wait_for("failed request", lambda: "Backend call failed" in frontend.log.read_text())
+    await_idle()
     program.key("Tab", "space")
     program.await_checked("AIFF")
     end(program, frontend)

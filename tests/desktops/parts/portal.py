@@ -102,6 +102,12 @@ class Panel:
         pointer.click(self._node(tree.BUTTONS, name))
         self.await_end()
 
+    def cancel(self):
+        """Presses Cancel through AT-SPI."""
+        tree.act(self._node(tree.BUTTONS, "Cancel"), "click")
+        # A compositor without a screen is never idle.
+        wait_for(f'end of panel "{self._title}"', lambda: self._find() is None)
+
     def make_folder(self, name):
         """Makes a folder in the current one, and goes into it."""
         pointer.click(self._node(tree.BUTTONS, "Create Folder"))

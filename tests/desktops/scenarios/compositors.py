@@ -8,6 +8,7 @@ from driver.registry import scenario
 from driver.tree import Role, State
 from driver.waiting import expect, expect_equal, wait_equal, wait_for
 
+from parts import portal
 from parts.wayland import Mutter, Sway
 
 # In logical pixels.
@@ -127,6 +128,29 @@ def shows_the_alert_on_sway(session):
     sway.key("ctrl+q")
     expect_equal("status", program.await_end(), 0)
     sway.close()
+
+
+@scenario()
+def opens_the_portal_panel_over_the_window_on_sway(session):
+    """Sway floats a window that has a parent, and tiles any other beside it."""
+    sway = Sway(session, 1, OUTPUT)
+    environment = sway.program_environment()
+    backend = portal.start_backend(session, **{**environment, "GDK_BACKEND": "wayland"})
+    frontend = portal.start_frontend(session)
+    program = session.start(**environment)
+    program.window()
+    place = sway.await_window("Kestrel")["rect"]
+    sway.key("ctrl+o")
+    panel = portal.Panel(backend, FILES_PANEL[0])
+    expect_equal("the panel is", sway.await_window(FILES_PANEL[0])["type"], "floating_con")
+    window = next(window for window in sway.windows() if window["name"] == "Kestrel")
+    expect_equal("place of the window", window["rect"], place)
+    panel.cancel()
+    sway.await_window("Kestrel")
+    sway.key("ctrl+q")
+    expect_equal("status", program.await_end(), 0)
+    for part in (frontend, backend, sway):
+        part.close()
 
 
 @scenario()

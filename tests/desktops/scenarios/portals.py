@@ -49,6 +49,20 @@ def chooses_files_in_the_portal(session):
 
 
 @scenario()
+def chooses_a_file_whose_name_is_not_utf8_in_the_portal(session):
+    """GTK matches the patterns of a filter with the names as it shows them."""
+    media.make_track(os.fsencode(session.music) + b"/caf\xe9.opus", seconds=0.2)
+    program, *portals = start(session)
+    program.key("ctrl+o")
+    panel = portal.Panel(portals[0], FILES_PANEL[0])
+    panel.open_music_folder()
+    panel.select(wait_for("file", lambda: next((name for name in panel.names() if name.startswith("caf")), None)))
+    panel.press(FILES_PANEL[1])
+    program.await_names(["caf\ufffd.opus"])
+    end(program, *portals)
+
+
+@scenario()
 def chooses_a_folder_whose_name_is_not_utf8_in_the_portal(session):
     """The panel for files would not show such files: GTK matches their patterns with the names that it shows."""
     folder = os.fsencode(session.music) + b"/old \xe4lbum"

@@ -267,17 +267,19 @@ JobRowMetrics JobRow::measure(const std::shared_ptr<ConverterViewModel>& model, 
         row.layout()->activate();
         return row.sizeHint().height();
     };
-    JobRowMetrics metrics;
-    metrics.width = width;
     // One height for all of them: the rows below stay in place when a conversion starts or ends.
-    metrics.plainHeight = std::max({heightIn(JobState::waiting()), heightIn(JobState::completed()),
-                                    heightIn(JobState::converting())});
-    metrics.failedHeight = heightIn(JobState::failed("message"));
-    row.layout()->setGeometry(QRect(0, 0, width, metrics.failedHeight));
-    metrics.messageWidth = row.message_->width();
-    metrics.messageFont = row.message_->font();
-    metrics.messageLineHeight = lineHeight(metrics.messageFont);
-    return metrics;
+    const int plainHeight =
+        std::max({heightIn(JobState::waiting()), heightIn(JobState::completed()),
+                  heightIn(JobState::converting())});
+    const int failedHeight = heightIn(JobState::failed("message"));
+    row.layout()->setGeometry(QRect(0, 0, width, failedHeight));
+    const QFont messageFont = row.message_->font();
+    return {.width = width,
+            .plainHeight = plainHeight,
+            .failedHeight = failedHeight,
+            .messageLineHeight = lineHeight(messageFont),
+            .messageWidth = row.message_->width(),
+            .messageFont = messageFont};
 }
 
 } // namespace kestrel

@@ -7,13 +7,13 @@ namespace kestrel {
 /// The heights of job rows, in pixels, for one width and one set of fonts.
 struct JobRowMetrics {
     /// Of a whole row.
-    int width = 0;
+    int width;
     /// Without a message.
-    int plainHeight = 0;
+    int plainHeight;
     /// With a message of one line.
-    int failedHeight = 0;
-    int messageLineHeight = 0;
-    int messageWidth = 0;
+    int failedHeight;
+    int messageLineHeight;
+    int messageWidth;
     QFont messageFont;
 };
 

@@ -13,13 +13,12 @@ class JobRowHeightsTest : public ::testing::Test {
     JobRowHeightsTest() { heights_.setMetrics(metrics()); }
 
     static JobRowMetrics metrics() {
-        JobRowMetrics metrics;
-        metrics.width = 500;
-        metrics.plainHeight = 50;
-        metrics.failedHeight = 70;
-        metrics.messageLineHeight = 10;
-        metrics.messageWidth = 400;
-        return metrics;
+        return {.width = 500,
+                .plainHeight = 50,
+                .failedHeight = 70,
+                .messageLineHeight = 10,
+                .messageWidth = 400,
+                .messageFont = {}};
     }
 
     void queue(int count, const JobState& state) {
@@ -86,6 +85,22 @@ TEST_F(JobRowHeightsTest, remeasureAChangedMessage) {
     EXPECT_EQ(heights_.offsets().height(0), 80);
     EXPECT_FALSE(heights_.measure(0, jobs_[0]));
     EXPECT_EQ(heights_.measuredCount(), 2U);
+}
+
+TEST_F(JobRowHeightsTest, keepsMeasurementsOfAThousandRemovedJobsAndTwicePerQueuedOne) {
+    for (const int excess : {0, 1}) {
+        jobs_.clear();
+        heights_.setMetrics(metrics());
+        const int queued = 100;
+        queue(1000 + 2 * queued + excess, JobState::failed("short"));
+        for (std::size_t row = 0; row < jobs_.size(); ++row) {
+            heights_.measure(row, jobs_[row]);
+        }
+        jobs_.erase(jobs_.begin() + queued, jobs_.end());
+        heights_.update(jobs_);
+        EXPECT_EQ(heights_.isKnown(jobs_.front()), excess == 0);
+        EXPECT_EQ(heights_.offsets().height(0), excess == 0 ? 70 : 80);
+    }
 }
 
 } // namespace

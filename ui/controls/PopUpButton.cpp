@@ -1,7 +1,6 @@
 #include "PopUpButton.h"
 
 #include "ControlStyle.h"
-#include "KeyboardFocus.h"
 #include "UserInputFilter.h"
 
 #include <QAbstractItemView>
@@ -27,7 +26,6 @@ QPalette listPalette(const QPalette& palette) {
 PopUpButton::PopUpButton(QWidget* parent) : QComboBox(parent) {
     setStyle(ControlStyle::shared());
     setFocusPolicy(Qt::StrongFocus);
-    KeyboardFocus::watch();
     // Qt 6.4 exposes the choice as a value, which AT-SPI has as a number only.
     connect(this, &QComboBox::currentTextChanged, this, &QWidget::setAccessibleDescription);
 }

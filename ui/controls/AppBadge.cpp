@@ -39,15 +39,17 @@ QPixmap makeGlow(const QColor& color, double devicePixelRatio) {
     for (int pixel = 0; pixel < pixels; ++pixel) {
         strengths.push_back(blurred((pixel + 0.5) / devicePixelRatio - glowRadius, appBadgeSide));
     }
-    QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
-    for (int y = 0; y < pixels; ++y) {
+    const auto side = static_cast<int>(strengths.size());
+    QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
+    int y = 0;
+    for (const double down : strengths) {
         auto* line = reinterpret_cast<QRgb*>(image.scanLine(y)); // NOLINT: the format's pixels
         for (const double across : strengths) {
             QColor pixel = color;
-            pixel.setAlphaF(
-                static_cast<float>(glowOpacity * across * strengths[static_cast<std::size_t>(y)]));
+            pixel.setAlphaF(static_cast<float>(glowOpacity * across * down));
             *line++ = qPremultiply(pixel.rgba());
         }
+        ++y;
     }
     QPixmap glow = QPixmap::fromImage(std::move(image));
     glow.setDevicePixelRatio(devicePixelRatio);

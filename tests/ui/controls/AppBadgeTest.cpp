@@ -1,6 +1,11 @@
 #include "AppBadge.h"
 
+#include "ContinuousRectangle.h"
+#include "Corners.h"
+#include "ThemeColor.h"
+
 #include <QImage>
+#include <QLinearGradient>
 #include <QPainter>
 #include <QPalette>
 
@@ -42,6 +47,45 @@ TEST(AppBadgeTest, glowsLikeABlurOfTwelvePixels) {
     EXPECT_NEAR(opacity(6), 0.35 * 0.18, 0.01);
     EXPECT_NEAR(opacity(11), 0.35 * 0.04, 0.01);
     EXPECT_EQ(picture.pixelColor(5, 40).alpha(), 0);
+}
+
+TEST(AppBadgeTest, glowsTwelvePixelsFarOnEverySide) {
+    for (const double ratio : {1.0, 1.5, 2.0}) {
+        QImage canvas(QSize(80, 80) * ratio, QImage::Format_ARGB32_Premultiplied);
+        canvas.setDevicePixelRatio(ratio);
+        canvas.fill(Qt::transparent);
+        QPainter painter(&canvas);
+        AppBadge::drawGlow(painter, QRect(18, 18, 44, 44), QPalette(QColor(Qt::white)));
+        painter.end();
+        canvas.setDevicePixelRatio(1);
+        QRect glow;
+        for (int y = 0; y < canvas.height(); ++y) {
+            for (int x = 0; x < canvas.width(); ++x) {
+                glow |= canvas.pixelColor(x, y).alpha() > 0 ? QRect(x, y, 1, 1) : QRect();
+            }
+        }
+        EXPECT_EQ(glow, QRect(QPoint(6, 6) * ratio, QSize(68, 68) * ratio)) << ratio;
+    }
+}
+
+TEST(AppBadgeTest, isASquareWithRoundCorners) {
+    QWidget window;
+    window.setPalette(QPalette(QColor(Qt::white)));
+    AppBadge badge(&window);
+    ASSERT_EQ(badge.size(), QSize(44, 44));
+    const QImage shown = window.grab(badge.rect()).toImage();
+    const auto colorOf = [&window](ThemeColor::Name name) {
+        return ThemeColor(name).color(window.palette());
+    };
+    const QImage expected = paintedOn(Qt::white, badge.size(), [&](QPainter& painter) {
+        QLinearGradient gradient(0, 0, 44, 44);
+        gradient.setColorAt(0, colorOf(ThemeColor::Name::purple));
+        gradient.setColorAt(1, colorOf(ThemeColor::Name::blue));
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(gradient);
+        painter.drawPath(continuousRectangle(badge.rect(), 12));
+    });
+    EXPECT_TRUE(haveEqualCorners(shown, expected, 10));
 }
 
 } // namespace

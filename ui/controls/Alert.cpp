@@ -58,7 +58,7 @@ Alert::Alert(QWidget* parent)
     auto* top = new QHBoxLayout;
     top->setSpacing(16);
     top->addWidget(new AppBadge(this), 0, Qt::AlignTop);
-    top->addLayout(texts, 1);
+    top->addLayout(texts);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(padding);
     column->setSpacing(20);

@@ -33,7 +33,7 @@ DestinationButton::DestinationButton(QWidget* parent) : Button(Variant::plain, {
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(10);
     row->addWidget(symbol);
-    row->addLayout(texts, 1);
+    row->addLayout(texts);
     for (QWidget* part : std::initializer_list<QWidget*>{caption, path_, symbol}) {
         part->setAttribute(Qt::WA_TransparentForMouseEvents);
     }

@@ -105,7 +105,7 @@ QWidget* SettingsSidebar::makeHeader() {
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(12);
     row->addWidget(badge_, 0, Qt::AlignVCenter);
-    row->addLayout(texts, 1);
+    row->addLayout(texts);
     return header;
 }
 
@@ -172,7 +172,7 @@ QWidget* SettingsSidebar::makeStatus() {
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(7);
     layout->addWidget(statusDot_, 0, Qt::AlignVCenter);
-    layout->addWidget(status_, 1);
+    layout->addWidget(status_);
     return row;
 }
 

@@ -4,7 +4,9 @@
 #include "Scenario.h"
 
 #include <QFontMetrics>
+#include <QHBoxLayout>
 #include <QHelpEvent>
+#include <QImage>
 #include <QToolTip>
 
 #include <gtest/gtest.h>
@@ -94,6 +96,61 @@ TEST(ElidedLabelTest, showsNoToolTipUnlessElided) {
     label.resize(widthOf("words"), 60);
     label.show();
     EXPECT_EQ(toolTipOf(label), "");
+}
+
+TEST(ElidedLabelTest, drawsEachLineBelowTheLast) {
+    const auto picture = [](QWidget& label) {
+        QImage image(label.size(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        label.render(&image, {}, {}, {});
+        return image;
+    };
+    ElidedLabel label(2, TextFont{});
+    const int line = lineHeight(label.font());
+    label.setText(QStringLiteral("one\nanother"));
+    label.resize(200, 2 * line);
+    const QImage both = picture(label);
+    for (const char* text : {"one", "another"}) {
+        ElidedLabel single(Qt::ElideRight, TextFont{});
+        single.setText(QString::fromLatin1(text));
+        single.resize(200, line);
+        const int top = label.text().startsWith(single.text()) ? 0 : line;
+        EXPECT_EQ(both.copy(0, top, 200, line), picture(single)) << text;
+    }
+}
+
+TEST(ElidedLabelTest, elidesTheOnlyLineOfAMessageAtItsEnd) {
+    const auto picture = [](ElidedLabel& label) {
+        label.setText(QStringLiteral("a text that does not fit at all"));
+        label.resize(80, label.sizeHint().height());
+        return label.grab().toImage();
+    };
+    ElidedLabel message(1, TextFont{});
+    ElidedLabel atTheEnd(Qt::ElideRight, TextFont{});
+    ElidedLabel inTheMiddle(Qt::ElideMiddle, TextFont{});
+    EXPECT_EQ(picture(message), picture(atTheEnd));
+    EXPECT_NE(picture(message), picture(inTheMiddle));
+    EXPECT_FALSE(message.hasHeightForWidth());
+}
+
+TEST(ElidedLabelTest, takesItsTextsWidthButNoMoreOrForAMessageAnyWidth) {
+    QWidget window;
+    QHBoxLayout row(&window);
+    row.setContentsMargins(0, 0, 0, 0);
+    ElidedLabel name(Qt::ElideRight, TextFont{}, &window);
+    name.setText(QStringLiteral("name"));
+    row.addWidget(&name);
+    row.setGeometry(QRect(0, 0, 500, 100));
+    EXPECT_EQ(name.size(), name.sizeHint());
+    row.setGeometry(QRect(0, 0, 20, 100));
+    EXPECT_EQ(name.width(), 20);
+    row.removeWidget(&name);
+    ElidedLabel message(2, TextFont{}, &window);
+    message.setText(QStringLiteral("one\ntwo"));
+    row.addWidget(&message);
+    row.setGeometry(QRect(0, 0, 500, 100));
+    EXPECT_EQ(message.width(), 500);
+    EXPECT_EQ(row.minimumSize().width(), 0);
 }
 
 } // namespace

@@ -125,6 +125,22 @@ TEST(LabelSizeTest, hasRoomForItsLongestWordAtLeast) {
     EXPECT_EQ(label.minimumSizeHint(), QSize(longest + 1, lineHeight(label.font())));
 }
 
+TEST(LabelSizeTest, isAsLargeAsItsTextWithoutWrapping) {
+    Label label(QStringLiteral("one line and\nanother"), {});
+    const QFontMetrics metrics(label.font());
+    const int line = lineHeight(label.font());
+    const QRect bounds = metrics.boundingRect(QRect(0, 0, 9999, 0), 0, label.text());
+    EXPECT_EQ(label.sizeHint(), QSize(bounds.width() + 1, 2 * line));
+    EXPECT_EQ(label.heightForWidth(bounds.width() + 1), 2 * line);
+    EXPECT_EQ(label.heightForWidth(metrics.horizontalAdvance(QStringLiteral("another")) + 1),
+              3 * line);
+    label.setWordWrap(false);
+    EXPECT_EQ(label.minimumSizeHint(), label.sizeHint());
+    EXPECT_EQ(label.heightForWidth(1), 2 * line);
+    label.setText({});
+    EXPECT_EQ(label.sizeHint().height(), line);
+}
+
 TEST(LabelColorTest, isPalerWhileDisabled) {
     Label label(QStringLiteral("text"), {});
     label.setPalette(QPalette(QColor(Qt::black), QColor(0xEE, 0xEE, 0xEE)));

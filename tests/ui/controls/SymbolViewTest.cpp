@@ -25,7 +25,7 @@ class SymbolViewTest : public ::testing::Test {
         row_.setContentsMargins(0, 0, 0, 0);
         row_.addWidget(&view_);
         row_.addStretch(1);
-        window_.resize(200, 60);
+        window_.resize(200, side() + 40);
         layOut();
     }
 
@@ -51,8 +51,8 @@ class SymbolViewTest : public ::testing::Test {
 TEST_F(SymbolViewTest, isAsWideAsItsSymbolWhichIsInTheMiddle) {
     EXPECT_EQ(view_.sizeHint(), QSize(side(), side()));
     EXPECT_EQ(view_.minimumSizeHint(), view_.sizeHint());
-    EXPECT_EQ(view_.size(), QSize(side(), 60));
-    EXPECT_EQ(place(), QRect(0, (60 - side()) / 2, side(), side()));
+    EXPECT_EQ(view_.size(), QSize(side(), side() + 40));
+    EXPECT_EQ(place(), QRect(0, 20, side(), side()));
 }
 
 TEST_F(SymbolViewTest, leavesTheInsetAtItsTrailingEdge) {

@@ -127,6 +127,22 @@ TEST_F(JobListKeysTest, movesByPages) {
     EXPECT_EQ(bar()->value(), 0);
 }
 
+TEST_F(JobListKeysTest, movesByARowIfAPageHasRoomForNone) {
+    scenario_.addMany(100);
+    type(Qt::Key_Tab);
+    list_.setFixedHeight(rows().front()->height() / 2);
+    settle();
+    ASSERT_LT(area()->viewport()->height(), rows().front()->height());
+    for (const char* name : {"1.opus", "2.opus", "3.opus"}) {
+        type(Qt::Key_PageDown);
+        EXPECT_EQ(focusedName(), name);
+    }
+    for (const char* name : {"2.opus", "1.opus", "0.opus", "0.opus"}) {
+        type(Qt::Key_PageUp);
+        EXPECT_EQ(focusedName(), name);
+    }
+}
+
 TEST_F(JobListKeysTest, movesOverRowsThatAreMeasuredLower) {
     for (int number = 0; number < 60; ++number) {
         scenario_.failWith(std::to_string(number) + ".opus", "short");

@@ -1,14 +1,21 @@
 #include "FormatButton.h"
 
+#include "ContinuousRectangle.h"
+#include "Corners.h"
+#include "FocusRing.h"
+#include "MixedColor.h"
 #include "PixelArt.h"
 #include "Scenario.h"
 #include "SymbolPlaces.h"
+#include "ThemeColor.h"
 
 #include <QImage>
 #include <QPainter>
 #include <QPalette>
 
 #include <gtest/gtest.h>
+
+#include <functional>
 
 namespace kestrel {
 namespace {
@@ -89,6 +96,45 @@ TEST_F(FormatButtonTest, mirrorsItsContents) {
               QRect(200 - 12 - 18, 9, 18, 18));
     EXPECT_EQ(placeOf(Symbol::checkmarkCircleFill, 16, QColor(0xD0, 0x84, 0xFA), picture()),
               QRect(13, 10, 16, 16));
+}
+
+TEST_F(FormatButtonTest, showsItsContentsPalerWhilePressed) {
+    button_.setDown(true);
+    const QColor pale = mixed(Qt::black, Qt::white, 0.6);
+    EXPECT_EQ(placeOf(Symbol::musicNote, 18, pale, picture()), QRect(12, 9, 18, 18));
+    button_.setSelected(true);
+    const QColor tint = mixed(Qt::black, Qt::white, 0.11);
+    const QColor purple = ThemeColor(ThemeColor::Name::purple).color(window_.palette());
+    EXPECT_EQ(placeOf(Symbol::checkmarkCircleFill, 16, mixed(tint, purple, 0.6), picture()),
+              QRect(200 - 12 - 17, 10, 16, 16));
+}
+
+TEST_F(FormatButtonTest, hasRoundCornersInEachState) {
+    const auto expectCorners = [this](const std::function<void(QPainter&)>& paint) {
+        EXPECT_TRUE(haveEqualCorners(picture(), paintedOn(Qt::black, button_.size(), paint), 9));
+    };
+    const QColor tint(255, 255, 255, qRound(255 * 0.11));
+    button_.setAttribute(Qt::WA_UnderMouse);
+    expectCorners([&](QPainter& painter) {
+        painter.setPen(tint);
+        painter.drawPath(continuousRectangle(QRectF(0.5, 0.5, 199, 35), 9));
+    });
+    button_.setSelected(true);
+    const auto drawFill = [&](QPainter& painter) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(tint);
+        painter.drawPath(continuousRectangle(QRectF(0, 0, 200, 36), 9));
+    };
+    expectCorners(drawFill);
+    ASSERT_TRUE(showActive(window_));
+    button_.setFocus(Qt::TabFocusReason);
+    QTest::keyClick(&button_, Qt::Key_Shift);
+    settle();
+    expectCorners([&](QPainter& painter) {
+        drawFill(painter);
+        drawFocusRing(painter, QRectF(0, 0, 200, 36), 9,
+                      ThemeColor(ThemeColor::Name::purple).color(window_.palette()));
+    });
 }
 
 } // namespace

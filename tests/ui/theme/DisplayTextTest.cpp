@@ -29,6 +29,12 @@ TEST(DisplayTextTest, keepsTheLinesOfAMessage) {
               "one\ntwo\nthree\nfour end\uFFFD\uFFFD");
 }
 
+TEST(DisplayTextTest, breaksAMessageAtEveryLineSeparator) {
+    for (const char* separator : {"\n", "\r\n", "\r", "\u2028", "\u2029"}) {
+        EXPECT_EQ(utf8(displayMessage(std::string("one") + separator + "two")), "one\ntwo");
+    }
+}
+
 TEST(DisplayTextTest, keepsStartAndEndOfALongMessage) {
     const std::string message = "first line\n" + std::string(8'000'000, 'x') + "\nlast line";
     const QString text = displayMessage(message);

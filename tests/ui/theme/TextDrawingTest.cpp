@@ -59,5 +59,17 @@ TEST(TextDrawingTest, breaksAWordOnlyIfTheModeLetsIt) {
     EXPECT_EQ(wrappedLines(QStringLiteral("xxx xxx"), font, half).size(), 1);
 }
 
+TEST(TextDrawingTest, wrapsNothingUnlessAskedTo) {
+    const QString text = QStringLiteral("one word and another one");
+    ASSERT_GT(QFontMetrics(QGuiApplication::font()).horizontalAdvance(text), area.width());
+    const Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignVCenter;
+    EXPECT_EQ(drawn(text, Qt::LeftToRight, alignment),
+              expected(text, Qt::LeftToRight, Qt::AlignLeft));
+    const QImage wrapped = painted([&](QPainter& painter) {
+        drawAligned(painter, area, Qt::LeftToRight, alignment, text, true);
+    });
+    EXPECT_NE(wrapped, drawn(text, Qt::LeftToRight, alignment));
+}
+
 } // namespace
 } // namespace kestrel

@@ -186,5 +186,38 @@ TEST_F(MenuBarTest, usesTheUsersFontShrunkToFit) {
     EXPECT_GT(QFontMetrics(bar_->font()).height(), 18);
 }
 
+TEST_F(MenuBarTest, highlightsByTwelveAndTwentyPercent) {
+    const auto background = [this] { return picture().pixelColor(5, 14).red(); };
+    QMouseEvent move(QEvent::MouseMove, QPointF(10, 14), bar_->mapToGlobal(QPointF(10, 14)),
+                     Qt::NoButton, {}, {});
+    QApplication::sendEvent(bar_, &move);
+    EXPECT_NEAR(background(), 255 * 0.12, 1);
+    QTest::mousePress(bar_, Qt::LeftButton, {}, {10, 14});
+    ASSERT_TRUE(menu_->isVisible());
+    EXPECT_NEAR(background(), 255 * 0.2, 1);
+    menu_->close();
+}
+
+TEST_F(MenuBarTest, drawsNoMenuThatIsHidden) {
+    menu_->menuAction()->setVisible(false);
+    bar_->resize(200, 28);
+    settle();
+    EXPECT_EQ(whitePixels(), 0);
+}
+
+TEST_F(MenuBarTest, opensTheFirstMenuThatCanBeOpened) {
+    menu_->setEnabled(false);
+    auto* hidden = bar_->addMenu(QStringLiteral("Hidden"));
+    hidden->addAction(QStringLiteral("Entry"));
+    hidden->menuAction()->setVisible(false);
+    auto* last = bar_->addMenu(QStringLiteral("Last"));
+    last->addAction(QStringLiteral("Entry"));
+    bar_->resize(bar_->sizeHint());
+    QTest::keyClick(&window_, Qt::Key_F10);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(last, test::timeout));
+    EXPECT_EQ(QApplication::activePopupWidget(), last);
+    last->close();
+}
+
 } // namespace
 } // namespace kestrel

@@ -95,5 +95,28 @@ TEST_F(ResizeHandleTest, isOnTopAndTakesNoFocus) {
     }
 }
 
+TEST_F(ResizeHandleTest, isFivePixelsThickAndTwelveLongAtTheCorners) {
+    const int right = window_.width() - 1;
+    const int bottom = window_.height() - 1;
+    for (int across = 0; across < 20; ++across) {
+        for (int down = 0; down < 20; ++down) {
+            const bool isHandle = across < 5 || down < 5;
+            const bool isCorner = isHandle && across < 12 && down < 12;
+            for (const QPoint place :
+                 {QPoint(across, down), QPoint(right - across, down), QPoint(across, bottom - down),
+                  QPoint(right - across, bottom - down)}) {
+                const auto* handle = dynamic_cast<ResizeHandle*>(window_.childAt(place));
+                ASSERT_EQ(handle != nullptr, isHandle) << place.x() << ' ' << place.y();
+                if (isHandle) {
+                    const Qt::CursorShape shape = handle->cursor().shape();
+                    EXPECT_EQ(shape == Qt::SizeFDiagCursor || shape == Qt::SizeBDiagCursor,
+                              isCorner)
+                        << place.x() << ' ' << place.y();
+                }
+            }
+        }
+    }
+}
+
 } // namespace
 } // namespace kestrel

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace kestrel {
 
@@ -38,15 +37,14 @@ QFont Label::currentFont() const {
     return textFont_.font();
 }
 
-int Label::heightOf(const QRect& text) const {
+int Label::heightOf(const QSize& text) const {
     const auto lines = std::lround(text.height() / QFontMetricsF(font()).lineSpacing());
     return std::max(static_cast<int>(lines), 1) * lineHeight(font());
 }
 
 QSize Label::sizeHint() const {
-    const QRect bounds = fontMetrics().boundingRect(
-        QRect(0, 0, std::numeric_limits<short>::max(), 0), Qt::AlignLeft, text());
-    return {bounds.width() + 1, heightOf(bounds)};
+    const QSize size = fontMetrics().size({}, text());
+    return {size.width() + 1, heightOf(size)};
 }
 
 QSize Label::minimumSizeHint() const {

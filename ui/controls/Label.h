@@ -31,7 +31,7 @@ class Label : public QLabel {
     virtual QFont currentFont() const;
 
   private:
-    int heightOf(const QRect& text) const;
+    int heightOf(const QSize& text) const;
 
     TextFont textFont_;
     ThemeColor themeColor_ = ThemeColor::Name::primary;

@@ -111,8 +111,7 @@ void DropZone::paintEvent(QPaintEvent*) {
     const int width = isTargeted ? 2 : 1;
     const ThemeColor color = isTargeted ? ThemeColor(ThemeColor::Name::purple)
                                         : ThemeColor(ThemeColor::Name::secondary).withOpacity(0.2);
-    QPen pen(color.color(palette()), width, Qt::CustomDashLine, Qt::FlatCap, Qt::MiterJoin);
-    pen.setMiterLimit(10);
+    QPen pen(color.color(palette()), width, Qt::CustomDashLine, Qt::FlatCap);
     // Dash patterns are in units of the pen width.
     pen.setDashPattern({dashLength / width, dashLength / width});
     const double side = zonePadding + outlineInset + width / 2.0;

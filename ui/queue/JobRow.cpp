@@ -96,8 +96,8 @@ void JobRow::alignTrailing() {
     const double cross = removeButton_->padding() + crossMargin;
     const int excess = std::min(static_cast<int>(std::lround(cross)), overhang);
     checkMark_->setTrailingInset(static_cast<int>(std::lround(cross - checkMargin)));
-    leadingSpace_->changeSize(excess, 0, QSizePolicy::Fixed, QSizePolicy::Minimum);
-    trailingSpace_->changeSize(rowSpacing + excess, 0, QSizePolicy::Fixed, QSizePolicy::Minimum);
+    leadingSpace_->changeSize(excess, 0, QSizePolicy::Fixed);
+    trailingSpace_->changeSize(rowSpacing + excess, 0, QSizePolicy::Fixed);
     layout()->setContentsMargins(overhang - excess, 7, overhang - excess, 7);
     layout()->invalidate();
 }

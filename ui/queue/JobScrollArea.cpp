@@ -206,7 +206,7 @@ void JobScrollArea::updateMetrics() {
     if (isFontStale_ || !heights_.metrics() || heights_.metrics()->width != width) {
         isFontStale_ = false;
         heights_.setMetrics(JobRow::measure(model_, viewport(), width));
-        verticalScrollBar()->setSingleStep(std::max(1, heights_.metrics()->plainHeight / 3));
+        verticalScrollBar()->setSingleStep(heights_.metrics()->plainHeight / 3);
     }
 }
 

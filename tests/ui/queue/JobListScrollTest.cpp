@@ -39,6 +39,12 @@ TEST_F(JobListScrollTest, scrollsByTheWheelOverARow) {
     EXPECT_GT(bar()->value(), 0);
 }
 
+TEST_F(JobListScrollTest, scrollsByAThirdOfARowAndByPages) {
+    scenario_.addMany(100);
+    EXPECT_EQ(bar()->singleStep(), rows().front()->height() / 3);
+    EXPECT_EQ(bar()->pageStep(), area()->viewport()->height());
+}
+
 TEST_F(JobListScrollTest, staysWhereItIsWhileRowsAboveChange) {
     scenario_.addMany(100);
     bar()->setValue(bar()->maximum() / 2 + 7);

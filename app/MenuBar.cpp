@@ -68,9 +68,7 @@ void MenuBar::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     for (QAction* action : actions()) {
-        if (action->isVisible() && !action->isSeparator()) {
-            drawItem(painter, *action);
-        }
+        drawItem(painter, *action);
     }
 }
 

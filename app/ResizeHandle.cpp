@@ -41,7 +41,6 @@ Span span(bool atStart, bool atEnd, bool isCorner, int length) {
 } // namespace
 
 ResizeHandle::ResizeHandle(Qt::Edges edges, QWidget* parent) : QWidget(parent), edges_(edges) {
-    setFocusPolicy(Qt::NoFocus);
     setCursor(cursorFor(edges));
 }
 

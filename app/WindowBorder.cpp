@@ -10,7 +10,6 @@ namespace kestrel {
 
 WindowBorder::WindowBorder(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
-    setFocusPolicy(Qt::NoFocus);
 }
 
 void WindowBorder::paintEvent(QPaintEvent*) {

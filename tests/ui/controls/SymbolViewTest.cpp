@@ -55,6 +55,13 @@ TEST_F(SymbolViewTest, isAsWideAsItsSymbolWhichIsInTheMiddle) {
     EXPECT_EQ(place(), QRect(0, 20, side(), side()));
 }
 
+TEST_F(SymbolViewTest, roundsTheMiddleToWholePixels) {
+    view_.resize(side() + 20, side() + 30);
+    EXPECT_EQ(place().topLeft(), QPoint(10, 15));
+    view_.resize(side() + 21, side() + 31);
+    EXPECT_EQ(place().topLeft(), QPoint(11, 16));
+}
+
 TEST_F(SymbolViewTest, leavesTheInsetAtItsTrailingEdge) {
     view_.setTrailingInset(7);
     layOut();

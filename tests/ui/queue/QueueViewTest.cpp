@@ -3,6 +3,7 @@
 #include "DropZone.h"
 #include "JobList.h"
 #include "Scenario.h"
+#include "SymbolView.h"
 
 #include <QAbstractButton>
 #include <QLabel>
@@ -205,6 +206,18 @@ TEST_F(QueueViewTest, givesEveryButtonAName) {
         EXPECT_GT(name.size(), 2) << utf8(button->objectName());
     }
     EXPECT_EQ(utf8(reveal()->accessibleName()), "Show output folder");
+}
+
+TEST_F(QueueViewTest, fillsTheDestinationsButtonWithItsParts) {
+    const auto* button = find<QPushButton>(view_, "destinationButton");
+    const QRect caption = find<QLabel>(view_, "destinationCaption")->geometry();
+    const QRect path = find<QLabel>(view_, "destinationPath")->geometry();
+    const QRect symbol = button->findChild<SymbolView*>()->geometry();
+    EXPECT_EQ(symbol.left(), 0);
+    EXPECT_EQ(symbol.width(), symbol.height() > 0 ? symbolSize(button->font()) : 0);
+    EXPECT_EQ(caption.top(), 0);
+    EXPECT_EQ(path.bottom() + 1, button->height());
+    EXPECT_EQ(path.right() + 1, button->width());
 }
 
 } // namespace

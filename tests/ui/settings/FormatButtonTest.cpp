@@ -137,5 +137,13 @@ TEST_F(FormatButtonTest, hasRoundCornersInEachState) {
     });
 }
 
+TEST_F(FormatButtonTest, hasTheSizeOfAPlainButtonButAHeightOfItsOwn) {
+    Button plain(Button::Variant::plain, button_.text());
+    plain.setTextFont({TextStyle::subheadline});
+    EXPECT_EQ(button_.sizeHint(), plain.sizeHint());
+    EXPECT_EQ(button_.minimumHeight(), 36);
+    EXPECT_EQ(button_.maximumHeight(), 36);
+}
+
 } // namespace
 } // namespace kestrel

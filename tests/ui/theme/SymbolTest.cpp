@@ -141,5 +141,17 @@ TEST(SymbolTest, isAlignedToDevicePixels) {
     EXPECT_EQ(canvas.copy(4, 3, 24, 24).convertToFormat(QImage::Format_ARGB32), expected);
 }
 
+TEST(SymbolTest, isRenderedOnceForEachColorSizeAndRatio) {
+    const auto key = [](Symbol symbol, int size, const QColor& color, double ratio) {
+        return symbolPixmap(symbol, size, color, ratio).cacheKey();
+    };
+    const qint64 first = key(Symbol::plus, 20, Qt::black, 1);
+    EXPECT_EQ(key(Symbol::plus, 20, Qt::black, 1), first);
+    EXPECT_NE(key(Symbol::waveform, 20, Qt::black, 1), first);
+    EXPECT_NE(key(Symbol::plus, 21, Qt::black, 1), first);
+    EXPECT_NE(key(Symbol::plus, 20, Qt::white, 1), first);
+    EXPECT_NE(key(Symbol::plus, 10, Qt::black, 2), first);
+}
+
 } // namespace
 } // namespace kestrel

@@ -78,6 +78,8 @@ TEST_F(TextFontTest, usesTheSystemsFixedFontIfMonospaced) {
 TEST_F(TextFontTest, hasFontsOfAFixedSizeToo) {
     setPixels(30);
     EXPECT_EQ(systemFont(10).pixelSize(), 10);
+    EXPECT_EQ(systemFont(10).weight(), QFont::Normal);
+    EXPECT_EQ(systemFont(10, QFont::Bold).weight(), QFont::Bold);
 }
 
 } // namespace

@@ -361,6 +361,22 @@ TEST_F(AccessibilityTest, announcesTheRowAfterAListThatPassesItTheFocus) {
     EXPECT_THAT(focused, ElementsAre(list, list->rows().front()));
 }
 
+TEST_F(AccessibilityTest, announcesTheFocusLastThoughTabReachesARowThatIsGone) {
+    scenario_.add({"a.opus", "b.opus"});
+    const auto* list = view_.findChild<JobScrollArea*>();
+    JobRow* first = list->rows().front();
+    scenario_.model->remove(scenario_.model->jobs().front());
+    focused.clear();
+    // Before the list has been refreshed.
+    first->setFocus(Qt::TabFocusReason);
+    settle();
+    const auto* row = qobject_cast<const JobRow*>(QApplication::focusWidget());
+    ASSERT_NE(row, nullptr);
+    EXPECT_EQ(row->job().source().lastPathComponent(), "b.opus");
+    ASSERT_FALSE(focused.empty());
+    EXPECT_EQ(focused.back(), row);
+}
+
 TEST_F(AccessibilityTest, exposesTheFormatsAsAGroupOfRadioButtonsWithTheirPlaces) {
     EXPECT_EQ(interfaceOf(view_.findChild<FormatGroup*>())->role(), QAccessible::Grouping);
     EXPECT_EQ(text(view_.findChild<FormatGroup*>()), "Output format");

@@ -76,6 +76,8 @@ TEST_F(SidebarDetailsTest, placesTheBitDepthBesideItsLabel) {
     EXPECT_EQ(picker.x(), label.right() + 1 + 8);
     EXPECT_EQ(picker.right() + 1, 310 - 24);
     EXPECT_LE(std::abs(picker.center().y() - label.center().y()), 1);
+    // Assistive technology finds the label by it.
+    EXPECT_EQ(find<Label>(sidebar_, "bitDepthLabel")->buddy(), sidebar_.findChild<PopUpButton*>());
 }
 
 TEST_F(SidebarDetailsTest, givesTheStatusTheWidthBesideItsDot) {

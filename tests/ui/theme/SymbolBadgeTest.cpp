@@ -14,7 +14,7 @@
 namespace kestrel {
 namespace {
 
-QImage badge(int fontSize) {
+QImage badgeWithFont(int fontSize) {
     QFont font;
     font.setPixelSize(fontSize);
     QImage image(44, 44, QImage::Format_RGB32);
@@ -30,12 +30,12 @@ TEST(SymbolBadgeTest, hasASymbolOfItsFontsSizeInItsMiddle) {
     font.setPixelSize(16);
     const int side = symbolSize(font);
     const int margin = (44 - side) / 2;
-    EXPECT_EQ(placeOf(Symbol::folderFill, side, Qt::yellow, badge(16)),
+    EXPECT_EQ(placeOf(Symbol::folderFill, side, Qt::yellow, badgeWithFont(16)),
               QRect(margin, margin, side, side));
 }
 
 TEST(SymbolBadgeTest, keepsALargeSymbolSixPixelsFromItsEdges) {
-    EXPECT_EQ(placeOf(Symbol::folderFill, 32, Qt::yellow, badge(100)), QRect(6, 6, 32, 32));
+    EXPECT_EQ(placeOf(Symbol::folderFill, 32, Qt::yellow, badgeWithFont(100)), QRect(6, 6, 32, 32));
 }
 
 TEST(SymbolBadgeTest, isAContinuousRectangleWithoutALine) {
@@ -44,7 +44,7 @@ TEST(SymbolBadgeTest, isAContinuousRectangleWithoutALine) {
         painter.setBrush(Qt::blue);
         painter.drawPath(continuousRectangle(QRectF(0, 0, 44, 44), 12));
     });
-    EXPECT_TRUE(haveEqualCorners(badge(16), expected, 10));
+    EXPECT_TRUE(haveEqualCorners(badgeWithFont(16), expected, 10));
 }
 
 } // namespace

@@ -79,7 +79,7 @@ TEST(AppBadgeTest, isASquareWithRoundCorners) {
     };
     const QImage expected = paintedOn(Qt::white, badge.size(), [&](QPainter& painter) {
         QLinearGradient gradient(0, 0, 44, 44);
-        gradient.setColorAt(0, colorOf(ThemeColor::Name::purple));
+        gradient.setColorAt(0, colorOf(ThemeColor::Name::purpleFill));
         gradient.setColorAt(1, colorOf(ThemeColor::Name::blue));
         painter.setPen(Qt::NoPen);
         painter.setBrush(gradient);

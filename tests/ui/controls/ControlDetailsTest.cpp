@@ -54,7 +54,7 @@ class ControlDetailsTest : public ::testing::Test {
 TEST_F(ControlDetailsTest, drawsChevronsWithRoundEndsAndTips) {
     const QImage image = magnified(QStyle::CC_ComboBox, comboBox());
     const QImage expected =
-        paintedOn(color(ThemeColor::Name::purple), image.size(), [](QPainter& painter) {
+        paintedOn(color(ThemeColor::Name::purpleFill), image.size(), [](QPainter& painter) {
             painter.scale(magnification, magnification);
             painter.setPen(QPen(Qt::white, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
             painter.drawPolyline(QPolygonF({{43, 12}, {46, 9}, {49, 12}}));
@@ -94,7 +94,7 @@ TEST_F(ControlDetailsTest, roundsTheComboBoxAndItsIndicator) {
         painter.setPen(Qt::NoPen);
         painter.setBrush(fill);
         painter.drawPath(continuousRectangle(QRectF(0, 0, 60, 28), 7));
-        painter.setBrush(color(ThemeColor::Name::purple));
+        painter.setBrush(color(ThemeColor::Name::purpleFill));
         painter.drawPath(continuousRectangle(QRectF(36, 4, 20, 20), 5));
     });
     EXPECT_TRUE(haveEqualCorners(image, expected, 4 * magnification));

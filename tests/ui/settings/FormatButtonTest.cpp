@@ -100,12 +100,12 @@ TEST_F(FormatButtonTest, mirrorsItsContents) {
 
 TEST_F(FormatButtonTest, showsItsContentsPalerWhilePressed) {
     button_.setDown(true);
-    const QColor pale = mixed(Qt::black, Qt::white, 0.6);
+    const QColor pale = mixed(Qt::black, Qt::white, 0.75);
     EXPECT_EQ(placeOf(Symbol::musicNote, 18, pale, picture()), QRect(12, 9, 18, 18));
     button_.setSelected(true);
     const QColor tint = mixed(Qt::black, Qt::white, 0.11);
     const QColor purple = ThemeColor(ThemeColor::Name::purple).color(window_.palette());
-    EXPECT_EQ(placeOf(Symbol::checkmarkCircleFill, 16, mixed(tint, purple, 0.6), picture()),
+    EXPECT_EQ(placeOf(Symbol::checkmarkCircleFill, 16, mixed(tint, purple, 0.75), picture()),
               QRect(200 - 12 - 17, 10, 16, 16));
 }
 

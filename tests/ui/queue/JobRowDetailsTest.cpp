@@ -36,9 +36,11 @@ TEST_F(JobRowDetailsTest, hasAPaleBadgeWithRoundCorners) {
     const auto* badge = find<QWidget>(row_, "badge");
     const QRect place(badge->mapTo(&window_, QPoint()), badge->size());
     ASSERT_EQ(place.size(), QSize(42, 42));
-    const QImage expected = paintedOn(Qt::white, place.size(), [this](QPainter& painter) {
+    QColor pale = purple();
+    pale.setAlphaF(0.11F);
+    const QImage expected = paintedOn(Qt::white, place.size(), [&pale](QPainter& painter) {
         painter.setPen(Qt::NoPen);
-        painter.setBrush(mixed(Qt::white, purple(), 0.11));
+        painter.setBrush(pale);
         painter.drawPath(continuousRectangle(QRectF(0, 0, 42, 42), 9));
     });
     EXPECT_TRUE(haveEqualCorners(window_.grab(place).toImage(), expected, 9));

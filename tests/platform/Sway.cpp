@@ -9,6 +9,7 @@
 #include <grp.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
+#include <wayland-client-core.h>
 
 #include <string>
 
@@ -20,6 +21,15 @@ using namespace Qt::StringLiterals;
 
 /// Sway refuses to run as root; root can use the socket of any user.
 constexpr unsigned nobody = 65534;
+
+/// Its file is there before it listens.
+bool isListening(const std::string& socket) {
+    wl_display* display = ::wl_display_connect(socket.c_str());
+    if (display != nullptr) {
+        ::wl_display_disconnect(display);
+    }
+    return display != nullptr;
+}
 
 bool isRoot() {
     return ::geteuid() == 0;
@@ -47,7 +57,7 @@ Sway::Sway() {
     process_.start(u"sway"_s, {u"--config"_s, QString::fromStdString(folder + "/config")});
     // The first name that sway tries.
     const std::string socket = folder + "/wayland-1";
-    EXPECT_TRUE(waitUntil([&] { return ::access(socket.c_str(), F_OK) == 0; }))
+    EXPECT_TRUE(waitUntil([&] { return isListening(socket); }))
         << "sway does not start: " << process_.readAllStandardError().toStdString();
     qputenv("WAYLAND_DISPLAY", QByteArray::fromStdString(socket));
     qputenv("QT_QPA_PLATFORM", "wayland");

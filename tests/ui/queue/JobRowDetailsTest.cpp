@@ -2,7 +2,6 @@
 #include "Corners.h"
 #include "FocusRing.h"
 #include "JobRow.h"
-#include "MixedColor.h"
 #include "Scenario.h"
 #include "ThemeColor.h"
 

@@ -15,6 +15,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPainter>
+#include <QStyle>
 #include <QTimer>
 #include <QToolTip>
 
@@ -263,7 +264,10 @@ int run(const QString& folder, bool isPseudo) {
     const QPalette light = QApplication::palette();
     for (const auto& [scheme, palette] :
          {std::pair("light", light), std::pair("dark", darkPalette())}) {
-        QApplication::setPalette(palette);
+        // As a desktop's palette is.
+        QPalette polished = palette;
+        QApplication::style()->polish(polished);
+        QApplication::setPalette(polished);
         for (const Screenshot& screenshot : screenshots()) {
             const QString path =
                 QStringLiteral("%1/%2-%3.png")

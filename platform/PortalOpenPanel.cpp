@@ -47,6 +47,10 @@ constexpr int versionTimeoutMilliseconds = 5000;
 /// The reply comes when the request is created, not when the user has chosen.
 constexpr int openTimeoutMilliseconds = 25000;
 constexpr uint successResponse = 0;
+/// Also the response for a backend that cannot be started.
+constexpr uint endedResponse = 2;
+/// From the portal's reply; no panel is on the screen that soon, for anybody to close.
+constexpr int quickestDismissalMilliseconds = 50;
 
 /// Portal globs are case-sensitive.
 QString caseInsensitiveGlob(const std::string& extension) {
@@ -126,10 +130,13 @@ PortalOpenPanel::Answer PortalOpenPanel::run() {
 }
 
 void PortalOpenPanel::handleResponse(uint response, const QVariantMap& results) {
-    // Any other code is a dismissal; which one depends on how the panel was closed.
     if (response == successResponse) {
         finish({true, urlsFromUris(results.value(u"uris"_s).toStringList())});
+    } else if (response == endedResponse &&
+               (!sinceReply_.isValid() || sinceReply_.elapsed() < quickestDismissalMilliseconds)) {
+        finish({});
     } else {
+        // Which code a dismissal has depends on how the panel was closed.
         finish({true, std::nullopt});
     }
 }
@@ -190,6 +197,7 @@ void PortalOpenPanel::openFile(const QString& parentWindow) {
         if (reply.isError()) {
             giveUp();
         } else {
+            sinceReply_.start();
             setRequestPath(reply.value().path());
         }
     });

@@ -6,6 +6,7 @@
 
 #include <QDBusConnection>
 #include <QDBusObjectPath>
+#include <QElapsedTimer>
 #include <QEventLoop>
 #include <QObject>
 #include <QString>
@@ -61,6 +62,8 @@ class PortalOpenPanel final : public QObject {
     PortalParentWindow parent_;
     /// The object path of the portal's Request; empty before OpenFile is called.
     QString requestPath_;
+    /// Invalid before the portal has replied to OpenFile.
+    QElapsedTimer sinceReply_;
     std::optional<Answer> answer_;
 };
 

@@ -182,9 +182,22 @@ TEST_F(PortalOpenPanelTest, skipsUrisThatNameNoLocalFile) {
 
 TEST_F(PortalOpenPanelTest, returnsNoneWhenDismissed) {
     EXPECT_EQ(runAndRespond(cancelled), std::nullopt);
-    EXPECT_EQ(runAndRespond(ended), std::nullopt);
-    EXPECT_EQ(portal_.requests().size(), 2U);
+    EXPECT_EQ(portal_.requests().size(), 1U);
     EXPECT_EQ(qtDialogs_.count(), 0);
+}
+
+TEST_F(PortalOpenPanelTest, returnsNoneWhenThePanelWasClosedInAnotherWay) {
+    portal_.onOpened = [this](const FakePortal::Request& request) {
+        QTimer::singleShot(250, &portal_, [this, request] { portal_.respond(request, ended); });
+    };
+    EXPECT_EQ(panel_.runModal(fileOptions()), std::nullopt);
+    EXPECT_EQ(qtDialogs_.count(), 0);
+}
+
+TEST_F(PortalOpenPanelTest, fallsBackToQtsDialogIfThePortalHasNoBackendThatStarts) {
+    EXPECT_EQ(runAndRespond(ended), std::nullopt);
+    EXPECT_EQ(portal_.requests().size(), 1U);
+    EXPECT_EQ(qtDialogs_.count(), 1);
 }
 
 TEST_F(PortalOpenPanelTest, acceptsAResponseBeforeTheReply) {

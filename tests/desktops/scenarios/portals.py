@@ -176,14 +176,14 @@ def shows_its_own_panel_without_a_portal_backend(session):
 
 
 @scenario()
-def answers_on_when_the_portal_backend_does_not_start(session):
-    """The portal then reports each request as ended."""
+def shows_its_own_panel_when_the_portal_backend_does_not_start(session):
+    """The portal then reports each request as ended, at once."""
     frontend = portal.start_frontend(session)
     program = session.start()
     program.window()
     program.key("ctrl+o")
     wait_for("failed request", lambda: "Backend call failed" in frontend.log.read_text())
-    await_idle()
-    program.key("Tab", "space")
-    program.await_checked("AIFF")
+    program.window(FILES_PANEL[0])
+    program.key("Escape")
+    program.await_no_window(FILES_PANEL[0])
     end(program, frontend)

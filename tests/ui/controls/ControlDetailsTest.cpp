@@ -1,6 +1,7 @@
 #include "ContinuousRectangle.h"
 #include "ControlStyle.h"
 #include "Corners.h"
+#include "StyleOptionsFixture.h"
 #include "ThemeColor.h"
 
 #include <QImage>
@@ -17,27 +18,9 @@ namespace {
 constexpr int magnification = 8;
 
 /// Checks what the style draws on white for a light palette, as under a magnifying glass.
-class ControlDetailsTest : public ::testing::Test {
+class ControlDetailsTest : public StyleOptionsFixture {
   protected:
-    template <typename Option> Option option(QSize size) const {
-        Option option;
-        option.rect = QRect(QPoint(), size);
-        option.palette = QPalette(QColor(Qt::white));
-        option.state = QStyle::State_Enabled;
-        option.direction = Qt::LeftToRight;
-        return option;
-    }
-
-    QStyleOptionSlider slider() const {
-        auto slider = option<QStyleOptionSlider>({60, 24});
-        slider.orientation = Qt::Horizontal;
-        slider.minimum = 0;
-        slider.maximum = 100;
-        slider.sliderPosition = 50;
-        return slider;
-    }
-
-    QStyleOptionComboBox comboBox() const { return option<QStyleOptionComboBox>({60, 28}); }
+    ControlDetailsTest() : StyleOptionsFixture(QColor(Qt::white)) {}
 
     QImage magnified(QStyle::ComplexControl control, const QStyleOptionComplex& option) const {
         return paintedOn(Qt::white, option.rect.size() * magnification, [&](QPainter& painter) {
@@ -46,9 +29,7 @@ class ControlDetailsTest : public ::testing::Test {
         });
     }
 
-    QColor color(ThemeColor color) const { return color.color(QPalette(QColor(Qt::white))); }
-
-    const ControlStyle& style_ = *ControlStyle::shared();
+    QColor color(ThemeColor color) const { return color.color(palette_); }
 };
 
 TEST_F(ControlDetailsTest, drawsChevronsWithRoundEndsAndTips) {

@@ -1,6 +1,7 @@
 #include "ControlStyle.h"
 
 #include "PixelArt.h"
+#include "StyleOptionsFixture.h"
 #include "ThemeColor.h"
 
 #include <QImage>
@@ -35,45 +36,9 @@ QColor grey(double opacity) {
 }
 
 /// Checks what the style draws on white for a light palette, without a widget.
-class ControlStyleTest : public ::testing::Test {
+class ControlStyleTest : public StyleOptionsFixture {
   protected:
-    template <typename Option> Option option(QSize size) const {
-        Option option;
-        option.rect = QRect(QPoint(), size);
-        option.palette = QPalette(QColor(Qt::black), QColor(0xEE, 0xEE, 0xEE));
-        option.state = QStyle::State_Enabled;
-        option.direction = Qt::LeftToRight;
-        return option;
-    }
-
-    QStyleOptionSlider slider() const {
-        auto slider = option<QStyleOptionSlider>({60, 24});
-        slider.orientation = Qt::Horizontal;
-        slider.minimum = 0;
-        slider.maximum = 100;
-        slider.sliderPosition = 50;
-        return slider;
-    }
-
-    QStyleOptionSlider scrollBar() const {
-        auto bar = option<QStyleOptionSlider>({12, 100});
-        bar.orientation = Qt::Vertical;
-        bar.minimum = 0;
-        bar.maximum = 100;
-        bar.pageStep = 100;
-        bar.sliderPosition = 50;
-        return bar;
-    }
-
-    QStyleOptionComboBox comboBox() const { return option<QStyleOptionComboBox>({60, 28}); }
-
-    QStyleOptionProgressBar progressBar(int percent) const {
-        auto bar = option<QStyleOptionProgressBar>({40, 6});
-        bar.minimum = 0;
-        bar.maximum = 100;
-        bar.progress = percent;
-        return bar;
-    }
+    ControlStyleTest() : StyleOptionsFixture({QColor(Qt::black), QColor(0xEE, 0xEE, 0xEE)}) {}
 
     QImage drawn(QStyle::ComplexControl control, const QStyleOptionComplex& option) const {
         return painted(option.rect.size(), [&](QPainter& painter) {
@@ -86,8 +51,6 @@ class ControlStyleTest : public ::testing::Test {
             style_.drawControl(element, &option, &painter, nullptr);
         });
     }
-
-    const ControlStyle& style_ = *ControlStyle::shared();
 
   private:
     static QImage painted(QSize size, const std::function<void(QPainter&)>& paint) {

@@ -125,7 +125,7 @@ def constants(source, index):
             # A hexadecimal floating-point number, too large for one more to make a difference.
             return replaced(source, index, [("doubled", f"({token.text} * 2)")])
         changes = [("plus-1", f"({token.text} + 1)"), ("minus-1", f"({token.text} - 1)")]
-        if "." in token.text:
+        if "." in token.text and float(token.text.replace("'", "").rstrip("fFlL")):
             # One more would be too much for an opacity.
             changes.append(("half-more", f"({token.text} * 1.5)"))
         return replaced(source, index, changes)

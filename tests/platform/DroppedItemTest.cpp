@@ -64,6 +64,10 @@ TEST(DroppedItems, skipCommentsAndEmptyLines) {
     EXPECT_TRUE(droppedItems("\r\n\r\n").empty());
 }
 
+TEST(DroppedItems, comeAsTheTypeThatFileManagersOffer) {
+    EXPECT_EQ(uriListType, "text/uri-list");
+}
+
 TEST(DroppedItems, includeUrisWithOtherSchemes) {
     const std::vector<DroppedItem> items = droppedItems("https://example.org\r\nfile:///a\r\n");
     ASSERT_EQ(items.size(), 2U);

@@ -180,6 +180,14 @@ TEST_F(PortalOpenPanelTest, skipsUrisThatNameNoLocalFile) {
     EXPECT_EQ(runAndRespond(success, {}), Chosen(std::vector<FileURL>()));
 }
 
+TEST(OpenPanelOptions, chooseOneExistingFileUnlessSetOtherwise) {
+    const OpenPanel::Options options;
+    EXPECT_TRUE(options.canChooseFiles);
+    EXPECT_FALSE(options.canChooseDirectories);
+    EXPECT_FALSE(options.canCreateDirectories);
+    EXPECT_FALSE(options.allowsMultipleSelection);
+}
+
 TEST_F(PortalOpenPanelTest, returnsNoneWhenDismissed) {
     EXPECT_EQ(runAndRespond(cancelled), std::nullopt);
     EXPECT_EQ(portal_.requests().size(), 1U);

@@ -4,6 +4,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDialog>
 #include <QDragEnterEvent>
 #include <QDragLeaveEvent>
 #include <QDropEvent>
@@ -145,6 +146,30 @@ TEST(UserInputFilter, passesPaintAndTimerEvents) {
     QTimer::singleShot(0, &window, [&] { hasFired = true; });
     window.update();
     EXPECT_TRUE(runUntil([&] { return hasFired && window.has(QEvent::Paint); }));
+}
+
+TEST(IsUserInputBlocked, isTrueWhileAFilterIsThere) {
+    const QWidget window;
+    EXPECT_FALSE(isUserInputBlocked(window));
+    {
+        const UserInputFilter filter;
+        EXPECT_TRUE(isUserInputBlocked(window));
+    }
+    EXPECT_FALSE(isUserInputBlocked(window));
+}
+
+TEST(IsUserInputBlocked, isTrueForTheWindowsBehindAModalOne) {
+    QWidget behind;
+    behind.show();
+    QDialog modal(&behind);
+    const QWidget part(&modal);
+    modal.setModal(true);
+    modal.show();
+    EXPECT_TRUE(isUserInputBlocked(behind));
+    EXPECT_FALSE(isUserInputBlocked(modal));
+    EXPECT_FALSE(isUserInputBlocked(part));
+    modal.close();
+    EXPECT_FALSE(isUserInputBlocked(behind));
 }
 
 } // namespace

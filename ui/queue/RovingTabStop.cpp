@@ -64,7 +64,8 @@ void RovingTabStop::updateTabStop() {
         stop = list_.row(current_ ? current_->index : list_.firstUncutRow());
     }
     for (JobRow* row : rows) {
-        row->setFocusPolicy(row == stop ? Qt::StrongFocus : Qt::ClickFocus);
+        const bool isStop = stop != nullptr && row == stop;
+        row->setFocusPolicy(isStop ? Qt::StrongFocus : Qt::ClickFocus);
     }
 }
 

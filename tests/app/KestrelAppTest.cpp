@@ -160,6 +160,10 @@ TEST(ApplicationStyleTest, isInstalledOnTopOfTheDesktopsStyle) {
 }
 
 class InstalledStyleTest : public ::testing::Test {
+  public:
+    InstalledStyleTest(const InstalledStyleTest&) = delete;
+    InstalledStyleTest& operator=(const InstalledStyleTest&) = delete;
+
   protected:
     InstalledStyleTest() { ApplicationStyle::install(); }
 
@@ -171,7 +175,7 @@ class InstalledStyleTest : public ::testing::Test {
     /// Returns the palette of a tool tip that is shown now.
     static QPalette paletteOfAToolTip() {
         QToolTip::showText(QPoint(10, 10), QStringLiteral("text"));
-        const QPalette palette = toolTip() != nullptr ? toolTip()->palette() : QPalette();
+        QPalette palette = toolTip() != nullptr ? toolTip()->palette() : QPalette();
         QToolTip::hideText();
         // It hides later, and is reused until then.
         EXPECT_TRUE(test::runUntil([] { return toolTip() == nullptr; }));

@@ -134,7 +134,7 @@ TEST_F(PortalOpenPanelTest, filtersNamesThatAreNotUtf8AsGtkShowsThem) {
     EXPECT_TRUE(isOffered(u"plain.Opus"_s));
     EXPECT_FALSE(isOffered(u"plain.opus (invalid encoding)"_s));
     EXPECT_FALSE(isOffered(u"plain.wav"_s));
-    ::setlocale(LC_CTYPE, encoding.c_str());
+    static_cast<void>(::setlocale(LC_CTYPE, encoding.c_str()));
 }
 
 TEST_F(PortalOpenPanelTest, asksForAFolder) {

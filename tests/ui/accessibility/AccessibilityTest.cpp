@@ -43,11 +43,11 @@ int hiddenNotifications = 0;
 
 /// The widgets that notifications were shown by, and that got the focus, in order.
 std::vector<const QObject*> notifiers;
-std::vector<const QObject*> focused;
+std::vector<const QObject*> focusedObjects;
 
 void record(QAccessibleEvent* event) {
     if (event->type() == QAccessible::Focus) {
-        focused.push_back(event->object());
+        focusedObjects.push_back(event->object());
     }
     const QAccessibleInterface* interface = event->accessibleInterface();
     if (interface == nullptr || interface->role() != QAccessible::Notification) {
@@ -83,7 +83,7 @@ class AccessibilityTest : public ::testing::Test {
         EXPECT_TRUE(showActive(view_));
         notifications.clear();
         notifiers.clear();
-        focused.clear();
+        focusedObjects.clear();
         hiddenNotifications = 0;
         setScreenReaderEnabled(true);
         EXPECT_TRUE(test::runUntil([] { return QAccessible::isActive(); }));
@@ -343,22 +343,22 @@ TEST_F(AccessibilityTest, keepsTheTextOfTheStartBesideThatOfTheOutcome) {
 TEST_F(AccessibilityTest, announcesNothingButTheRowWhenTabEntersTheQueue) {
     scenario_.add({"a.opus", "b.opus"});
     findButton<Button>(view_, "Add Audio")->setFocus();
-    focused.clear();
+    focusedObjects.clear();
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     settle();
     const auto* row = qobject_cast<JobRow*>(QApplication::focusWidget());
     ASSERT_NE(row, nullptr);
     EXPECT_EQ(utf8(row->accessibleDescription()), "1 of 2");
-    EXPECT_THAT(focused, ElementsAre(row));
+    EXPECT_THAT(focusedObjects, ElementsAre(row));
 }
 
 TEST_F(AccessibilityTest, announcesTheRowAfterAListThatPassesItTheFocus) {
     scenario_.add({"a.opus"});
     auto* list = view_.findChild<JobScrollArea*>();
-    focused.clear();
+    focusedObjects.clear();
     list->setFocus();
     settle();
-    EXPECT_THAT(focused, ElementsAre(list, list->rows().front()));
+    EXPECT_THAT(focusedObjects, ElementsAre(list, list->rows().front()));
 }
 
 TEST_F(AccessibilityTest, announcesTheFocusLastThoughTabReachesARowThatIsGone) {
@@ -366,15 +366,15 @@ TEST_F(AccessibilityTest, announcesTheFocusLastThoughTabReachesARowThatIsGone) {
     const auto* list = view_.findChild<JobScrollArea*>();
     JobRow* first = list->rows().front();
     scenario_.model->remove(scenario_.model->jobs().front());
-    focused.clear();
+    focusedObjects.clear();
     // Before the list has been refreshed.
     first->setFocus(Qt::TabFocusReason);
     settle();
     const auto* row = qobject_cast<const JobRow*>(QApplication::focusWidget());
     ASSERT_NE(row, nullptr);
     EXPECT_EQ(row->job().source().lastPathComponent(), "b.opus");
-    ASSERT_FALSE(focused.empty());
-    EXPECT_EQ(focused.back(), row);
+    ASSERT_FALSE(focusedObjects.empty());
+    EXPECT_EQ(focusedObjects.back(), row);
 }
 
 TEST_F(AccessibilityTest, exposesTheFormatsAsAGroupOfRadioButtonsWithTheirPlaces) {

@@ -168,6 +168,7 @@ TEST_F(JobListAccessibilityTest, hasTheTextsOfARowInItsNameAndItsControlsAsChild
     const auto children = [this](int index) {
         const QAccessibleInterface* row = list()->child(index);
         std::vector<std::string> result;
+        result.reserve(static_cast<std::size_t>(row->childCount()));
         for (int child = 0; child < row->childCount(); ++child) {
             result.push_back(utf8(row->child(child)->text(QAccessible::Name)));
         }

@@ -9,6 +9,7 @@
 
 #include <QImage>
 #include <QPainter>
+#include <QStyle>
 #include <QStyleFactory>
 
 #include <gtest/gtest.h>
@@ -40,7 +41,7 @@ class ButtonLabelTest : public ::testing::Test {
                        window_.grab(button_.geometry()).toImage());
     }
 
-    std::string art(const QImage& image) const { return pixelArt(image, Qt::white, Qt::black); }
+    static std::string art(const QImage& image) { return pixelArt(image, Qt::white, Qt::black); }
 
     /// Expects the text in this part of the button, centred down, and nothing else from there on.
     void expectText(const QRect& place) {

@@ -10,7 +10,7 @@
 namespace kestrel {
 namespace {
 
-const QColor backgroundColor(0xEE, 0xEE, 0xEE);
+const QColor lightGrey(0xEE, 0xEE, 0xEE);
 const QColor focusPurple(0x95, 0x40, 0xC8);
 
 /// Gives the widget the keyboard focus and returns its picture in a light window.
@@ -24,12 +24,12 @@ QImage pictureWithFocus(QWidget& window, QWidget& widget) {
 
 TEST(ControlFocusTest, isAPurpleRingAroundTheThumbThatHasTheFocus) {
     QWidget window;
-    window.setPalette(QPalette(QColor(Qt::black), backgroundColor));
+    window.setPalette(QPalette(QColor(Qt::black), lightGrey));
     QualitySlider slider(&window);
     slider.setGeometry(0, 0, 60, 24);
     slider.showQuality(100);
     const QImage image = pictureWithFocus(window, slider);
-    EXPECT_EQ(pixelArt(image.copy(40, 3, 20, 18), backgroundColor, focusPurple), R"(
+    EXPECT_EQ(pixelArt(image.copy(40, 3, 20, 18), lightGrey, focusPurple), R"(
 ........+####+......
 ......+########+....
 .....###......###...
@@ -53,7 +53,7 @@ TEST(ControlFocusTest, isAPurpleRingAroundTheThumbThatHasTheFocus) {
 
 TEST(ControlFocusTest, isAPurpleRingAroundTheComboBoxThatHasTheFocus) {
     QWidget window;
-    window.setPalette(QPalette(QColor(Qt::black), backgroundColor));
+    window.setPalette(QPalette(QColor(Qt::black), lightGrey));
     PopUpButton box(&window);
     box.setGeometry(0, 0, 60, 28);
     const QImage image = pictureWithFocus(window, box);

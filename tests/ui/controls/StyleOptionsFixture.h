@@ -7,13 +7,15 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace kestrel {
 
 /// Makes the options that widgets pass to the style: enabled, in a light palette, from left to
 /// right.
 class StyleOptionsFixture : public ::testing::Test {
   protected:
-    explicit StyleOptionsFixture(const QPalette& palette) : palette_(palette) {}
+    explicit StyleOptionsFixture(QPalette palette) : palette_(std::move(palette)) {}
 
     template <typename Option> Option option(QSize size) const {
         Option option;

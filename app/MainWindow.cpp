@@ -85,13 +85,14 @@ MainWindow::MainWindow(std::shared_ptr<ConverterViewModel> model,
         connect(resizeHandles_.back(), &ResizeHandle::resizeRequested, this,
                 [this](Qt::Edges pressed) { startResize(pressed); });
     }
-    refreshMinimum();
+    // Qualified, as a constructor bypasses overrides.
+    refreshMinimum(MainWindow::availableSize());
     new FirstFrame(*this, [this] { renderIcon(); });
 }
 
 void MainWindow::setVisible(bool isVisible) {
     if (isVisible && !testAttribute(Qt::WA_Resized)) {
-        refreshMinimum();
+        refreshMinimum(availableSize());
         if (!fits(contentsMinimum_, availableSize())) {
             // Qt would take two thirds of the screen.
             resize(availableSize());
@@ -110,7 +111,7 @@ QSize MainWindow::sizeHint() const {
 
 bool MainWindow::event(QEvent* event) {
     if (event->type() == QEvent::LayoutRequest) {
-        refreshMinimum();
+        refreshMinimum(availableSize());
     }
     return QWidget::event(event);
 }
@@ -181,10 +182,10 @@ void MainWindow::layOutChildren() {
     }
 }
 
-void MainWindow::refreshMinimum() {
+void MainWindow::refreshMinimum(QSize available) {
     const QSize inset(0, titleBar_->isOverContents() ? 0 : TitleBar::barHeight);
     const QSize needed = minimumWindowSize.expandedTo(contents_->minimumSizeHint() + inset);
-    const QSize minimum = needed.boundedTo(availableSize());
+    const QSize minimum = needed.boundedTo(available);
     if (needed != contentsMinimum_ || minimum != minimumSize()) {
         contentsMinimum_ = needed;
         setMinimumSize(minimum);
@@ -202,10 +203,10 @@ void MainWindow::fitScreen() {
 void MainWindow::followScreen() {
     disconnect(screenConnection_);
     screenConnection_ = connect(screen(), &QScreen::availableGeometryChanged, this, [this] {
-        refreshMinimum();
+        refreshMinimum(availableSize());
         fitScreen();
     });
-    refreshMinimum();
+    refreshMinimum(availableSize());
     fitScreen();
 }
 

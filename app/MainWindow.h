@@ -60,8 +60,8 @@ class MainWindow : public QWidget {
 
   private:
     void layOutChildren();
-    /// Updates the minimum size: that of the contents, or the screen's if that is smaller.
-    void refreshMinimum();
+    /// Updates the minimum size: that of the contents, or the available one if that is smaller.
+    void refreshMinimum(QSize available);
     /// Reduces a window that is larger than a screen without room for the contents.
     void fitScreen();
     void followScreen();

@@ -11,6 +11,7 @@
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 #include <QDBusVariant>
+#include <QGuiApplication>
 #include <QStringList>
 #include <QUuid>
 
@@ -47,10 +48,8 @@ constexpr int versionTimeoutMilliseconds = 5000;
 /// The reply comes when the request is created, not when the user has chosen.
 constexpr int openTimeoutMilliseconds = 25000;
 constexpr uint successResponse = 0;
-/// Also the response for a backend that cannot be started.
+/// For a panel that was closed, and for a backend that cannot be started.
 constexpr uint endedResponse = 2;
-/// From the portal's reply; no panel is on the screen that soon, for anybody to close.
-constexpr int quickestDismissalMilliseconds = 50;
 
 /// Portal globs are case-sensitive.
 QString caseInsensitiveGlob(const std::string& extension) {
@@ -132,8 +131,8 @@ PortalOpenPanel::Answer PortalOpenPanel::run() {
 void PortalOpenPanel::handleResponse(uint response, const QVariantMap& results) {
     if (response == successResponse) {
         finish({true, urlsFromUris(results.value(u"uris"_s).toStringList())});
-    } else if (response == endedResponse &&
-               (!sinceReply_.isValid() || sinceReply_.elapsed() < quickestDismissalMilliseconds)) {
+    } else if (response == endedResponse && hasKeptFocus_) {
+        // No panel has appeared, as it would have taken the focus.
         finish({});
     } else {
         // Which code a dismissal has depends on how the panel was closed.
@@ -192,15 +191,21 @@ void PortalOpenPanel::openFile(const QString& parentWindow) {
     QDBusMessage message = QDBusMessage::createMethodCall(portalService(), portalPath(),
                                                           chooserInterface(), u"OpenFile"_s);
     message << parentWindow << QString::fromStdString(options_.title) << portalOptions(token);
+    watchFocus();
     call(message, openTimeoutMilliseconds, [this](const QDBusPendingCallWatcher& watcher) {
         const QDBusPendingReply<QDBusObjectPath> reply = watcher;
         if (reply.isError()) {
             giveUp();
         } else {
-            sinceReply_.start();
             setRequestPath(reply.value().path());
         }
     });
+}
+
+void PortalOpenPanel::watchFocus() {
+    hasKeptFocus_ = QGuiApplication::focusWindow() != nullptr;
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this,
+            [this](const QWindow* window) { hasKeptFocus_ = hasKeptFocus_ && window != nullptr; });
 }
 
 void PortalOpenPanel::setRequestPath(const QString& path) {

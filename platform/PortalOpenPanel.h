@@ -6,7 +6,6 @@
 
 #include <QDBusConnection>
 #include <QDBusObjectPath>
-#include <QElapsedTimer>
 #include <QEventLoop>
 #include <QObject>
 #include <QString>
@@ -50,6 +49,7 @@ class PortalOpenPanel final : public QObject {
     void watchForDisconnect();
     void requestVersion();
     void openFile(const QString& parentWindow);
+    void watchFocus();
     void setRequestPath(const QString& path);
     void closeRequest();
     void finish(Answer answer);
@@ -62,8 +62,8 @@ class PortalOpenPanel final : public QObject {
     PortalParentWindow parent_;
     /// The object path of the portal's Request; empty before OpenFile is called.
     QString requestPath_;
-    /// Invalid before the portal has replied to OpenFile.
-    QElapsedTimer sinceReply_;
+    /// Whether a window of the program has had the keyboard focus ever since OpenFile was called.
+    bool hasKeptFocus_ = false;
     std::optional<Answer> answer_;
 };
 

@@ -7,10 +7,15 @@
 #include "RunUntil.h"
 #include "ScopedVariable.h"
 #include "TemporaryFolder.h"
+#include "Timeout.h"
 
 #include <QCoreApplication>
 #include <QDBusArgument>
+#include <QGuiApplication>
+#include <QTest>
 #include <QTimer>
+#include <QWidget>
+#include <QWindow>
 
 #include <fnmatch.h>
 #include <gmock/gmock.h>
@@ -46,6 +51,12 @@ OpenPanel::Options folderOptions() {
             .canChooseFiles = false,
             .canChooseDirectories = true,
             .canCreateDirectories = true};
+}
+
+bool showActive(QWidget& window) {
+    window.show();
+    window.activateWindow();
+    return QTest::qWaitForWindowActive(&window, timeout);
 }
 
 class PortalOpenPanelTest : public testing::Test {
@@ -194,15 +205,27 @@ TEST_F(PortalOpenPanelTest, returnsNoneWhenDismissed) {
     EXPECT_EQ(qtDialogs_.count(), 0);
 }
 
-TEST_F(PortalOpenPanelTest, returnsNoneWhenThePanelWasClosedInAnotherWay) {
-    portal_.onOpened = [this](const FakePortal::Request& request) {
-        QTimer::singleShot(250, &portal_, [this, request] { portal_.respond(request, ended); });
+TEST_F(PortalOpenPanelTest, returnsNoneWhenAPanelThatTookTheFocusEnds) {
+    QWidget window;
+    ASSERT_TRUE(showActive(window));
+    portal_.onOpened = [&](const FakePortal::Request& request) {
+        // For another program's window, which the offscreen platform does not have.
+        Q_EMIT qGuiApp->focusWindowChanged(nullptr);
+        Q_EMIT qGuiApp->focusWindowChanged(window.windowHandle());
+        portal_.respond(request, ended);
     };
     EXPECT_EQ(panel_.runModal(fileOptions()), std::nullopt);
     EXPECT_EQ(qtDialogs_.count(), 0);
 }
 
-TEST_F(PortalOpenPanelTest, fallsBackToQtsDialogIfThePortalHasNoBackendThatStarts) {
+TEST_F(PortalOpenPanelTest, returnsNoneWhenTheRequestOfAnInactiveWindowEnds) {
+    EXPECT_EQ(runAndRespond(ended), std::nullopt);
+    EXPECT_EQ(qtDialogs_.count(), 0);
+}
+
+TEST_F(PortalOpenPanelTest, fallsBackToQtsDialogIfTheRequestEndsAndNoPanelTookTheFocus) {
+    QWidget window;
+    ASSERT_TRUE(showActive(window));
     EXPECT_EQ(runAndRespond(ended), std::nullopt);
     EXPECT_EQ(portal_.requests().size(), 1U);
     EXPECT_EQ(qtDialogs_.count(), 1);

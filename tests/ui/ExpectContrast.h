@@ -2,6 +2,7 @@
 
 #include "AppBadge.h"
 #include "PaintRecorder.h"
+#include "RunUntil.h"
 #include "StatusDot.h"
 
 #include <QAbstractButton>
@@ -149,12 +150,13 @@ inline double ringContrast(const QWidget& control) {
     return result;
 }
 
-/// Gives a control the keyboard focus, and checks its ring in each state. Requires: the window is
-/// active.
+/// Gives a control of an active window the keyboard focus, and checks its ring in each state.
 inline void expectFocusRing(QWidget& control) {
     constexpr double required = 3;
     control.setFocus(Qt::TabFocusReason);
     QTest::keyClick(&control, Qt::Key_Shift);
+    // The window system may take the focus from a new window and give it back.
+    ASSERT_TRUE(test::runUntil([&] { return control.hasFocus(); }));
     inEachState(*control.window(), [&](const char* state) {
         EXPECT_GE(ringContrast(control), required)
             << state << ' ' << control.metaObject()->className();

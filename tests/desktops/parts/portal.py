@@ -118,9 +118,10 @@ class Panel:
         pointer.click(self._node(tree.BUTTONS, "Create"))
         self._node(tree.BUTTONS, name)
 
-    def dismiss(self):
-        """Closes the panel by its window's shortcut."""
+    def dismiss(self, program):
+        """Closes the panel by its window's shortcut, once the program knows that it has lost the focus."""
         pointer.await_active(self._backend.pid)
+        wait_for("inactive window", lambda: not tree.has_state(program.window(), State.ACTIVE))
         input.key("Escape")
         self.await_end()
 

@@ -123,7 +123,7 @@ def keeps_everything_after_a_cancelled_portal_panel(session):
         program.key(combination)
         portal.Panel(portals[0], title).press("Cancel")
         program.key(combination)
-        portal.Panel(portals[0], title).dismiss()
+        portal.Panel(portals[0], title).dismiss(program)
     tree.act(program.destination_button(), "Press")
     portal.Panel(portals[0], DESTINATION_PANEL[0]).press("Cancel")
     expect_equal("rows", program.rows(), [])

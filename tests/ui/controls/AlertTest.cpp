@@ -5,6 +5,7 @@
 #include "ContinuousRectangle.h"
 #include "Corners.h"
 #include "Label.h"
+#include "RunUntil.h"
 #include "Scenario.h"
 #include "TextFont.h"
 #include "ThemeColor.h"
@@ -12,6 +13,7 @@
 #include <QApplication>
 #include <QFontMetrics>
 #include <QImage>
+#include <QLayout>
 
 #include <gtest/gtest.h>
 
@@ -55,6 +57,14 @@ class AlertTest : public ::testing::Test {
         alert_.setMessage(text);
         alert_.adjustSize();
         settle();
+        waitForLayout();
+    }
+
+    /// Waits until the X server has confirmed the last size; it may confirm earlier ones first, and
+    /// Qt follows.
+    void waitForLayout() {
+        const auto isDone = [this] { return alert_.size() == alert_.layout()->totalSizeHint(); };
+        EXPECT_TRUE(test::runUntil(isDone));
     }
 
     static int end(const QRect& rect) { return rect.x() + rect.width(); }
@@ -112,6 +122,7 @@ TEST_F(AlertTest, followsTheApplicationFont) {
     large.setPixelSize(pixelSize(font_) * 2);
     QApplication::setFont(large);
     settle();
+    waitForLayout();
     EXPECT_GT(message().width(), before);
     EXPECT_EQ(message().width(), widthOf(44));
 }

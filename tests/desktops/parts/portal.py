@@ -118,10 +118,14 @@ class Panel:
         pointer.click(self._node(tree.BUTTONS, "Create"))
         self._node(tree.BUTTONS, name)
 
-    def dismiss(self, program):
-        """Closes the panel by its window's shortcut, once the program knows that it has lost the focus."""
+    def await_focus(self, program):
+        """Waits until the panel has the keyboard focus, and the program knows that it has lost it."""
         pointer.await_active(self._backend.pid)
         wait_for("inactive window", lambda: not tree.has_state(program.window(), State.ACTIVE))
+
+    def dismiss(self, program):
+        """Closes the panel by its window's shortcut."""
+        self.await_focus(program)
         input.key("Escape")
         self.await_end()
 

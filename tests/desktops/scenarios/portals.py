@@ -139,7 +139,7 @@ def answers_again_when_the_portal_dies(session):
     """First the backend, then the frontend, each while it shows a panel."""
     program, backend, frontend = start(session)
     program.key("ctrl+o")
-    portal.Panel(backend, FILES_PANEL[0])
+    portal.Panel(backend, FILES_PANEL[0]).await_focus(program)
     backend.kill()
     pointer.await_active(program.pid)
     await_idle()

@@ -14,6 +14,7 @@
 #include <QGuiApplication>
 #include <QStringList>
 #include <QUuid>
+#include <QWindow>
 
 #include <string>
 #include <utility>

@@ -1,5 +1,6 @@
 #include "PrivateBus.h"
 
+#include <QDBusMessage>
 #include <QUuid>
 
 #include <gtest/gtest.h>
@@ -18,6 +19,8 @@ PrivateBus::PrivateBus() {
           <type>session</type>
           <listen>unix:dir=)" << folder_.url().path()
                                  << R"(</listen>
+          <servicedir>)" << folder()
+                                 << R"(</servicedir>
           <auth>EXTERNAL</auth>
           <policy context="default">
             <allow send_destination="*" eavesdrop="true"/>
@@ -48,6 +51,15 @@ QDBusConnection PrivateBus::connect() {
     QDBusConnection connection = QDBusConnection::connectToBus(address_, name);
     EXPECT_TRUE(connection.isConnected());
     return connection;
+}
+
+void PrivateBus::addService(const std::string& name, const std::string& command) {
+    std::ofstream(folder() + "/" + name + ".service")
+        << "[D-BUS Service]\nName=" << name << "\nExec=" << command << "\n";
+    const QDBusMessage reload = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("ReloadConfig"));
+    EXPECT_EQ(connect().call(reload).type(), QDBusMessage::ReplyMessage);
 }
 
 void PrivateBus::stop() {

@@ -7,9 +7,11 @@
 #include <QString>
 #include <QStringList>
 
+#include <string>
+
 namespace kestrel::test {
 
-/// A private dbus-daemon without services or service activation. It is stopped, and every
+/// A private dbus-daemon, without services until a test adds some. It is stopped, and every
 /// connection to it closed, on destruction.
 class PrivateBus {
   public:
@@ -19,6 +21,13 @@ class PrivateBus {
     ~PrivateBus();
 
     QDBusConnection connect();
+
+    /// Lets the bus start a service by this command.
+    void addService(const std::string& name, const std::string& command);
+
+    std::string folder() const { return folder_.url().path(); }
+
+    std::string address() const { return address_.toStdString(); }
 
     /// Kills the daemon and waits for its exit.
     void stop();

@@ -1,0 +1,69 @@
+#include "LauncherProgress.h"
+
+#include "LauncherSignals.h"
+#include "PrivateBus.h"
+#include "ProcessCounts.h"
+#include "RunUntil.h"
+#include "ScopedVariable.h"
+#include "SilentBus.h"
+
+#include <QGuiApplication>
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+namespace kestrel::test {
+namespace {
+
+class LauncherProgressTest : public testing::Test {
+  protected:
+    LauncherProgressTest() {
+        QGuiApplication::setDesktopFileName(QStringLiteral("org.kestrel.Converter"));
+        EXPECT_TRUE(runUntil([this] { return signals_.isListening(); }));
+    }
+
+    ~LauncherProgressTest() override { QGuiApplication::setDesktopFileName(name_); }
+
+    std::size_t count() const { return signals_.updates.size(); }
+
+    /// Shows it as soon as the bus is ready.
+    bool show(LauncherProgress& progress, double fraction) {
+        return runUntil([&] { return progress.show(fraction); });
+    }
+
+    PrivateBus daemon_;
+    ScopedVariable variable_{"DBUS_SESSION_BUS_ADDRESS", daemon_.address()};
+    LauncherSignals signals_;
+
+  private:
+    const QString name_ = QGuiApplication::desktopFileName();
+};
+
+TEST_F(LauncherProgressTest, isShownForTheDesktopFileAndHiddenAtTheEnd) {
+    std::optional<LauncherProgress> progress(std::in_place);
+    ASSERT_TRUE(show(*progress, 0.25));
+    ASSERT_TRUE(runUntil([this] { return count() == 1; }));
+    EXPECT_EQ(signals_.updates[0].application, "application://org.kestrel.Converter.desktop");
+    EXPECT_EQ(signals_.updates[0].progress, 0.25);
+    EXPECT_TRUE(signals_.updates[0].isVisible);
+    progress.reset();
+    ASSERT_TRUE(runUntil([this] { return count() == 2; }));
+    EXPECT_EQ(signals_.updates[1].application, "application://org.kestrel.Converter.desktop");
+    EXPECT_FALSE(signals_.updates[1].isVisible);
+}
+
+TEST(LauncherProgressWithoutBusTest, isNotShown) {
+    const SilentBus silent;
+    const std::size_t before = ProcessCounts::now().descriptors;
+    for (const std::string& address : {silent.address(), std::string("unix:path=/no-such-bus")}) {
+        const ScopedVariable variable("DBUS_SESSION_BUS_ADDRESS", address);
+        LauncherProgress progress;
+        QCoreApplication::processEvents();
+        EXPECT_FALSE(progress.show(0.5)) << address;
+    }
+    EXPECT_EQ(ProcessCounts::now().descriptors, before);
+}
+
+} // namespace
+} // namespace kestrel::test

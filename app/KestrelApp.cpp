@@ -1,5 +1,6 @@
 #include "KestrelApp.h"
 
+#include "BatchPresence.h"
 #include "BusName.h"
 #include "FirstFrame.h"
 #include "MenuBar.h"
@@ -21,7 +22,9 @@ KestrelApp::KestrelApp() : KestrelApp(std::make_shared<ConverterViewModel>()) {}
 
 KestrelApp::KestrelApp(std::shared_ptr<ConverterViewModel> model,
                        FFmpegService::BinaryLocator locateBinary)
-    : model_(std::move(model)), window_(model_, std::move(locateBinary)) {
+    : model_(std::move(model)),
+      window_(model_, std::move(locateBinary)),
+      presence_(new BatchPresence(model_, &window_)) {
     window_.setWindowTitle(tr("Kestrel"));
     fillMenuBar(window_.menuBar());
 }
@@ -70,6 +73,7 @@ int KestrelApp::run() {
     const int status = QApplication::exec();
     if (model_->isConverting()) {
         window_.hide();
+        delete presence_;
         static_cast<void>(std::fflush(nullptr));
         std::_Exit(status);
     }

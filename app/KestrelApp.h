@@ -15,6 +15,8 @@ class QMenuBar;
 
 namespace kestrel {
 
+class BatchPresence;
+
 /// The application: one view model, and one window with its menu. Requires: a QApplication.
 class KestrelApp {
     Q_DECLARE_TR_FUNCTIONS(kestrel::KestrelApp)
@@ -45,6 +47,8 @@ class KestrelApp {
 
     std::shared_ptr<ConverterViewModel> model_;
     MainWindow window_;
+    /// Owned by the window.
+    BatchPresence* presence_;
 };
 
 } // namespace kestrel

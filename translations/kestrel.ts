@@ -45,6 +45,14 @@
     </message>
 </context>
 <context>
+    <name>kestrel::BatchPresence</name>
+    <message>
+        <source>Converting audio files</source>
+        <extracomment>Why the machine stays awake, where the desktop lists the reasons.</extracomment>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>kestrel::CaptionButton</name>
     <message>
         <source>Minimise</source>

@@ -201,6 +201,10 @@ void ConverterViewModel::start() {
         [batch = Batch(shared_from_this(), conversionTask_->get_token())] { Batch::run(batch); });
 }
 
+bool ConverterViewModel::isStopRequested() const noexcept {
+    return conversionTask_ && conversionTask_->stop_requested();
+}
+
 void ConverterViewModel::cancel() {
     if (conversionTask_) {
         conversionTask_->request_stop();

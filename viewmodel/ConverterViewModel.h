@@ -64,6 +64,9 @@ class ConverterViewModel : public QObject, public std::enable_shared_from_this<C
     /// Whether a batch runs.
     bool isConverting() const noexcept { return isConverting_; }
 
+    /// Whether the running batch, or else the last one, was asked to stop by `cancel`.
+    bool isStopRequested() const noexcept;
+
     /// Whether a drag that can be dropped is over the window.
     bool isDropTargeted() const noexcept { return isDropTargeted_; }
 

@@ -373,6 +373,12 @@ TEST(ChildProcessDeathTest, assertsThatItIsLaunchedOnce) {
     EXPECT_DEATH(child->launch(), "Assertion");
 }
 
+TEST(ChildProcessDeathTest, assertsThatItIsNotLaunchedAgainAfterAFailure) {
+    ChildProcess child(FileURL("/no-such-program"), {}, ChildProcess::StandardOutput::pipe);
+    EXPECT_THROW(child.launch(), PlatformError);
+    EXPECT_DEATH(child.launch(), "Assertion");
+}
+
 TEST(ChildProcessDeathTest, assertsThatItIsWaitedForOnceAndNotBeforeTheLaunch) {
     const auto child = scripted("exit 0");
     EXPECT_DEATH(child->waitUntilExit(), "Assertion");

@@ -248,13 +248,13 @@ def captures(source, index):
 
 
 def copies(source, index):
-    """A reference instead of a local copy of a member."""
+    """A reference instead of a local copy of a member; a view is a reference already."""
     if source.text_at(index) != "const" or not source.starts_statement(index):
         return []
     last = source.statement_end(index)
     places = source.siblings(index, last, source.tokens[index].parent) if last else []
     equals = next((place for place in places if source.text_at(place) == "="), None)
-    if equals is None or source.text_at(equals - 2) in ("*", "&"):
+    if equals is None or source.text_at(equals - 2) in ("*", "&", "string_view"):
         return []
     value = source.slice(equals + 1, last)
     if not re.fullmatch(r"\*?\w+(?:(?:\.|->)\w+)*", value) or not re.search(r"_$|\.|->", value):

@@ -5,6 +5,7 @@
 
 #include <QDBusConnectionInterface>
 #include <QDBusReply>
+#include <QProcess>
 
 #include <gtest/gtest.h>
 
@@ -45,6 +46,28 @@ TEST_F(BusNameTest, passesToTheQueuedInstanceWhenItsOwnerDisconnects) {
         QDBusConnection::disconnectFromBus(first.name());
     }
     EXPECT_TRUE(waitForOwner(second));
+}
+
+TEST_F(BusNameTest, isRequestedFromTheObjectOfTheBus) {
+    // dbus-daemon answers at every path, other buses only at this one.
+    QProcess monitor;
+    monitor.start(u"dbus-monitor"_s, {u"--address"_s, QString::fromStdString(bus_.address()),
+                                      u"member='RequestName'"_s});
+    QString output;
+    const auto prints = [&](const QString& text) {
+        return runUntil([&] {
+            output += QString::fromUtf8(monitor.readAllStandardOutput());
+            return output.contains(text);
+        });
+    };
+    // It loses its own name when it begins.
+    ASSERT_TRUE(prints(u"NameLost"_s));
+    requestBusName(bus_.connect(), name_);
+    EXPECT_TRUE(prints(u"path=/org/freedesktop/DBus; interface=org.freedesktop.DBus; "
+                       "member=RequestName"_s))
+        << output.toStdString();
+    monitor.kill();
+    EXPECT_TRUE(monitor.waitForFinished());
 }
 
 TEST_F(BusNameTest, isNotRequestedWithoutABus) {

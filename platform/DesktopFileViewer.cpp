@@ -63,8 +63,8 @@ void DesktopFileViewer::reveal(const FileURL& folder) {
 
 void DesktopFileViewer::askPortal(const QDBusConnection& bus, const FileURL& folder,
                                   const QDBusError& error) {
-    auto* request = new PortalOpenUri(
-        bus, timeout_, [folder] { openFolder(folder); }, this);
+    const auto openWithoutPortal = [folder] { openFolder(folder); };
+    auto* request = new PortalOpenUri(bus, timeout_, openWithoutPortal, this);
     // The portal too calls the file manager on the bus, and otherwise opens the containing folder
     // with nothing selected: it can do more only where this program may not make the call.
     const bool mayBeAllowed = error.type() == QDBusError::AccessDenied;

@@ -65,7 +65,7 @@ bool isRefused(CallHook::Call call) {
 }
 
 bool isPipe(int descriptor) {
-    struct stat status {};
+    struct stat status = {};
 
     return ::fstat(descriptor, &status) == 0 && S_ISFIFO(status.st_mode);
 }

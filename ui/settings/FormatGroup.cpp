@@ -15,8 +15,8 @@ FormatGroup::FormatGroup(const std::function<void(OutputFormat)>& choose, QWidge
     column->setSpacing(10);
     column->addWidget(new SectionLabel(QStringLiteral("OUTPUT FORMAT"), this));
     for (const OutputFormat format : OutputFormat::allCases) {
-        auto* button = new FormatButton(
-            format, [choose, format] { choose(format); }, this);
+        const auto chooseThis = [choose, format] { choose(format); };
+        auto* button = new FormatButton(format, chooseThis, this);
         buttons_.push_back(button);
         //: A format's place among all: "1 of 3".
         button->setAccessibleDescription(tr("%1 of %2")

@@ -1,6 +1,7 @@
 #include "BatchPresence.h"
 
 #include <QApplication>
+#include <QMetaMethod>
 #include <QWidget>
 #include <QWindow>
 
@@ -60,8 +61,13 @@ void BatchPresence::updateProgress() {
     isUpdateDue_ = false;
     updatePause_.start(updateInterval);
     const double progress = model_->overallProgress();
-    if (progress != held_->shownProgress && held_->progress.show(progress)) {
+    if (progress == held_->shownProgress) {
+        return;
+    }
+    if (held_->progress.show(progress)) {
         held_->shownProgress = progress;
+    } else {
+        isUpdateDue_ = true;
     }
 }
 
@@ -74,10 +80,13 @@ void BatchPresence::requestAttention() {
 }
 
 void BatchPresence::withdrawAttention() {
-    // QApplication::alert has no counterpart. Qt calls this slot of QWindow when an alert with a
-    // time limit ends.
-    if (QWindow* window = window_->windowHandle()) {
-        QMetaObject::invokeMethod(window, "_q_clearAlert");
+    // QApplication::alert has no counterpart. Qt 6.4 to 6.11 calls this private slot when an alert
+    // with a time limit ends.
+    constexpr auto slot = "_q_clearAlert()";
+    QWindow* window = window_->windowHandle();
+    const int index = window != nullptr ? window->metaObject()->indexOfSlot(slot) : -1;
+    if (index >= 0) {
+        window->metaObject()->method(index).invoke(window);
     }
 }
 

@@ -45,7 +45,7 @@ class BatchPresence final : public QObject {
     std::optional<Held> held_;
     bool isRefreshScheduled_ = false;
     /// Between two updates of the progress.
-    QTimer updatePause_;
+    QTimer updatePause_{this};
     bool isUpdateDue_ = false;
 };
 

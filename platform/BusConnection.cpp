@@ -30,8 +30,9 @@ constexpr auto unlimited = std::numeric_limits<std::uint64_t>::max();
 /// A handler, owned by the slot that libsystemd keeps for it.
 struct BusConnection::Registration {
     Handler handler;
-    /// Where a handler is called that gets no reply; null for signals.
-    QPointer<BusConnection> caller;
+    /// The slot outlives a connection that a handler destroys.
+    QPointer<BusConnection> connection;
+    bool expectsReply = false;
 
     static int handleReply(sd_bus_message* message, void* data, sd_bus_error* /*error*/) {
         const bool isError = sd_bus_message_is_method_error(message, nullptr) > 0;
@@ -41,15 +42,18 @@ struct BusConnection::Registration {
     }
 
     static int handleSignal(sd_bus_message* message, void* data, sd_bus_error* /*error*/) {
-        static_cast<Registration*>(data)->handler(message);
+        const auto* registration = static_cast<Registration*>(data);
+        if (registration->connection != nullptr) {
+            registration->handler(message);
+        }
         return 0;
     }
 
     static void destroy(void* data) {
         const std::unique_ptr<Registration> registration(static_cast<Registration*>(data));
-        // The slot outlives a connection that one of its handlers destroys.
-        if (registration->handler && registration->caller != nullptr) {
-            registration->caller->fail(std::move(registration->handler));
+        if (registration->expectsReply && registration->handler &&
+            registration->connection != nullptr) {
+            registration->connection->fail(std::move(registration->handler));
         }
     }
 
@@ -80,7 +84,8 @@ BusConnection::BusConnection(Bus bus) {
 BusConnection::~BusConnection() = default;
 
 void BusConnection::call(const Method& method, const Arguments& arguments, Handler handler) {
-    auto registration = std::make_unique<Registration>(Registration{std::move(handler), this});
+    auto registration =
+        std::make_unique<Registration>(Registration{std::move(handler), this, true});
     sd_bus_message* created = nullptr;
     int result = bus_ == nullptr
                      ? -1
@@ -105,7 +110,8 @@ void BusConnection::call(const Method& method, const Arguments& arguments, Handl
 }
 
 void BusConnection::subscribe(const char* matchRule, Handler handler) {
-    auto registration = std::make_unique<Registration>(Registration{std::move(handler), nullptr});
+    auto registration =
+        std::make_unique<Registration>(Registration{std::move(handler), this, false});
     sd_bus_slot* slot = nullptr;
     // Without a handler for the bus's reply, a refusal would close the connection.
     const auto ignoreReply = [](sd_bus_message*, void*, sd_bus_error*) { return 0; };
@@ -144,13 +150,15 @@ void BusConnection::fail(Handler handler) {
 
 void BusConnection::process() {
     const QPointer<BusConnection> self = this;
-    int result = 0;
-    do {
+    // Messages that are left over make the timeout 0.
+    constexpr int mostMessages = 64;
+    int result = 1;
+    for (int count = 0; count < mostMessages && result > 0; ++count) {
         result = sd_bus_process(bus_.get(), nullptr);
         if (self == nullptr) {
             return;
         }
-    } while (result > 0);
+    }
     if (result < 0) {
         bus_.reset();
     }

@@ -13,7 +13,7 @@ struct sd_bus_message;
 
 namespace kestrel {
 
-/// A D-Bus connection that never blocks its thread, however the bus behaves: opening, sending and
+/// A D-Bus connection that does not block its thread while the bus hangs: opening, sending and
 /// closing take no round trip. QDBusConnection blocks while it connects, and has one thread for all
 /// buses. Closing it ends what services hold for this connection. Needs the event loop of its
 /// thread.
@@ -42,8 +42,8 @@ class BusConnection final : public QObject {
     BusConnection& operator=(const BusConnection&) = delete;
     ~BusConnection() override;
 
-    /// Calls `handler` once, from the event loop, with the reply, or with null if the call fails.
-    /// Waits for the reply without a limit.
+    /// Calls `handler` once, from the event loop, with the reply, or with null if the call fails;
+    /// never after the connection is destroyed. Waits for the reply without a limit.
     void call(const Method& method, const Arguments& arguments, Handler handler);
 
     /// Calls `handler` for each signal that matches the D-Bus match rule.

@@ -10,7 +10,7 @@ namespace kestrel {
 
 LauncherProgress::~LauncherProgress() {
     // Where the bus is not ready any more, the end of the connection hides it.
-    if (bus_.isReady()) {
+    if (isShown_ && bus_.isReady()) {
         send(0, false);
     }
 }
@@ -20,6 +20,7 @@ bool LauncherProgress::show(double fraction) {
         return false;
     }
     send(fraction, true);
+    isShown_ = true;
     return true;
 }
 

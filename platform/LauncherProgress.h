@@ -21,6 +21,7 @@ class LauncherProgress final {
     void send(double fraction, bool isVisible);
 
     BusConnection bus_{BusConnection::Bus::session};
+    bool isShown_ = false;
 };
 
 } // namespace kestrel

@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <systemd/sd-bus.h>
 
+#include <chrono>
 #include <cstdint>
 #include <string>
 
@@ -15,7 +16,10 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// KDE's portal inhibits only idleness there.
+/// The bus may have to start the service first.
+constexpr std::chrono::seconds patience{5};
+
+/// KDE's portal may agree there and inhibit only idleness; the power manager is KDE's own.
 bool isKdeOnWayland() {
     return QGuiApplication::platformName().startsWith(u"wayland"_s) &&
            qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':').contains(u"KDE"_s);
@@ -23,16 +27,15 @@ bool isKdeOnWayland() {
 
 } // namespace
 
-SleepInhibitor::SleepInhibitor(const QString& reason, std::chrono::milliseconds patience)
-    : reason_(reason.toUtf8()) {
+SleepInhibitor::SleepInhibitor(const QString& reason) : reason_(reason.toUtf8()) {
     if (!isKdeOnWayland()) {
         requests_.push(&SleepInhibitor::askPortal);
     }
+    requests_.push(&SleepInhibitor::askPowerManager);
     requests_.push(&SleepInhibitor::askLogind);
     requests_.push(&SleepInhibitor::askGnome);
     requests_.push(&SleepInhibitor::askKde);
     patience_.setSingleShot(true);
-    patience_.setInterval(patience);
     connect(&patience_, &QTimer::timeout, this, &SleepInhibitor::askNext);
     askNext();
 }
@@ -47,7 +50,7 @@ void SleepInhibitor::askNext() {
     }
     const Request request = requests_.front();
     requests_.pop();
-    patience_.start();
+    patience_.start(patience);
     (this->*request)();
 }
 
@@ -73,6 +76,20 @@ void SleepInhibitor::askPortal() {
         });
 }
 
+void SleepInhibitor::askPowerManager() {
+    // Before logind, which lets a desktop of the same user suspend the machine all the same.
+    bus_ = std::make_unique<BusConnection>(BusConnection::Bus::session);
+    ask({.service = "org.freedesktop.PowerManagement",
+         .path = "/org/freedesktop/PowerManagement/Inhibit",
+         .interface = "org.freedesktop.PowerManagement.Inhibit",
+         .name = "Inhibit",
+         .startsService = false},
+        [this](sd_bus_message* message) {
+            const std::string name = QCoreApplication::applicationName().toStdString();
+            return sd_bus_message_append(message, "ss", name.c_str(), reason_.constData());
+        });
+}
+
 void SleepInhibitor::askLogind() {
     bus_ = std::make_unique<BusConnection>(BusConnection::Bus::system);
     bus_->call(
@@ -85,12 +102,14 @@ void SleepInhibitor::askLogind() {
         },
         [this](sd_bus_message* reply) {
             int lock = -1;
-            if (reply == nullptr || sd_bus_message_read(reply, "h", &lock) < 0) {
+            if (reply != nullptr && sd_bus_message_read(reply, "h", &lock) >= 0) {
+                // The message owns the one in it.
+                lock_ = FileDescriptor(::fcntl(lock, F_DUPFD_CLOEXEC, 0));
+            }
+            if (!lock_) {
                 askNext();
                 return;
             }
-            // The message owns the one in it.
-            lock_ = FileDescriptor(::fcntl(lock, F_DUPFD_CLOEXEC, 0));
             patience_.stop();
             bus_.reset();
         });
@@ -136,10 +155,8 @@ void SleepInhibitor::ask(const BusConnection::Method& method,
     bus_->subscribe(ownerChanges.c_str(), [this](sd_bus_message* signal) {
         const char* name = nullptr;
         const char* oldOwner = nullptr;
-        const char* newOwner = nullptr;
-        const bool isOver = sd_bus_message_read(signal, "sss", &name, &oldOwner, &newOwner) >= 0 &&
-                            *newOwner == '\0';
-        if (isOver) {
+        // Whoever owns the name now knows nothing of the inhibitor.
+        if (sd_bus_message_read(signal, "ss", &name, &oldOwner) >= 0 && *oldOwner != '\0') {
             askNext();
         }
     });

@@ -8,25 +8,22 @@
 #include <QString>
 #include <QTimer>
 
-#include <chrono>
 #include <memory>
 #include <queue>
 
 namespace kestrel {
 
 /// Asks the desktop not to suspend the machine for as long as the object lives; the screen may dim
-/// and lock. Asks one service after the other until one agrees: the desktop portal, logind, GNOME's
-/// session manager, KDE's power management. If none does, nothing happens. What was given is given
-/// back with the connection or the descriptor, also when the program dies. Main thread; never
-/// blocks.
+/// and lock. Asks one service after the other until one agrees: the desktop portal, the session's
+/// power manager, logind, GNOME's session manager, KDE's power management. If none does, nothing
+/// happens. What was given is given back with the connection or the descriptor, also when the
+/// program dies. Main thread; never blocks.
 class SleepInhibitor final : public QObject {
     Q_OBJECT
 
   public:
-    /// `reason` is shown by desktops that list who keeps the machine awake. `patience` is how long
-    /// a service may take to answer; the bus may have to start it first.
-    explicit SleepInhibitor(const QString& reason,
-                            std::chrono::milliseconds patience = std::chrono::seconds(5));
+    /// `reason` is shown by desktops that list who keeps the machine awake.
+    explicit SleepInhibitor(const QString& reason);
     SleepInhibitor(const SleepInhibitor&) = delete;
     SleepInhibitor& operator=(const SleepInhibitor&) = delete;
     ~SleepInhibitor() override;
@@ -36,6 +33,7 @@ class SleepInhibitor final : public QObject {
 
     void askNext();
     void askPortal();
+    void askPowerManager();
     void askLogind();
     void askGnome();
     void askKde();
@@ -47,7 +45,8 @@ class SleepInhibitor final : public QObject {
     /// To the service that was asked last. A new one for each: the old one's late agreement ends
     /// with its connection.
     std::unique_ptr<BusConnection> bus_;
-    QTimer patience_;
+    /// Runs until the service has answered.
+    QTimer patience_{this};
     /// logind's; closing it gives the inhibitor back.
     FileDescriptor lock_;
 };

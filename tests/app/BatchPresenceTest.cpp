@@ -11,6 +11,7 @@
 #include "SilentBus.h"
 
 #include <QElapsedTimer>
+#include <QTimer>
 #include <QWidget>
 
 #include <gtest/gtest.h>
@@ -100,6 +101,19 @@ TEST_F(BatchPresenceTest, keepsTheMachineAwakeAndShowsTheProgressWhileABatchRuns
     EXPECT_EQ(portal_.calls().size(), 1U);
 }
 
+TEST_F(BatchPresenceTest, showsTheProgressOnceTheBusIsReady) {
+    int attempts = 0;
+    QObject::connect(presence_->findChild<QTimer*>(), &QTimer::timeout, presence_,
+                     [&] { ++attempts; });
+    session_.pause();
+    startHeldBatch();
+    // The first one after all reports.
+    EXPECT_TRUE(runUntil([&] { return attempts > 0; }));
+    session_.resume();
+    EXPECT_TRUE(waitUntilShown(0.5));
+    finishHeldBatch();
+}
+
 TEST_F(BatchPresenceTest, endsWithACancelledBatch) {
     startHeldBatch();
     ASSERT_TRUE(waitUntilHeld(1));
@@ -121,7 +135,9 @@ TEST_F(BatchPresenceTest, endsWithTheProgram) {
 TEST_F(BatchPresenceTest, sendsAtMostFiveSignalsASecond) {
     constexpr int reports = 2000;
     scenario_.add({"a.opus"});
-    scenario_.runner->setScript("a.opus", [this](const auto&, const auto& report) {
+    Gate isListening;
+    scenario_.runner->setScript("a.opus", [&](const auto&, const auto& report) {
+        isListening.pass();
         for (int number = 1; number < reports; ++number) {
             report(static_cast<double>(number) / reports);
         }
@@ -130,6 +146,9 @@ TEST_F(BatchPresenceTest, sendsAtMostFiveSignalsASecond) {
     QElapsedTimer time;
     time.start();
     scenario_.start();
+    const bool isShown = waitUntilShown(0);
+    isListening.open();
+    ASSERT_TRUE(isShown);
     ASSERT_TRUE(waitUntilShown(static_cast<double>(reports - 1) / reports));
     finishHeldBatch();
     ASSERT_TRUE(waitUntilHidden());

@@ -170,6 +170,23 @@ TEST(BusConnectionTest, mayBeDestroyedByAHandler) {
     EXPECT_EQ(ProcessCounts::now().descriptors, before);
 }
 
+TEST(BusConnectionTest, callsNoHandlerAfterOneHasDestroyedIt) {
+    const PrivateBus daemon;
+    const ScopedVariable variable("DBUS_SESSION_BUS_ADDRESS", daemon.address());
+    auto bus = std::make_unique<BusConnection>(BusConnection::Bus::session);
+    int calls = 0;
+    for (int subscription = 0; subscription < 2; ++subscription) {
+        bus->subscribe("type='signal',interface='org.kestrel.Test'", [&](sd_bus_message*) {
+            ++calls;
+            bus.reset();
+        });
+    }
+    EXPECT_EQ(outcomeOf(*bus, getId), Outcome(true));
+    bus->emitSignal("/", "org.kestrel.Test", "Said", noArguments);
+    EXPECT_TRUE(runUntil([&] { return bus == nullptr; }));
+    EXPECT_EQ(calls, 1);
+}
+
 TEST(BusConnectionTest, takesSignalsThatItSubscribedTo) {
     const PrivateBus daemon;
     const ScopedVariable variable("DBUS_SESSION_BUS_ADDRESS", daemon.address());

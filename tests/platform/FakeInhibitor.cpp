@@ -35,7 +35,10 @@ bool isOpen(const FileDescriptor& lock) {
 FakeInhibitor::FakeInhibitor(QDBusConnection bus, const QString& service)
     : bus_(std::move(bus)), service_(service) {
     EXPECT_TRUE(bus_.registerVirtualObject(u"/"_s, this, QDBusConnection::SubPath));
-    EXPECT_TRUE(bus_.registerService(service_));
+    const auto reply = bus_.interface()->registerService(
+        service_, QDBusConnectionInterface::ReplaceExistingService,
+        QDBusConnectionInterface::AllowReplacement);
+    EXPECT_EQ(reply.value(), QDBusConnectionInterface::ServiceRegistered);
 }
 
 FakeInhibitor::~FakeInhibitor() {

@@ -28,6 +28,7 @@ class FakeInhibitor final : public QDBusVirtualObject {
         none,
     };
 
+    /// Takes the name over from another one.
     FakeInhibitor(QDBusConnection bus, const QString& service);
     FakeInhibitor(const FakeInhibitor&) = delete;
     FakeInhibitor& operator=(const FakeInhibitor&) = delete;

@@ -53,6 +53,18 @@ TEST_F(LauncherProgressTest, isShownForTheDesktopFileAndHiddenAtTheEnd) {
     EXPECT_FALSE(signals_.updates[1].isVisible);
 }
 
+TEST_F(LauncherProgressTest, hidesNothingThatWasNotShown) {
+    std::optional<LauncherProgress> unused(std::in_place);
+    LauncherProgress other;
+    // By then, the bus is ready for the older one, too.
+    ASSERT_TRUE(show(other, 0.25));
+    unused.reset();
+    ASSERT_TRUE(show(other, 0.5));
+    ASSERT_TRUE(
+        runUntil([this] { return count() > 0 && signals_.updates.back().progress == 0.5; }));
+    EXPECT_EQ(count(), 2U);
+}
+
 TEST(LauncherProgressWithoutBusTest, isNotShown) {
     const SilentBus silent;
     const std::size_t before = ProcessCounts::now().descriptors;

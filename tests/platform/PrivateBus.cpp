@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <fstream>
 #include <string>
 
@@ -65,6 +66,14 @@ void PrivateBus::addService(const std::string& name, const std::string& command)
 void PrivateBus::stop() {
     daemon_.kill();
     daemon_.waitForFinished();
+}
+
+void PrivateBus::pause() {
+    EXPECT_EQ(::kill(static_cast<pid_t>(daemon_.processId()), SIGSTOP), 0);
+}
+
+void PrivateBus::resume() {
+    EXPECT_EQ(::kill(static_cast<pid_t>(daemon_.processId()), SIGCONT), 0);
 }
 
 QDBusConnection disconnectedBus() {

@@ -32,6 +32,10 @@ class PrivateBus {
     /// Kills the daemon and waits for its exit.
     void stop();
 
+    /// Stops it from answering until `resume`.
+    void pause();
+    void resume();
+
   private:
     TemporaryFolder folder_;
     QProcess daemon_;

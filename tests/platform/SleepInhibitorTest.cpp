@@ -9,6 +9,7 @@
 
 #include <QCoreApplication>
 #include <QGuiApplication>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -41,8 +42,15 @@ class SleepInhibitorTest : public testing::Test {
         QGuiApplication::setDesktopFileName(id_);
     }
 
-    void inhibit(std::chrono::milliseconds patience = 1min) {
-        inhibitor_.emplace(u"Converting audio files"_s, patience);
+    void inhibit() { inhibitor_.emplace(u"Converting audio files"_s); }
+
+    /// Of the time for an answer.
+    QTimer& timer() { return *inhibitor_->findChild<QTimer*>(); }
+
+    /// Lets the time for an answer be over.
+    void runOutOfTime() {
+        EXPECT_TRUE(timer().isActive());
+        QMetaObject::invokeMethod(&timer(), "timeout");
     }
 
     /// Waits until the services hold this many in all.
@@ -129,6 +137,30 @@ TEST_F(SleepInhibitorTest, asksLogindIfThereIsNoPortal) {
     EXPECT_TRUE(runUntil([this] { return logind_.held() == 1; }));
 }
 
+TEST_F(SleepInhibitorTest, asksThePowerManagerOfTheSessionBeforeLogind) {
+    FakeInhibitor manager(session_.connect(), u"org.freedesktop.PowerManagement"_s);
+    portal_.answer = Answer::refuse;
+    inhibit();
+    ASSERT_TRUE(runUntil([&] { return manager.held() == 1; }));
+    ASSERT_EQ(manager.calls().size(), 1U);
+    const QDBusMessage& call = manager.calls().front();
+    EXPECT_EQ(call.path(), u"/org/freedesktop/PowerManagement/Inhibit"_s);
+    EXPECT_EQ(call.interface(), u"org.freedesktop.PowerManagement.Inhibit"_s);
+    EXPECT_EQ(call.member(), u"Inhibit"_s);
+    EXPECT_EQ(call.arguments(), QVariantList({u"Kestrel"_s, u"Converting audio files"_s}));
+    EXPECT_TRUE(logind_.calls().empty());
+    inhibitor_.reset();
+    EXPECT_TRUE(runUntil([&] { return manager.held() == 0; }));
+}
+
+TEST_F(SleepInhibitorTest, asksTheNextIfTheServiceThatAgreedIsReplaced) {
+    inhibit();
+    ASSERT_TRUE(runUntil([this] { return portal_.held() == 1; }));
+    const FakeInhibitor successor(session_.connect(), u"org.freedesktop.portal.Desktop"_s);
+    EXPECT_TRUE(runUntil([this] { return logind_.held() == 1; }));
+    EXPECT_TRUE(successor.calls().empty());
+}
+
 TEST_F(SleepInhibitorTest, asksGnomeWithoutLogind) {
     portal_.vanish();
     logind_.answer = Answer::refuse;
@@ -162,13 +194,15 @@ TEST_F(SleepInhibitorTest, asksKdeWithoutGnome) {
     EXPECT_TRUE(waitUntilHeld(0));
 }
 
-TEST_F(SleepInhibitorTest, startsNeitherGnomesNorKdesService) {
+TEST_F(SleepInhibitorTest, startsNoPowerManager) {
     for (FakeInhibitor* service : {&portal_, &logind_, &gnome_, &kde_}) {
         service->vanish();
     }
     const std::string started = session_.folder() + "/started";
-    session_.addService("org.gnome.SessionManager", "/usr/bin/touch " + started);
-    session_.addService("org.kde.Solid.PowerManagement.PolicyAgent", "/usr/bin/touch " + started);
+    for (const char* service : {"org.freedesktop.PowerManagement", "org.gnome.SessionManager",
+                                "org.kde.Solid.PowerManagement.PolicyAgent"}) {
+        session_.addService(service, "/usr/bin/touch " + started);
+    }
     const std::size_t before = ProcessCounts::now().descriptors;
     inhibit();
     EXPECT_GT(ProcessCounts::now().descriptors, before);
@@ -189,20 +223,24 @@ TEST_F(SleepInhibitorTest, holdsNothingIfAllRefuse) {
     }
 }
 
-TEST_F(SleepInhibitorTest, keepsWhatItWasGivenWhenTheTimeForAnAnswerIsOver) {
-    inhibit(50ms);
+TEST_F(SleepInhibitorTest, waitsFiveSecondsForAnAnswer) {
+    inhibit();
+    EXPECT_TRUE(timer().isActive());
+    EXPECT_EQ(timer().intervalAsDuration(), 5s);
     ASSERT_TRUE(runUntil([this] { return portal_.held() == 1; }));
-    EXPECT_FALSE(runUntil([this] { return !logind_.calls().empty(); }, 200));
-    inhibitor_.reset();
+    EXPECT_TRUE(runUntil([this] { return !timer().isActive(); }));
+    EXPECT_TRUE(logind_.calls().empty()) << "stopped by the answer, not by its end";
     portal_.vanish();
-    inhibit(50ms);
     ASSERT_TRUE(runUntil([this] { return logind_.held() == 1; }));
-    EXPECT_FALSE(runUntil([this] { return !gnome_.calls().empty(); }, 200));
+    EXPECT_TRUE(runUntil([this] { return !timer().isActive(); }));
+    EXPECT_TRUE(gnome_.calls().empty());
 }
 
 TEST_F(SleepInhibitorTest, asksTheNextIfOneDoesNotAnswerInTime) {
     portal_.answer = Answer::none;
-    inhibit(100ms);
+    inhibit();
+    ASSERT_TRUE(runUntil([this] { return portal_.calls().size() == 1; }));
+    runOutOfTime();
     ASSERT_TRUE(runUntil([this] { return logind_.held() == 1; }));
     // Its caller has gone.
     portal_.answerLate();
@@ -214,7 +252,9 @@ TEST_F(SleepInhibitorTest, asksTheNextIfOneDoesNotAnswerInTime) {
 TEST_F(SleepInhibitorTest, givesBackALateDescriptor) {
     portal_.vanish();
     logind_.answer = Answer::none;
-    inhibit(100ms);
+    inhibit();
+    ASSERT_TRUE(runUntil([this] { return logind_.calls().size() == 1; }));
+    runOutOfTime();
     ASSERT_TRUE(runUntil([this] { return gnome_.held() == 1; }));
     logind_.answerLate();
     EXPECT_TRUE(waitUntilHeld(1));
@@ -260,7 +300,11 @@ TEST_F(SleepInhibitorTest, endsWhileTheServiceHasNotAnswered) {
 TEST_F(SleepInhibitorTest, doesNotWaitForASilentBus) {
     const SilentBus silent;
     const ScopedVariable session("DBUS_SESSION_BUS_ADDRESS", silent.address());
-    inhibit(100ms);
+    inhibit();
+    QCoreApplication::processEvents();
+    // The portal, and the power manager.
+    runOutOfTime();
+    runOutOfTime();
     EXPECT_TRUE(runUntil([this] { return logind_.held() == 1; }));
 }
 
@@ -271,7 +315,7 @@ TEST(SleepInhibitorWithoutBusTest, holdsNothingAndReportsNothing) {
     testing::internal::CaptureStderr();
     {
         const SleepInhibitor inhibitor(u"Converting audio files"_s);
-        for (int services = 0; services < 5; ++services) {
+        for (int services = 0; services < 6; ++services) {
             QCoreApplication::processEvents();
         }
     }

@@ -1,4 +1,5 @@
-"""What keeps the machine awake: logind on a private system bus, and GNOME's session manager, both of python-dbusmock."""
+"""Fakes, of python-dbusmock, of what keeps the machine awake: logind on a private system bus, and GNOME's session
+manager."""
 
 import sys
 

@@ -184,7 +184,7 @@ std::optional<std::size_t> RovingTabStop::targetOf(int key, std::size_t from) co
     case Qt::Key_End:
         return last;
     case Qt::Key_PageUp:
-        return std::min(offsets.rowAt(std::max<qint64>(top - page, 0)), from > 0 ? from - 1 : 0);
+        return offsets.rowAt(std::max<qint64>(top - page, 0));
     case Qt::Key_PageDown:
         return std::min(std::max(offsets.rowAt(top + page), from + 1), last);
     default:

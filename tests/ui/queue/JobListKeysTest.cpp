@@ -127,6 +127,17 @@ TEST_F(JobListKeysTest, movesByPages) {
     EXPECT_EQ(bar()->value(), 0);
 }
 
+TEST_F(JobListKeysTest, entersAtTheSecondOfTwoVisibleRowsIfTheFirstIsCut) {
+    scenario_.addMany(100);
+    const int rowHeight = rows().front()->height();
+    list_.setFixedHeight(list_.height() - area()->viewport()->height() + rowHeight);
+    settle();
+    ASSERT_EQ(area()->viewport()->height(), rowHeight);
+    bar()->setValue(rowHeight / 2);
+    type(Qt::Key_Tab);
+    EXPECT_EQ(focusedName(), "1.opus");
+}
+
 TEST_F(JobListKeysTest, movesByARowIfAPageHasRoomForNone) {
     scenario_.addMany(100);
     type(Qt::Key_Tab);

@@ -54,6 +54,19 @@ TEST_F(JobRowDetailsTest, hasARingWithRoundCornersForKeyboardFocus) {
     EXPECT_TRUE(haveEqualCorners(window_.grab(row_.geometry()).toImage(), expected, 9));
 }
 
+TEST_F(JobRowDetailsTest, centresItsLastElementBesideTheBadge) {
+    const auto middleOf = [this](const char* name) {
+        return find<QWidget>(row_, name)->geometry().center().y();
+    };
+    EXPECT_NEAR(middleOf("removeButton"), middleOf("badge"), 1);
+    ConversionJob complete(FileURL("/Album/track.opus"));
+    complete.state = JobState::completed();
+    row_.setJob(complete);
+    settle();
+    ASSERT_TRUE(find<QWidget>(row_, "checkMark")->isVisible());
+    EXPECT_NEAR(middleOf("checkMark"), middleOf("badge"), 1);
+}
+
 TEST_F(JobRowDetailsTest, namesItsCheckMark) {
     EXPECT_EQ(utf8(find<QWidget>(row_, "checkMark")->accessibleName()), "Complete");
 }

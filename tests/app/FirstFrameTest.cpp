@@ -1,6 +1,7 @@
 #include "FirstFrame.h"
 #include "RunUntil.h"
 
+#include <QPointer>
 #include <QWidget>
 
 #include <gtest/gtest.h>
@@ -32,7 +33,7 @@ class PaintedWidget : public QWidget {
 TEST(FirstFrameTest, callsBackOnceAfterTheFirstPaintEvent) {
     int done = 0;
     PaintedWidget widget(done);
-    new FirstFrame(widget, [&done] { ++done; });
+    const QPointer<FirstFrame> firstFrame = new FirstFrame(widget, [&done] { ++done; });
     QCoreApplication::processEvents();
     EXPECT_EQ(done, 0);
     widget.show();
@@ -45,6 +46,7 @@ TEST(FirstFrameTest, callsBackOnceAfterTheFirstPaintEvent) {
     QCoreApplication::processEvents();
     EXPECT_GE(widget.paintCount(), 2);
     EXPECT_EQ(done, 1);
+    EXPECT_TRUE(test::runUntil([&] { return firstFrame == nullptr; }));
 }
 
 TEST(FirstFrameTest, doesNotCallBackForAWidgetThatWasNeverPainted) {

@@ -1,6 +1,7 @@
 #include "KestrelApp.h"
 
 #include "ApplicationStyle.h"
+#include "BusConnection.h"
 #include "ContentView.h"
 #include "RunUntil.h"
 #include "Scenario.h"
@@ -16,6 +17,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <systemd/sd-bus.h>
 
 #include <algorithm>
 #include <chrono>
@@ -274,6 +276,38 @@ void closeWindow(KestrelApp& app) {
 
 void pressQuit(KestrelApp& app) {
     QTest::keyClick(&app.window(), Qt::Key_Q, Qt::ControlModifier);
+}
+
+/// Runs the application until the session bus knows its name, and exits with 0.
+[[noreturn]] void runUntilNamed(const QString& name) {
+    QGuiApplication::setDesktopFileName(name);
+    const Scenario scenario;
+    KestrelApp app(scenario.model);
+    BusConnection bus(BusConnection::Bus::session);
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, [&] {
+        bus.call(
+            {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+             "NameHasOwner"},
+            [&](sd_bus_message* call) {
+                return sd_bus_message_append(call, "s", name.toUtf8().constData());
+            },
+            [](sd_bus_message* reply) {
+                int isOwned = 0;
+                if (reply != nullptr && sd_bus_message_read(reply, "b", &isOwned) > 0 &&
+                    isOwned != 0) {
+                    QCoreApplication::quit();
+                }
+            });
+    });
+    poll.start(10);
+    QTimer::singleShot(test::timeout, [] { std::_Exit(97); });
+    std::exit(app.run()); // NOLINT(concurrency-mt-unsafe): there is one thread
+}
+
+TEST_F(KestrelAppDeathTest, ownsTheNameOfItsDesktopFileOnTheSessionBus) {
+    EXPECT_EXIT(runUntilNamed(QStringLiteral("org.kestrel.Test")), ::testing::ExitedWithCode(0),
+                "");
 }
 
 TEST_F(KestrelAppDeathTest, quitsWhenTheWindowIsClosed) {

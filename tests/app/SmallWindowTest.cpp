@@ -2,6 +2,7 @@
 #include "ContentView.h"
 #include "JobRow.h"
 #include "MainWindowFixture.h"
+#include "TextFont.h"
 
 #include <QGuiApplication>
 #include <QLabel>
@@ -86,6 +87,24 @@ TEST_F(SmallWindowTest, scrollsItsContentsBelowTheTitleBar) {
     EXPECT_EQ(contents().geometry().bottomRight(), QPoint(627, 439));
     EXPECT_EQ(bar(Qt::Horizontal)->pageStep(), 628);
     EXPECT_EQ(bar(Qt::Vertical)->pageStep(), 440);
+}
+
+TEST_F(SmallWindowTest, scrollsFurtherWhenItsContentsGrow) {
+    force({640, 480});
+    const int before = bar(Qt::Vertical)->maximum();
+    const QFont font = QApplication::font();
+    QFont large = font;
+    large.setPixelSize(pixelSize(font) * 5);
+    QApplication::setFont(large);
+    EXPECT_TRUE(test::runUntil([&] { return bar(Qt::Vertical)->maximum() > before; }));
+    EXPECT_EQ(window_.minimumSize(), QSize(640, 480));
+    QApplication::setFont(font);
+}
+
+TEST_F(SmallWindowTest, hasAScrollStepOfTwentyPoints) {
+    force({640, 480});
+    EXPECT_EQ(bar(Qt::Horizontal)->singleStep(), 20);
+    EXPECT_EQ(bar(Qt::Vertical)->singleStep(), 20);
 }
 
 TEST_F(SmallWindowTest, scrollsOnlyDownWhereTheWidthFits) {

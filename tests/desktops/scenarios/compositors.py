@@ -47,13 +47,21 @@ def fill_panel(sway, program, panel, path):
     sway.await_window("Kestrel")
 
 
-def expect_drawn(sway, program):
-    """Checks the screen at places of the whole window, each of a colour of its own."""
-    width, height, pixel = sway.screenshot()
-    expect_equal("size of the screen", (width, height), sway.pixels)
+def await_active(program):
+    """Waits until the window knows that it has the keyboard, which only a mapped window gets."""
+    wait_for("active window", lambda: tree.has_state(program.window(), State.ACTIVE))
+
+
+def expect_drawn(compositor, program, place=None):
+    """Checks the screen at parts of the window, each of a colour of its own; its place is the whole screen unless
+    given."""
+    left, top, window_width, window_height = place or (0, 0, *compositor.size)
+    width, height, pixel = compositor.screenshot()
+    expect_equal("size of the screen", (width, height), compositor.pixels)
 
     def at(x, y):
-        return pixel(min(round(x * sway.scale), width - 1), min(round(y * sway.scale), height - 1))
+        return pixel(min(round((left + x) * compositor.scale), width - 1),
+                     min(round((top + y) * compositor.scale), height - 1))
 
     def is_dark(color):
         return max(color) < 60
@@ -61,7 +69,7 @@ def expect_drawn(sway, program):
     def is_light(color):
         return min(color) > 220
 
-    right, bottom = sway.size[0] - 4, sway.size[1] - 4
+    right, bottom = window_width - 4, window_height - 4
     for place in ((4, bottom), (SIDEBAR_WIDTH - 6, 4), (SIDEBAR_WIDTH - 6, bottom)):
         expect(f"the sidebar at {place} is dark, not {at(*place)}", is_dark(at(*place)))
     for place in ((right, bottom), (SIDEBAR_WIDTH + 10, bottom), (SIDEBAR_WIDTH + 10, 10)):
@@ -153,32 +161,37 @@ def opens_the_portal_panel_over_the_window_on_sway(session):
         part.close()
 
 
+def use_by_keyboard(compositor, session, program):
+    """Adds a file, starts a batch without an output folder and with one, and quits."""
+    media.make_track(session.music / "song.opus", seconds=0.2)
+    await_active(program)
+    wait_equal("focus", lambda: focused_name(program), "MP3")
+    names = tab_to(compositor, program, "Add Audio")
+    expect_equal("way of the focus", names, ["MP3", "AIFF", "WAV", "Quality", "Folder", "Add Audio"])
+    compositor.key("space")
+    program.fill_panel(FILES_PANEL, session.music / "song.opus")
+    program.await_names(["song.opus"])
+    await_active(program)
+    tab_to(compositor, program, "Convert 1 File")
+    compositor.key("Return")
+    program.await_alert("Choose an output folder first.")
+    compositor.key("Return")
+    program.await_no_alert()
+    program.choose_destination(session.output)
+    await_active(program)
+    tab_to(compositor, program, "Convert 1 File")
+    compositor.key("Return")
+    program.await_states(["Complete"])
+    compositor.key("ctrl+q")
+    expect_equal("status", program.await_end(), 0)
+
+
 @scenario()
 def works_on_mutter(session):
     mutter = Mutter(session, (1280, 800))
-    media.make_track(session.music / "song.opus", seconds=0.2)
     program = session.start(**mutter.program_environment())
-    # Only a mapped window gets the keyboard.
-    wait_for("active window", lambda: tree.has_state(program.window(), State.ACTIVE))
+    await_active(program)
     *_, width, height = tree.rectangle(program.window())
     expect(f"the window has {width} x {height}", 960 <= width <= 1280 and 640 <= height <= 800)
-    wait_equal("focus", lambda: focused_name(program), "MP3")
-    names = tab_to(mutter, program, "Add Audio")
-    expect_equal("way of the focus", names, ["MP3", "AIFF", "WAV", "Quality", "Folder", "Add Audio"])
-    mutter.key("space")
-    program.fill_panel(FILES_PANEL, session.music / "song.opus")
-    program.await_names(["song.opus"])
-    wait_for("active window", lambda: tree.has_state(program.window(), State.ACTIVE))
-    tab_to(mutter, program, "Convert 1 File")
-    mutter.key("Return")
-    program.await_alert("Choose an output folder first.")
-    mutter.key("Return")
-    program.await_no_alert()
-    program.choose_destination(session.output)
-    wait_for("active window", lambda: tree.has_state(program.window(), State.ACTIVE))
-    tab_to(mutter, program, "Convert 1 File")
-    mutter.key("Return")
-    program.await_states(["Complete"])
-    mutter.key("ctrl+q")
-    expect_equal("status", program.await_end(), 0)
+    use_by_keyboard(mutter, session, program)
     mutter.close()

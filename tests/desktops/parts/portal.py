@@ -1,4 +1,6 @@
-"""The desktop portal with its GTK backend, on the session bus."""
+"""The desktop portal with its GTK or its KDE backend, on the session bus."""
+
+import configparser
 
 from gi.repository import Gio, GLib
 
@@ -12,8 +14,10 @@ from parts.idleness import await_idle
 
 FRONTEND = "org.freedesktop.portal.Desktop"
 BACKEND = "org.freedesktop.impl.portal.desktop.gtk"
-# The desktop whose portals the frontend looks for; the GTK backend says that it is for this one.
+KDE_BACKEND = "org.freedesktop.impl.portal.desktop.kde"
+# The desktop whose portals the frontend looks for; each backend says which it is for.
 DESKTOP = {"XDG_CURRENT_DESKTOP": "gnome"}
+KDE = {"XDG_CURRENT_DESKTOP": "KDE"}
 
 
 def await_name(name, is_owned=True):
@@ -41,6 +45,16 @@ def start_backend(session, **environment):
     backend = Helper(session, "portal-gtk", ["/usr/libexec/xdg-desktop-portal-gtk"],
                      **{"NO_AT_BRIDGE": None, **DESKTOP, **with_music_folder(session), **environment})
     await_name(BACKEND)
+    return backend
+
+
+def start_kde_backend(session, **environment):
+    # Its path has the architecture.
+    service = configparser.ConfigParser()
+    service.read(f"/usr/share/dbus-1/services/{KDE_BACKEND}.service")
+    backend = Helper(session, "portal-kde", [service["D-BUS Service"]["Exec"]],
+                     **{**KDE, **with_music_folder(session), **environment})
+    await_name(KDE_BACKEND)
     return backend
 
 
@@ -102,9 +116,19 @@ class Panel:
         pointer.click(self._node(tree.BUTTONS, name))
         self.await_end()
 
+    def enter(self, path, button):
+        """Enters the path into the KDE backend's field for it and presses the button, through AT-SPI."""
+        field = self._node(Role.COMBO_BOX, "Name:")
+        wait_for("field for the name", lambda: tree.find(field, Role.TEXT)).set_text_contents(str(path))
+        self._act(button)
+
     def cancel(self):
         """Presses Cancel through AT-SPI."""
-        tree.act(self._node(tree.BUTTONS, "Cancel"), "click")
+        self._act("Cancel")
+
+    def _act(self, button):
+        # The first is GTK's action, the second Qt's.
+        tree.act(self._node(tree.BUTTONS, button), "click", "Press")
         # A compositor without a screen is never idle.
         wait_for(f'end of panel "{self._title}"', lambda: self._find() is None)
 

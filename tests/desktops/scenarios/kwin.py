@@ -17,7 +17,7 @@ from scenarios.compositors import await_active, expect_drawn, tab_to, use_by_key
 from scenarios.file_managers import drop_zone, make_files, queued, shown
 
 # Polls without a change of place.
-STEADY = 5
+STEADY = 10
 # More than the pointer has to move before a press is a drag.
 DRAG_STEPS = (4, 8, 12, 16, 20)
 

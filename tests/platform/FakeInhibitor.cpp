@@ -32,8 +32,8 @@ bool isOpen(const FileDescriptor& lock) {
 
 } // namespace
 
-FakeInhibitor::FakeInhibitor(QDBusConnection bus, const QString& service)
-    : bus_(std::move(bus)), service_(service) {
+FakeInhibitor::FakeInhibitor(QDBusConnection bus, QString service)
+    : bus_(std::move(bus)), service_(std::move(service)) {
     EXPECT_TRUE(bus_.registerVirtualObject(u"/"_s, this, QDBusConnection::SubPath));
     const auto reply = bus_.interface()->registerService(
         service_, QDBusConnectionInterface::ReplaceExistingService,

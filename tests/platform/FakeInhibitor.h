@@ -29,7 +29,7 @@ class FakeInhibitor final : public QDBusVirtualObject {
     };
 
     /// Takes the name over from another one.
-    FakeInhibitor(QDBusConnection bus, const QString& service);
+    FakeInhibitor(QDBusConnection bus, QString service);
     FakeInhibitor(const FakeInhibitor&) = delete;
     FakeInhibitor& operator=(const FakeInhibitor&) = delete;
     ~FakeInhibitor() override;

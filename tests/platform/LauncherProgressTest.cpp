@@ -17,6 +17,10 @@ namespace kestrel::test {
 namespace {
 
 class LauncherProgressTest : public testing::Test {
+  public:
+    LauncherProgressTest(const LauncherProgressTest&) = delete;
+    LauncherProgressTest& operator=(const LauncherProgressTest&) = delete;
+
   protected:
     LauncherProgressTest() {
         QGuiApplication::setDesktopFileName(QStringLiteral("org.kestrel.Converter"));
@@ -28,7 +32,7 @@ class LauncherProgressTest : public testing::Test {
     std::size_t count() const { return signals_.updates.size(); }
 
     /// Shows it as soon as the bus is ready.
-    bool show(LauncherProgress& progress, double fraction) {
+    static bool show(LauncherProgress& progress, double fraction) {
         return runUntil([&] { return progress.show(fraction); });
     }
 

@@ -30,6 +30,10 @@ constexpr auto noAddress = "unix:path=/no-such-bus";
 
 /// With all services; logind has a bus of its own.
 class SleepInhibitorTest : public testing::Test {
+  public:
+    SleepInhibitorTest(const SleepInhibitorTest&) = delete;
+    SleepInhibitorTest& operator=(const SleepInhibitorTest&) = delete;
+
   protected:
     SleepInhibitorTest() {
         QCoreApplication::setApplicationName(u"Kestrel"_s);

@@ -373,7 +373,7 @@ TEST(ChildProcessDeathTest, assertsThatItIsLaunchedOnce) {
     EXPECT_DEATH(child->launch(), "Assertion");
 }
 
-TEST(ChildProcessDeathTest, assertsThatItIsNotLaunchedAgainAfterAFailure) {
+TEST(ChildProcessDeathTest, assertsThatItIsNotLaunchedAgainAfterABadProgram) {
     ChildProcess child(FileURL("/no-such-program"), {}, ChildProcess::StandardOutput::pipe);
     EXPECT_THROW(child.launch(), PlatformError);
     EXPECT_DEATH(child.launch(), "Assertion");

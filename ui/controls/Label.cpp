@@ -10,6 +10,18 @@
 #include <cmath>
 
 namespace kestrel {
+namespace {
+
+bool isPlainLine(const QString& text) {
+    const auto canBreak = [](QChar character) {
+        const QChar::Category category = character.category();
+        return category == QChar::Other_Control || category == QChar::Separator_Line ||
+               category == QChar::Separator_Paragraph;
+    };
+    return !text.endsWith(u' ') && std::none_of(text.begin(), text.end(), canBreak);
+}
+
+} // namespace
 
 Label::Label(const QString& text, const TextFont& font, QWidget* parent)
     : QLabel(parent), textFont_(font) {
@@ -42,8 +54,17 @@ int Label::heightOf(const QSize& text) const {
     return std::max(static_cast<int>(lines), 1) * lineHeight(font());
 }
 
+const Label::Measurement& Label::measurement() const {
+    if (!measurement_ || measurement_->text != text() || measurement_->font != font() ||
+        measurement_->dpi != logicalDpiY()) {
+        measurement_ = {text(), font(), logicalDpiY(), fontMetrics().size({}, text()),
+                        isPlainLine(text())};
+    }
+    return *measurement_;
+}
+
 QSize Label::sizeHint() const {
-    const QSize size = fontMetrics().size({}, text());
+    const QSize& size = measurement().size;
     return {size.width() + 1, heightOf(size)};
 }
 
@@ -58,17 +79,23 @@ QSize Label::minimumSizeHint() const {
     return {width, lineHeight(font())};
 }
 
+bool Label::isWrappedAt(int width) const {
+    return wordWrap() && !(measurement().isPlainLine && measurement().size.width() < width);
+}
+
 int Label::heightForWidth(int width) const {
     if (!wordWrap()) {
         return sizeHint().height();
     }
-    return static_cast<int>(wrappedLines(text(), font(), width).size()) * lineHeight(font());
+    const auto lines = isWrappedAt(width) ? wrappedLines(text(), font(), width).size() : 1;
+    return static_cast<int>(lines) * lineHeight(font());
 }
 
 void Label::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setPen(color());
-    drawAligned(painter, contentsRect(), layoutDirection(), alignment(), text(), wordWrap());
+    const QRect rect = contentsRect();
+    drawAligned(painter, rect, layoutDirection(), alignment(), text(), isWrappedAt(rect.width()));
 }
 
 } // namespace kestrel

@@ -3,7 +3,12 @@
 #include "TextFont.h"
 #include "ThemeColor.h"
 
+#include <QFont>
 #include <QLabel>
+#include <QSize>
+#include <QString>
+
+#include <optional>
 
 namespace kestrel {
 
@@ -31,9 +36,24 @@ class Label : public QLabel {
     virtual QFont currentFont() const;
 
   private:
+    /// The size of `text` without wrapping, in `font` at `dpi` dots per inch.
+    struct Measurement {
+        QString text;
+        QFont font;
+        int dpi = 0;
+        QSize size;
+        /// False iff the text has line breaks of its own or ends with a space.
+        bool isPlainLine = false;
+    };
+
+    const Measurement& measurement() const;
     int heightOf(const QSize& text) const;
+    /// False iff the text fits the width on one line as it is.
+    bool isWrappedAt(int width) const;
 
     TextFont textFont_;
+    /// A layout asks for the size many times before the text or the font changes.
+    mutable std::optional<Measurement> measurement_;
     ThemeColor themeColor_ = ThemeColor::Name::primary;
 };
 

@@ -141,6 +141,43 @@ TEST(LabelSizeTest, isAsLargeAsItsTextWithoutWrapping) {
     EXPECT_EQ(label.sizeHint().height(), line);
 }
 
+TEST(LabelSizeTest, wrapsOnceTheLineAndAPixelDoNotFit) {
+    const Label label(QStringLiteral("one line"), {});
+    const int line = lineHeight(label.font());
+    const int width = label.sizeHint().width();
+    EXPECT_EQ(label.heightForWidth(width), line);
+    EXPECT_EQ(label.heightForWidth(width - 2), 2 * line);
+}
+
+TEST(LabelSizeTest, breaksAtEverySeparatorHoweverWideItIs) {
+    for (const QChar separator : {QChar(u'\n'), QChar(QChar::LineSeparator)}) {
+        const Label label(QStringLiteral("one") + separator + QStringLiteral("two"), {});
+        EXPECT_EQ(label.heightForWidth(9999), 2 * lineHeight(label.font())) << static_cast<int>(separator.unicode());
+    }
+}
+
+TEST(LabelSizeTest, followsItsTextAndItsFont) {
+    Label label(QStringLiteral("a"), {});
+    const QSize small = label.sizeHint();
+    label.setText(QStringLiteral("a longer text"));
+    const QSize wide = label.sizeHint();
+    EXPECT_GT(wide.width(), small.width());
+    EXPECT_EQ(wide.height(), small.height());
+    label.setFont(systemFont(40));
+    EXPECT_GT(label.sizeHint().width(), wide.width());
+    EXPECT_GT(label.heightForWidth(9999), wide.height());
+}
+
+TEST(LabelSizeTest, doesNotDrawATrailingSpace) {
+    const auto picture = [](const QString& text) {
+        Label label(text);
+        label.setAlignment(Qt::AlignRight | Qt::AlignTop);
+        label.resize(200, 40);
+        return label.grab().toImage();
+    };
+    EXPECT_EQ(picture(QStringLiteral("text ")), picture(QStringLiteral("text")));
+}
+
 TEST(LabelColorTest, isPalerWhileDisabled) {
     Label label(QStringLiteral("text"), {});
     label.setPalette(QPalette(QColor(Qt::black), QColor(0xEE, 0xEE, 0xEE)));

@@ -10,6 +10,7 @@
 
 #ifdef HAS_KESTREL
 #include "ApplicationStyle.h"
+#include "FontConfiguration.h"
 #include "KestrelApp.h"
 #include "StandardStreams.h"
 #include "Translation.h"
@@ -18,6 +19,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <thread>
 
 namespace {
 
@@ -62,8 +64,10 @@ int main(int argc, char** argv) {
 #ifdef HAS_KESTREL
     // As the program's own main() does.
     kestrel::redirectMissingStandardStreams();
+    std::jthread fonts = kestrel::readFontConfiguration();
     kestrel::KestrelApp::prepare();
     const QApplication application(argc, argv);
+    fonts = {};
     kestrel::ApplicationStyle::install();
     const kestrel::Translation translation;
     kestrel::KestrelApp app;

@@ -1,0 +1,65 @@
+#include "FontConfiguration.h"
+
+#include "RunInChild.h"
+#include "ScopedVariable.h"
+#include "TemporaryFolder.h"
+
+#include <fontconfig/fontconfig.h>
+#include <gtest/gtest.h>
+
+#include <sys/resource.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace kestrel::test {
+namespace {
+
+bool hasFontFolder(std::string_view path) {
+    FcStrList* folders = FcConfigGetFontDirs(nullptr);
+    bool isFound = false;
+    while (const FcChar8* folder = FcStrListNext(folders)) {
+        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): text of fontconfig's
+        isFound = isFound || reinterpret_cast<const char*>(folder) == path;
+    }
+    FcStrListDone(folders);
+    return isFound;
+}
+
+[[noreturn]] void readAFileThatIsGoneAfterwards() {
+    bool isRead = false;
+    {
+        const TemporaryFolder folder;
+        const std::string fonts = folder.makeFolder("fonts").path();
+        const FileURL file =
+            folder.write("fonts.conf", "<fontconfig><dir>" + fonts + "</dir></fontconfig>");
+        const ScopedVariable variable("FONTCONFIG_FILE", file.path());
+        readFontConfiguration().join();
+        std::filesystem::remove(file.path());
+        isRead = hasFontFolder(fonts);
+    }
+    std::_Exit(isRead ? 0 : 1);
+}
+
+[[noreturn]] void readWithoutThreads() {
+    const rlimit noThread{0, 0};
+    if (!dropPrivileges() || ::setrlimit(RLIMIT_NPROC, &noThread) != 0) {
+        std::_Exit(2);
+    }
+    std::_Exit(readFontConfiguration().joinable() ? 1 : 0);
+}
+
+TEST(FontConfigurationDeathTest, hasBeenReadOnceItsThreadEnds) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(readAFileThatIsGoneAfterwards(), ::testing::ExitedWithCode(0), "");
+}
+
+TEST(FontConfigurationDeathTest, isLeftToQtWhereNoThreadCanBeStarted) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(readWithoutThreads(), ::testing::ExitedWithCode(0), "");
+}
+
+} // namespace
+} // namespace kestrel::test

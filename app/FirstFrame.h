@@ -8,13 +8,13 @@ class QWidget;
 
 namespace kestrel {
 
-/// Calls `afterwards` once, after the widget's first paint event: for work that must not delay the
-/// first frame. Owned by the widget. Main thread.
+/// Calls `afterwards` once, after the window's first frame is on the screen: for work that must not
+/// delay it. Owned by the window. Main thread.
 class FirstFrame final : public QObject {
     Q_OBJECT
 
   public:
-    FirstFrame(QWidget& widget, std::function<void()> afterwards);
+    FirstFrame(QWidget& window, std::function<void()> afterwards);
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

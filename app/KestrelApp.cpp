@@ -2,6 +2,7 @@
 
 #include "BatchPresence.h"
 #include "BusName.h"
+#include "EarlyPaint.h"
 #include "FirstFrame.h"
 #include "MenuBar.h"
 #include "UserInputFilter.h"
@@ -70,6 +71,9 @@ int KestrelApp::run() {
         requestBusName(QDBusConnection::sessionBus(), QGuiApplication::desktopFileName());
     });
     window_.show();
+    // Queued, to run after the layout requests that are pending now.
+    QMetaObject::invokeMethod(
+        &window_, [this] { paintBeforeExposure(window_); }, Qt::QueuedConnection);
     const int status = QApplication::exec();
     if (model_->isConverting()) {
         window_.hide();

@@ -1,4 +1,5 @@
 #include "FirstFrame.h"
+#include "EarlyPaint.h"
 #include "RunUntil.h"
 
 #include <QPointer>
@@ -30,7 +31,7 @@ class PaintedWidget : public QWidget {
     int doneAtPaint_ = 0;
 };
 
-TEST(FirstFrameTest, callsBackOnceAfterTheFirstPaintEvent) {
+TEST(FirstFrameTest, callsBackOnceAfterTheFirstFrame) {
     int done = 0;
     PaintedWidget widget(done);
     const QPointer<FirstFrame> firstFrame = new FirstFrame(widget, [&done] { ++done; });
@@ -47,6 +48,19 @@ TEST(FirstFrameTest, callsBackOnceAfterTheFirstPaintEvent) {
     EXPECT_GE(widget.paintCount(), 2);
     EXPECT_EQ(done, 1);
     EXPECT_TRUE(test::runUntil([&] { return firstFrame == nullptr; }));
+}
+
+TEST(FirstFrameTest, waitsForAWindowThatIsPaintedBeforeItIsExposed) {
+    int done = 0;
+    PaintedWidget widget(done);
+    new FirstFrame(widget, [&done] { ++done; });
+    widget.show();
+    QCoreApplication::sendPostedEvents();
+    paintBeforeExposure(widget);
+    ASSERT_EQ(widget.paintCount(), 1);
+    QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(done, 0);
+    EXPECT_TRUE(test::runUntil([&] { return done > 0; }));
 }
 
 TEST(FirstFrameTest, doesNotCallBackForAWidgetThatWasNeverPainted) {

@@ -1,6 +1,8 @@
 #include "PopUpButton.h"
 
+#include "ApplicationFont.h"
 #include "ControlStyle.h"
+#include "TextFont.h"
 #include "UserInputFilter.h"
 
 #include <QAbstractItemView>
@@ -26,6 +28,9 @@ QPalette listPalette(const QPalette& palette) {
 PopUpButton::PopUpButton(QWidget* parent) : QComboBox(parent) {
     setStyle(ControlStyle::shared());
     setFocusPolicy(Qt::StrongFocus);
+    setFont(TextFont{}.font());
+    connect(ApplicationFont::shared(), &ApplicationFont::changed, this,
+            [this] { setFont(TextFont{}.font()); });
     // Qt 6.4 exposes the choice as a value, which AT-SPI has as a number only.
     connect(this, &QComboBox::currentTextChanged, this, &QWidget::setAccessibleDescription);
 }

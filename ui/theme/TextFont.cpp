@@ -1,5 +1,7 @@
 #include "TextFont.h"
 
+#include "FontConfiguration.h"
+
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QGuiApplication>
@@ -38,6 +40,12 @@ double pixelsPerPoint() {
     return screen != nullptr ? screen->logicalDotsPerInchY() / pointsPerInch : 96 / pointsPerInch;
 }
 
+/// Gives the font the family of another one. For a family that is not installed, such as a generic
+/// one, Qt 6.4 to 6.11 look up all fallback fonts, each of them among all families.
+void useInstalledFamily(QFont& font, const QFont& other) {
+    font.setFamilies({installedFontFamily(other.family())});
+}
+
 void scale(QFont& font, double ratio) {
     if (font.pixelSize() > 0) {
         const auto pixels = static_cast<int>(std::lround(font.pixelSize() * ratio));
@@ -52,8 +60,10 @@ void scale(QFont& font, double ratio) {
 QFont TextFont::font() const {
     QFont font = QGuiApplication::font();
     if (isMonospaced) {
-        font.setFamilies(QFontDatabase::systemFont(QFontDatabase::FixedFont).families());
+        useInstalledFamily(font, QFontDatabase::systemFont(QFontDatabase::FixedFont));
         font.setStyleHint(QFont::Monospace);
+    } else {
+        useInstalledFamily(font, font);
     }
     font.setWeight(weight);
     scale(font, sizeOf(style) / bodySize);
@@ -73,6 +83,7 @@ int lineHeight(const QFont& font) {
 
 QFont systemFont(int pixelSize, QFont::Weight weight) {
     QFont font = QGuiApplication::font();
+    useInstalledFamily(font, font);
     font.setPixelSize(pixelSize);
     font.setWeight(weight);
     return font;

@@ -35,6 +35,16 @@ TEST_F(PopUpButtonTest, opensItsListByReturnAndEnter) {
     }
 }
 
+TEST_F(PopUpButtonTest, followsTheApplicationFont) {
+    const QFont original = QApplication::font();
+    QFont large = original;
+    large.setPointSizeF(2 * original.pointSizeF());
+    QApplication::setFont(large);
+    EXPECT_EQ(box_.font().pointSizeF(), large.pointSizeF());
+    QApplication::setFont(original);
+    EXPECT_EQ(box_.font().pointSizeF(), original.pointSizeF());
+}
+
 TEST_F(PopUpButtonTest, changesItsChoiceByArrowKeysWhileClosed) {
     QTest::keyClick(&box_, Qt::Key_Down);
     EXPECT_EQ(utf8(box_.currentText()), "two");

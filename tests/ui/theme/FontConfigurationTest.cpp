@@ -1,11 +1,14 @@
 #include "FontConfiguration.h"
 
 #include "RunInChild.h"
-#include "ScopedVariable.h"
 #include "TemporaryFolder.h"
 
 #include <fontconfig/fontconfig.h>
 #include <gtest/gtest.h>
+
+#include <QFontDatabase>
+#include <QFontInfo>
+#include <QStringList>
 
 #include <sys/resource.h>
 
@@ -35,7 +38,7 @@ bool hasFontFolder(std::string_view path) {
         const std::string fonts = folder.makeFolder("fonts").path();
         const FileURL file =
             folder.write("fonts.conf", "<fontconfig><dir>" + fonts + "</dir></fontconfig>");
-        const ScopedVariable variable("FONTCONFIG_FILE", file.path());
+        ::setenv("FONTCONFIG_FILE", file.path().c_str(), 1);
         readFontConfiguration().join();
         std::filesystem::remove(file.path());
         isRead = hasFontFolder(fonts);
@@ -59,6 +62,26 @@ TEST(FontConfigurationDeathTest, hasBeenReadOnceItsThreadEnds) {
 TEST(FontConfigurationDeathTest, isLeftToQtWhereNoThreadCanBeStarted) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(readWithoutThreads(), ::testing::ExitedWithCode(0), "");
+}
+
+TEST(FontConfigurationTest, findsTheInstalledFamilyForEveryFamily) {
+    const QStringList installed = QFontDatabase::families();
+    for (const char* family : {"monospace", "Sans Serif", "No Such Family"}) {
+        EXPECT_TRUE(installed.contains(installedFontFamily(QString::fromUtf8(family)))) << family;
+    }
+    EXPECT_TRUE(QFontDatabase::isFixedPitch(installedFontFamily(QStringLiteral("monospace"))));
+}
+
+TEST(FontConfigurationTest, keepsAnInstalledFamily) {
+    const QString family = installedFontFamily(QStringLiteral("serif"));
+    EXPECT_EQ(installedFontFamily(family), family);
+}
+
+TEST(FontConfigurationTest, findsTheFamilyThatQtFinds) {
+    for (const char* family : {"monospace", "Sans Serif", "serif"}) {
+        const QString name = QString::fromUtf8(family);
+        EXPECT_EQ(installedFontFamily(name), QFontInfo(QFont(name)).family());
+    }
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <thread>
 
 namespace kestrel {
@@ -7,5 +9,9 @@ namespace kestrel {
 /// Reads fontconfig's configuration on another thread, so that Qt does not read it on the main
 /// thread with the first text. Returns that thread, or none if it cannot be started.
 std::jthread readFontConfiguration();
+
+/// Returns the installed family that fontconfig has for a family, which may be generic, such as
+/// "monospace". Called on the main thread.
+QString installedFontFamily(const QString& family);
 
 } // namespace kestrel

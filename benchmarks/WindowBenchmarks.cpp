@@ -6,6 +6,7 @@
 #include "JobScrollArea.h"
 #include "KestrelApp.h"
 #include "ScriptedDesktop.h"
+#include "StepwiseRunner.h"
 
 #include <QApplication>
 #include <QScrollBar>
@@ -14,13 +15,11 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <condition_variable>
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <string>
 #include <utility>
@@ -28,52 +27,6 @@
 
 namespace kestrel::bench {
 namespace {
-
-/// Conversions that block until end(); the first `endingAtOnce` return at once. Thread-safe.
-class StepwiseRunner final : public ConversionRunner {
-  public:
-    explicit StepwiseRunner(std::size_t endingAtOnce) : endingAtOnce_(endingAtOnce) {}
-
-    void convert(const FileURL&, const FileURL&, const ConversionSettings&,
-                 const ProgressHandler& onProgress) override {
-        std::unique_lock lock(mutex_);
-        if (endingAtOnce_ > 0) {
-            --endingAtOnce_;
-            return;
-        }
-        onProgress_ = onProgress;
-        changed_.notify_all();
-        changed_.wait(lock, [this] { return isEnding_; });
-        isEnding_ = false;
-        onProgress_ = nullptr;
-    }
-
-    void interruptActiveProcess() override {}
-
-    /// Returns true iff a conversion is blocked.
-    bool isWaiting() {
-        const std::lock_guard lock(mutex_);
-        return onProgress_ != nullptr;
-    }
-
-    void report(double fraction) {
-        const std::lock_guard lock(mutex_);
-        onProgress_(fraction);
-    }
-
-    void end() {
-        const std::lock_guard lock(mutex_);
-        isEnding_ = true;
-        changed_.notify_all();
-    }
-
-  private:
-    std::mutex mutex_;
-    std::condition_variable changed_;
-    ProgressHandler onProgress_;
-    std::size_t endingAtOnce_;
-    bool isEnding_ = false;
-};
 
 std::vector<FileURL> manyFiles(std::size_t count) {
     std::vector<FileURL> urls;

@@ -9,8 +9,8 @@ import time
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 BUILD = ROOT / "build" / "release"
-TARGETS = ["kestrel", "first-frame-bare", "first-frame-word", "first-frame-texts", "first-frame-kestrel", "driven-window",
-           "window-benchmarks", "hot-paths"]
+TARGETS = ["kestrel", "first-frame-bare", "first-frame-word", "first-frame-texts", "first-frame-kestrel",
+           "driven-window", "window-benchmarks", "hot-paths", "million-jobs"]
 # The same search as the program's.
 FFMPEG = next((path for path in ("/opt/homebrew/bin/ffmpeg", "/usr/local/bin/ffmpeg", "/usr/bin/ffmpeg")
                if os.access(path, os.X_OK)), "ffmpeg")

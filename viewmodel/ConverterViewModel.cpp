@@ -123,7 +123,10 @@ void ConverterViewModel::remove(const ConversionJob& job) {
     const UUID id = job.id();
     publish([&] {
         queuedFiles_.reset();
-        std::erase_if(jobs_, [&id](const ConversionJob& queued) { return queued.id() == id; });
+        if (const std::optional<std::size_t> index = indexOf(id, 0)) {
+            jobs_.erase(jobs_.begin() + static_cast<std::ptrdiff_t>(*index));
+            lastFound_ -= *index < lastFound_ ? 1U : 0U;
+        }
     });
 }
 
@@ -213,20 +216,31 @@ void ConverterViewModel::cancel() {
 }
 
 void ConverterViewModel::setState(const UUID& id, JobState state) {
-    publishJob(id, [&state](ConversionJob& job) { job.state = std::move(state); });
+    publishJob(id, [&](std::size_t index) { jobs_[index].state = std::move(state); });
 }
 
 void ConverterViewModel::setProgress(const UUID& id, double progress) {
-    publishJob(id, [progress](ConversionJob& job) { job.progress = progress; });
+    publishJob(id, [&](std::size_t index) { jobs_[index].progress = progress; });
 }
 
-std::vector<ConversionJob>::iterator ConverterViewModel::find(const UUID& id) noexcept {
-    if (lastFound_ >= jobs_.size() || jobs_[lastFound_].id() != id) {
-        const auto found = std::find_if(jobs_.begin(), jobs_.end(),
-                                        [&id](const ConversionJob& job) { return job.id() == id; });
-        lastFound_ = static_cast<std::size_t>(found - jobs_.begin());
+std::optional<std::size_t> ConverterViewModel::find(const UUID& id) noexcept {
+    const std::optional<std::size_t> index = indexOf(id, lastFound_);
+    lastFound_ = index.value_or(lastFound_);
+    return index;
+}
+
+std::optional<std::size_t> ConverterViewModel::indexOf(const UUID& id,
+                                                       std::size_t start) const noexcept {
+    const auto isWanted = [&id](const ConversionJob& job) { return job.id() == id; };
+    const auto middle = jobs_.begin() + static_cast<std::ptrdiff_t>(std::min(start, jobs_.size()));
+    auto found = std::find_if(middle, jobs_.end(), isWanted);
+    if (found == jobs_.end()) {
+        found = std::find_if(jobs_.begin(), middle, isWanted);
+        if (found == middle) {
+            return std::nullopt;
+        }
     }
-    return jobs_.begin() + static_cast<std::ptrdiff_t>(lastFound_);
+    return static_cast<std::size_t>(found - jobs_.begin());
 }
 
 } // namespace kestrel

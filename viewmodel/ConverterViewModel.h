@@ -139,20 +139,23 @@ class ConverterViewModel : public QObject, public std::enable_shared_from_this<C
     void setProgress(const UUID& id, double progress);
 
     template <typename Change> void publishJob(const UUID& id, Change change) {
-        if (find(id) == jobs_.end()) {
+        if (!find(id)) {
             return;
         }
         publish([&] {
             // A slot may have re-entered and modified the queue.
-            if (const auto job = find(id); job != jobs_.end()) {
-                change(*job);
+            if (const std::optional<std::size_t> index = find(id)) {
+                change(*index);
             }
         });
     }
 
-    /// Returns the job with this identity, or the end. O(1) when it is the one found last, as for
-    /// the progress reports of one conversion; else O(n).
-    std::vector<ConversionJob>::iterator find(const UUID& id) noexcept;
+    /// Returns the index of the job with this identity, or none. O(1) for the one found last and
+    /// the next one, as in a batch; else O(n).
+    std::optional<std::size_t> find(const UUID& id) noexcept;
+
+    /// The same, looking at the jobs from `start` on before those ahead of it.
+    std::optional<std::size_t> indexOf(const UUID& id, std::size_t start) const noexcept;
 
     std::vector<ConversionJob> jobs_;
     std::optional<FileURL> destination_;

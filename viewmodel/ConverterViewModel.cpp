@@ -40,21 +40,11 @@ void ConverterViewModel::setAlertMessage(std::optional<std::string> message) {
 }
 
 std::size_t ConverterViewModel::completedCount() const noexcept {
-    return static_cast<std::size_t>(
-        std::count_if(jobs_.begin(), jobs_.end(), [](const ConversionJob& job) {
-            return job.state.is(JobState::Case::completed);
-        }));
+    return totals_.completedCount();
 }
 
 double ConverterViewModel::overallProgress() const noexcept {
-    if (jobs_.empty()) {
-        return 0.0;
-    }
-    double sum = 0.0;
-    for (const ConversionJob& job : jobs_) {
-        sum += job.state.is(JobState::Case::completed) ? 1.0 : job.progress;
-    }
-    return sum / static_cast<double>(jobs_.size());
+    return totals_.overallProgress();
 }
 
 void ConverterViewModel::add(const std::vector<FileURL>& urls) {
@@ -64,11 +54,13 @@ void ConverterViewModel::add(const std::vector<FileURL>& urls) {
         if (size > jobs_.capacity()) {
             jobs_.reserve(std::max(size, 2 * jobs_.capacity()));
         }
+        totals_.reserve(jobs_.capacity());
         for (FileURL& file : files) {
             if (queuedFiles_) {
                 queuedFiles_->insert(file);
             }
             jobs_.emplace_back(std::move(file));
+            totals_.append(jobs_.back());
         }
     });
 }
@@ -125,6 +117,7 @@ void ConverterViewModel::remove(const ConversionJob& job) {
         queuedFiles_.reset();
         if (const std::optional<std::size_t> index = indexOf(id, 0)) {
             jobs_.erase(jobs_.begin() + static_cast<std::ptrdiff_t>(*index));
+            totals_.remove(*index);
             lastFound_ -= *index < lastFound_ ? 1U : 0U;
         }
     });
@@ -216,11 +209,17 @@ void ConverterViewModel::cancel() {
 }
 
 void ConverterViewModel::setState(const UUID& id, JobState state) {
-    publishJob(id, [&](std::size_t index) { jobs_[index].state = std::move(state); });
+    publishJob(id, [&](std::size_t index) {
+        jobs_[index].state = std::move(state);
+        totals_.update(index, jobs_[index]);
+    });
 }
 
 void ConverterViewModel::setProgress(const UUID& id, double progress) {
-    publishJob(id, [&](std::size_t index) { jobs_[index].progress = progress; });
+    publishJob(id, [&](std::size_t index) {
+        jobs_[index].progress = progress;
+        totals_.update(index, jobs_[index]);
+    });
 }
 
 std::optional<std::size_t> ConverterViewModel::find(const UUID& id) noexcept {

@@ -4,6 +4,7 @@
 #include "ConversionSettings.h"
 #include "FileURL.h"
 #include "JobState.h"
+#include "QueueTotals.h"
 #include "QueuedFiles.h"
 #include "UUID.h"
 
@@ -158,6 +159,8 @@ class ConverterViewModel : public QObject, public std::enable_shared_from_this<C
     std::optional<std::size_t> indexOf(const UUID& id, std::size_t start) const noexcept;
 
     std::vector<ConversionJob> jobs_;
+    /// Of `jobs_`; every write of these updates it.
+    QueueTotals totals_;
     std::optional<FileURL> destination_;
     ConversionSettings settings_;
     bool isConverting_ = false;

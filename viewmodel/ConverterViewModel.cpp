@@ -119,6 +119,7 @@ void ConverterViewModel::remove(const ConversionJob& job) {
             jobs_.erase(jobs_.begin() + static_cast<std::ptrdiff_t>(*index));
             totals_.remove(*index);
             lastFound_ -= *index < lastFound_ ? 1U : 0U;
+            Q_EMIT jobRemoved(*index);
         }
     });
 }
@@ -212,6 +213,7 @@ void ConverterViewModel::setState(const UUID& id, JobState state) {
     publishJob(id, [&](std::size_t index) {
         jobs_[index].state = std::move(state);
         totals_.update(index, jobs_[index]);
+        Q_EMIT stateChanged(index);
     });
 }
 

@@ -122,6 +122,12 @@ class ConverterViewModel : public QObject, public std::enable_shared_from_this<C
     /// A published property is about to be written.
     void willChange();
 
+    /// The state of the job at this index has been written.
+    void stateChanged(std::size_t index);
+
+    /// The job at this index has been removed, and those after it have moved up by one.
+    void jobRemoved(std::size_t index);
+
   private:
     class Batch;
     struct Drop;

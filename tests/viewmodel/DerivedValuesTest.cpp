@@ -2,16 +2,29 @@
 
 #include "FFmpegError.h"
 
+#include <gmock/gmock.h>
+
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace kestrel::test {
 namespace {
 
-/// The number of completed jobs and the overall progress.
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+/// The derived values, and the signals that tell views which jobs have changed.
 class DerivedValuesTest : public ViewModelTest {
   protected:
+    DerivedValuesTest() {
+        QObject::connect(model.get(), &ConverterViewModel::stateChanged, model.get(),
+                         [this](std::size_t index) { changed.push_back(index); });
+        QObject::connect(model.get(), &ConverterViewModel::jobRemoved, model.get(),
+                         [this](std::size_t index) { removed.push_back(index); });
+    }
+
     /// Compares them with their definition, exactly: the mean is added up in the order of the jobs.
     void expectDefinition() const {
         double sum = 0;
@@ -47,6 +60,9 @@ class DerivedValuesTest : public ViewModelTest {
             throw FFmpegError::processFailed("no");
         });
     }
+
+    std::vector<std::size_t> changed;
+    std::vector<std::size_t> removed;
 };
 
 TEST_F(DerivedValuesTest, followEveryWriteOfABatch) {
@@ -102,6 +118,56 @@ TEST_F(DerivedValuesTest, followAQueueThatChangesDuringAConversion) {
         ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }));
     });
     EXPECT_EQ(job(0).progress, 0.75);
+}
+
+TEST_F(DerivedValuesTest, comeWithASignalForEveryStateButNotForProgress) {
+    queue({"a.opus", "b.opus"});
+    chooseDestination();
+    failAt("a.opus", 0.5);
+    startAndFinish();
+    EXPECT_THAT(changed, ElementsAre(0, 0, 1, 1));
+    EXPECT_THAT(removed, IsEmpty());
+}
+
+TEST_F(DerivedValuesTest, haveTheStateWrittenWhenItsSignalComes) {
+    queue({"a.opus"});
+    chooseDestination();
+    std::vector<std::size_t> completed;
+    QObject::connect(model.get(), &ConverterViewModel::stateChanged, model.get(), [&] {
+        expectDefinition();
+        completed.push_back(model->completedCount());
+    });
+    startAndFinish();
+    EXPECT_THAT(completed, ElementsAre(0, 1));
+}
+
+TEST_F(DerivedValuesTest, tellTheIndexThatARemovedJobHad) {
+    queue({"a.opus", "b.opus", "c.opus", "d.opus"});
+    const ConversionJob first = job(0);
+    std::vector<std::string> left;
+    QObject::connect(model.get(), &ConverterViewModel::jobRemoved, model.get(),
+                     [&] { left = names(); });
+    model->remove(job(2));
+    EXPECT_THAT(left, ElementsAre("a.opus", "b.opus", "d.opus"));
+    model->remove(job(2));
+    model->remove(first);
+    model->remove(first);
+    EXPECT_THAT(removed, ElementsAre(2, 2, 0));
+    EXPECT_THAT(names(), ElementsAre("b.opus"));
+}
+
+TEST_F(DerivedValuesTest, tellTheIndexOfAChangeAsItIsByThen) {
+    queue({"a.opus", "b.opus", "c.opus"});
+    chooseDestination();
+    runner->setScript("b.opus", [this](const auto&, const auto&) { runner->waitForRelease(); });
+    model->start();
+    ASSERT_TRUE(runUntil([this] { return isConverting(1); }));
+    model->remove(job(0));
+    queue({"d.opus"});
+    runner->release();
+    ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }));
+    // a starts and ends, b starts at 1 and ends at 0, and the third position is d by now.
+    EXPECT_THAT(changed, ElementsAre(0, 0, 1, 0, 2, 2));
 }
 
 } // namespace

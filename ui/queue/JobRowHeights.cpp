@@ -5,7 +5,6 @@
 #include "JobRow.h"
 #include "JobState.h"
 
-#include <bit>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -22,6 +21,7 @@ std::size_t hashOf(std::string_view message) {
 
 void JobRowHeights::setMetrics(JobRowMetrics metrics) {
     metrics_ = std::move(metrics);
+    isRebuildDue_ = true;
     measured_.clear();
 }
 
@@ -30,44 +30,42 @@ inline int JobRowHeights::heightOf(const ConversionJob& job) const {
     return job.state.is(JobState::Case::failed) ? heightOfFailure(job) : metrics_->plainHeight;
 }
 
-void JobRowHeights::update(const std::vector<ConversionJob>& jobs) {
-    if (jobs.size() != offsets_.count()) {
+void JobRowHeights::update(const std::vector<ConversionJob>& jobs, const QueueChanges& changes) {
+    if (limitMeasurements(jobs.size()) || isRebuildDue_) {
         rebuild(jobs);
         return;
     }
-    // `setHeight` takes O(log n) steps, rebuilding O(n).
-    const auto digits = static_cast<std::size_t>(std::bit_width(jobs.size()));
-    const std::size_t maxChanges = jobs.size() / (digits + 1);
-    std::vector<std::pair<std::size_t, int>> changes;
-    const int* before = offsets_.heights().data();
-    for (const ConversionJob& job : jobs) {
-        const int height = heightOf(job);
-        if (height != *before) {
-            if (changes.size() == maxChanges) {
-                rebuild(jobs);
-                return;
-            }
-            changes.emplace_back(before - offsets_.heights().data(), height);
+    for (const std::size_t row : changes.removed()) {
+        // One that was added and removed since the last call has no row yet.
+        if (row < offsets_.count()) {
+            offsets_.remove(row);
         }
-        ++before;
     }
-    for (const auto& [row, height] : changes) {
-        offsets_.setHeight(row, height);
+    while (offsets_.count() < jobs.size()) {
+        offsets_.append(heightOf(jobs[offsets_.count()]));
+    }
+    for (const std::size_t row : changes.changed()) {
+        offsets_.setHeight(row, heightOf(jobs[row]));
     }
 }
 
 void JobRowHeights::rebuild(const std::vector<ConversionJob>& jobs) {
-    // Bounds the measurements kept of jobs that were removed.
-    constexpr std::size_t spare = 1000;
-    if (measured_.size() > 2 * jobs.size() + spare) {
-        measured_.clear();
-    }
+    isRebuildDue_ = false;
     std::vector<int> heights;
     heights.reserve(jobs.size());
     for (const ConversionJob& job : jobs) {
         heights.push_back(heightOf(job));
     }
     offsets_.assign(std::move(heights));
+}
+
+bool JobRowHeights::limitMeasurements(std::size_t jobCount) {
+    constexpr std::size_t spare = 1000;
+    if (measured_.size() <= 2 * jobCount + spare) {
+        return false;
+    }
+    measured_.clear();
+    return true;
 }
 
 const JobRowHeights::MeasuredMessage* JobRowHeights::findMeasured(const ConversionJob& job) const {

@@ -2,6 +2,7 @@
 
 #include "ConversionJob.h"
 #include "JobRowMetrics.h"
+#include "QueueChanges.h"
 #include "RowOffsets.h"
 #include "UUID.h"
 
@@ -22,8 +23,10 @@ class JobRowHeights {
     /// Sets the metrics of another width or font and discards all measurements.
     void setMetrics(JobRowMetrics metrics);
 
-    /// Sets the rows to those of these jobs, in O(n). Requires: `setMetrics` has been called.
-    void update(const std::vector<ConversionJob>& jobs);
+    /// Sets the rows to those of these jobs, given all changes since the last call but the jobs
+    /// added at the end: O(log n) for each, O(n) for a removal or after `setMetrics`. Requires:
+    /// `setMetrics` has been called, or there are no jobs.
+    void update(const std::vector<ConversionJob>& jobs, const QueueChanges& changes);
 
     /// Returns true iff the height of the job's row is measured, not estimated.
     bool isKnown(const ConversionJob& job) const;
@@ -46,8 +49,11 @@ class JobRowHeights {
     int heightOf(const ConversionJob& job) const;
     int heightOfFailure(const ConversionJob& job) const;
     void rebuild(const std::vector<ConversionJob>& jobs);
+    /// Bounds the measurements kept of jobs that were removed. Returns true iff it discards all.
+    bool limitMeasurements(std::size_t jobCount);
 
     std::optional<JobRowMetrics> metrics_;
+    bool isRebuildDue_ = false;
     RowOffsets offsets_;
     std::unordered_map<UUID, MeasuredMessage> measured_;
     std::size_t measuredCount_ = 0;

@@ -47,6 +47,10 @@ JobScrollArea::JobScrollArea(std::shared_ptr<ConverterViewModel> model, QWidget*
         },
         Qt::QueuedConnection);
     connect(model_.get(), &ConverterViewModel::willChange, this, [this] { isStale_ = true; });
+    connect(model_.get(), &ConverterViewModel::stateChanged, this,
+            [this](std::size_t index) { changes_.addChange(index); });
+    connect(model_.get(), &ConverterViewModel::jobRemoved, this,
+            [this](std::size_t index) { changes_.addRemoval(index); });
 }
 
 void JobScrollArea::refresh() {
@@ -69,10 +73,11 @@ void JobScrollArea::refreshMoved(int dy) {
     const std::vector<VisibleRow> before = visibleRows(dy);
     tabStop_.followFocus();
     updateMetrics();
-    heights_.update(jobs());
+    heights_.update(jobs(), changes_);
     tabStop_.followJob();
     updateScrollRange();
     restoreScroll(before);
+    changes_ = {};
     placeRows();
     if (hasFocus()) {
         tabStop_.enter(Qt::OtherFocusReason);
@@ -167,16 +172,14 @@ std::size_t JobScrollArea::firstUncutRow() const {
     return std::min(first, jobs().size() - 1);
 }
 
-std::optional<std::size_t> JobScrollArea::indexOf(const UUID& id, std::size_t hint) const {
-    if (hint < jobs().size() && jobs()[hint].id() == id) {
-        return hint;
+std::optional<std::size_t> JobScrollArea::indexOf(const UUID& id, std::size_t before) const {
+    const std::size_t removals = std::min(before, changes_.removed().size());
+    for (std::size_t index = before - removals; index <= before && index < jobs().size(); ++index) {
+        if (jobs()[index].id() == id) {
+            return index;
+        }
     }
-    const auto found = std::find_if(jobs().begin(), jobs().end(),
-                                    [&id](const ConversionJob& job) { return job.id() == id; });
-    if (found == jobs().end()) {
-        return std::nullopt;
-    }
-    return static_cast<std::size_t>(found - jobs().begin());
+    return std::nullopt;
 }
 
 std::optional<std::size_t> JobScrollArea::indexOf(const JobRow& row) const {

@@ -2,6 +2,7 @@
 
 #include "ConverterViewModel.h"
 #include "JobRowHeights.h"
+#include "QueueChanges.h"
 #include "RovingTabStop.h"
 #include "UUID.h"
 
@@ -39,9 +40,9 @@ class JobScrollArea : public QAbstractScrollArea {
 
     const std::vector<ConversionJob>& jobs() const noexcept { return model_->jobs(); }
 
-    /// Returns the index of a job, or none when it is not queued any more; O(1) if it is still at
-    /// `hint`.
-    std::optional<std::size_t> indexOf(const UUID& id, std::size_t hint) const;
+    /// Returns the index of a job that was at `before` when the list was refreshed last, or none
+    /// when it is not queued any more. Jobs only move up, by one for each removed one.
+    std::optional<std::size_t> indexOf(const UUID& id, std::size_t before) const;
 
     /// Returns the index of a row, or none while it is not shown.
     std::optional<std::size_t> indexOf(const JobRow& row) const;
@@ -123,6 +124,8 @@ class JobScrollArea : public QAbstractScrollArea {
     std::vector<RowWidget> placed_;
     std::vector<JobRow*> spare_;
     std::vector<QRect> separators_;
+    /// Since the last refresh; during one, those that it shows.
+    QueueChanges changes_;
     /// Whether the model may have changed since the last refresh.
     bool isStale_ = true;
     bool isFontStale_ = false;

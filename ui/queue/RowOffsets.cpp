@@ -34,6 +34,25 @@ void RowOffsets::setHeight(std::size_t row, int height) {
     }
 }
 
+void RowOffsets::append(int height) {
+    heights_.push_back(height);
+    total_ += height;
+    const std::size_t number = heights_.size();
+    // A node's sum is its own row and the sums of its children, of 1, 2, 4… rows, which end with
+    // the row before.
+    qint64 sum = height;
+    for (std::size_t size = 1; size < lowestBit(number); size *= 2) {
+        sum += sums_[number - size - 1];
+    }
+    sums_.push_back(sum);
+}
+
+void RowOffsets::remove(std::size_t row) {
+    std::vector<int> heights = std::move(heights_);
+    heights.erase(heights.begin() + static_cast<std::ptrdiff_t>(row));
+    assign(std::move(heights));
+}
+
 qint64 RowOffsets::top(std::size_t row) const {
     qint64 sum = 0;
     for (std::size_t number = row; number > 0; number -= lowestBit(number)) {

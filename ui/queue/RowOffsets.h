@@ -10,7 +10,8 @@ namespace kestrel {
 
 /// The vertical offsets of a list's rows, in pixels from the top of the first one.
 ///
-/// A Fenwick tree over the heights: `assign` is O(n), everything else at most O(log n).
+/// A Fenwick tree over the heights: `assign` and `remove` are O(n), everything else at most
+/// O(log n).
 class RowOffsets {
   public:
     /// Replaces all rows. Requires: no height is negative.
@@ -18,6 +19,11 @@ class RowOffsets {
 
     /// Requires: `height` is not negative.
     void setHeight(std::size_t row, int height);
+
+    /// Adds a row at the end. Requires: `height` is not negative.
+    void append(int height);
+
+    void remove(std::size_t row);
 
     std::size_t count() const noexcept { return heights_.size(); }
 
@@ -28,9 +34,6 @@ class RowOffsets {
     qint64 top(std::size_t row) const;
 
     int height(std::size_t row) const { return heights_.at(row); }
-
-    /// The heights of all rows.
-    const std::vector<int>& heights() const noexcept { return heights_; }
 
     /// Returns the first row that ends below a position, or `count()`.
     std::size_t rowAt(qint64 position) const;

@@ -184,6 +184,22 @@ TEST_F(JobListScrollTest, staysWhereItIsWhileRowsAboveAreMeasuredLower) {
     EXPECT_GT(area()->heights().measuredCount(), 20U);
 }
 
+TEST_F(JobListScrollTest, appliesARemovalOnceHoweverOftenItRefreshes) {
+    for (int number = 0; number < 50; ++number) {
+        scenario_.failWith(std::to_string(number) + ".opus", "no such stream");
+    }
+    scenario_.addMany(100);
+    ASSERT_TRUE(scenario_.convertAll());
+    // Knows the failures from the queue, not from changes that it could apply again.
+    JobScrollArea late(scenario_.model);
+    late.refresh();
+    scenario_.model->remove(scenario_.model->jobs().front());
+    late.refresh();
+    const qint64 total = late.heights().offsets().total();
+    late.refresh();
+    EXPECT_EQ(late.heights().offsets().total(), total);
+}
+
 TEST_F(JobListScrollTest, scrollsToTheEndThoughRowsAreLowerThanEstimated) {
     for (int number = 0; number < 100; ++number) {
         scenario_.failWith(std::to_string(number) + ".opus", "short");

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -26,30 +27,88 @@ class JobRowHeightsTest : public ::testing::Test {
             jobs_.emplace_back(FileURL("/Album/" + std::to_string(number) + ".opus"));
             jobs_.back().state = state;
         }
-        heights_.update(jobs_);
+        update();
+    }
+
+    void setState(std::size_t row, const JobState& state) {
+        jobs_[row].state = state;
+        changes_.addChange(row);
+    }
+
+    void remove(std::size_t row) {
+        jobs_.erase(jobs_.begin() + static_cast<std::ptrdiff_t>(row));
+        changes_.addRemoval(row);
+    }
+
+    void update() {
+        heights_.update(jobs_, changes_);
+        changes_ = {};
     }
 
     JobRowHeights heights_;
     std::vector<ConversionJob> jobs_;
+    QueueChanges changes_;
 };
 
 TEST_F(JobRowHeightsTest, followTheStates) {
     queue(100, JobState::waiting());
     EXPECT_EQ(heights_.offsets().total(), 5000);
-    jobs_[7].state = JobState::converting();
-    jobs_[9].state = JobState::failed("one\ntwo");
-    heights_.update(jobs_);
+    setState(7, JobState::converting());
+    setState(9, JobState::failed("one\ntwo"));
+    update();
     EXPECT_EQ(heights_.offsets().height(7), 50);
     EXPECT_EQ(heights_.offsets().height(9), 80);
     EXPECT_EQ(heights_.offsets().total(), 5030);
-    for (ConversionJob& job : jobs_) {
-        job.state = JobState::converting();
+    for (std::size_t row = 0; row < jobs_.size(); ++row) {
+        setState(row, JobState::converting());
     }
-    heights_.update(jobs_);
+    update();
     EXPECT_EQ(heights_.offsets().total(), 5000);
-    jobs_.resize(3, jobs_.front());
-    heights_.update(jobs_);
+    while (jobs_.size() > 3) {
+        remove(jobs_.size() - 1);
+    }
+    update();
     EXPECT_EQ(heights_.offsets().total(), 150);
+}
+
+TEST_F(JobRowHeightsTest, followAQueueThatChangesInManyWaysAtOnce) {
+    queue(5, JobState::waiting());
+    setState(1, JobState::failed("no"));
+    setState(3, JobState::failed("no"));
+    setState(4, JobState::failed("no"));
+    remove(1);
+    remove(0);
+    jobs_.emplace_back(FileURL("/Album/new.opus"));
+    jobs_.emplace_back(FileURL("/Album/gone.opus"));
+    setState(3, JobState::failed("no"));
+    remove(4);
+    update();
+    // The rows 2, 3 and 4, and the new one.
+    ASSERT_EQ(heights_.offsets().count(), 4U);
+    EXPECT_EQ(heights_.offsets().height(0), 50);
+    EXPECT_EQ(heights_.offsets().height(1), 80);
+    EXPECT_EQ(heights_.offsets().height(2), 80);
+    EXPECT_EQ(heights_.offsets().height(3), 80);
+    EXPECT_EQ(heights_.offsets().total(), 290);
+}
+
+TEST_F(JobRowHeightsTest, readNoJobThatHasNotChanged) {
+    queue(3, JobState::waiting());
+    jobs_[1].state = JobState::failed("no");
+    update();
+    EXPECT_EQ(heights_.offsets().height(1), 50);
+    changes_.addChange(1);
+    update();
+    EXPECT_EQ(heights_.offsets().height(1), 80);
+}
+
+TEST_F(JobRowHeightsTest, areThoseOfOtherMetricsAfterTheNextUpdate) {
+    queue(3, JobState::waiting());
+    JobRowMetrics taller = metrics();
+    taller.plainHeight = 60;
+    heights_.setMetrics(taller);
+    update();
+    EXPECT_EQ(heights_.offsets().total(), 180);
 }
 
 TEST_F(JobRowHeightsTest, measureOnDemandOnly) {
@@ -66,11 +125,11 @@ TEST_F(JobRowHeightsTest, measureOnDemandOnly) {
 TEST_F(JobRowHeightsTest, cacheAMeasurementPerWidth) {
     queue(3, JobState::failed("short"));
     heights_.measure(1, jobs_[1]);
-    heights_.update(jobs_);
+    update();
     EXPECT_FALSE(heights_.measure(1, jobs_[1]));
     EXPECT_EQ(heights_.measuredCount(), 1U);
-    jobs_.erase(jobs_.begin());
-    heights_.update(jobs_);
+    remove(0);
+    update();
     EXPECT_EQ(heights_.offsets().height(0), 70);
     heights_.setMetrics(metrics());
     EXPECT_FALSE(heights_.isKnown(jobs_[0]));
@@ -79,8 +138,8 @@ TEST_F(JobRowHeightsTest, cacheAMeasurementPerWidth) {
 TEST_F(JobRowHeightsTest, remeasureAChangedMessage) {
     queue(1, JobState::failed("short"));
     heights_.measure(0, jobs_[0]);
-    jobs_[0].state = JobState::failed("one\ntwo");
-    heights_.update(jobs_);
+    setState(0, JobState::failed("one\ntwo"));
+    update();
     EXPECT_FALSE(heights_.isKnown(jobs_[0]));
     EXPECT_EQ(heights_.offsets().height(0), 80);
     EXPECT_FALSE(heights_.measure(0, jobs_[0]));
@@ -89,15 +148,19 @@ TEST_F(JobRowHeightsTest, remeasureAChangedMessage) {
 
 TEST_F(JobRowHeightsTest, keepsMeasurementsOfAThousandRemovedJobsAndTwicePerQueuedOne) {
     for (const int excess : {0, 1}) {
-        jobs_.clear();
+        while (!jobs_.empty()) {
+            remove(jobs_.size() - 1);
+        }
         heights_.setMetrics(metrics());
-        const int queued = 100;
-        queue(1000 + 2 * queued + excess, JobState::failed("short"));
+        constexpr std::size_t queued = 100;
+        queue(1000 + 2 * static_cast<int>(queued) + excess, JobState::failed("short"));
         for (std::size_t row = 0; row < jobs_.size(); ++row) {
             heights_.measure(row, jobs_[row]);
         }
-        jobs_.erase(jobs_.begin() + queued, jobs_.end());
-        heights_.update(jobs_);
+        while (jobs_.size() > queued) {
+            remove(jobs_.size() - 1);
+        }
+        update();
         EXPECT_EQ(heights_.isKnown(jobs_.front()), excess == 0);
         EXPECT_EQ(heights_.offsets().height(0), excess == 0 ? 70 : 80);
     }

@@ -103,8 +103,18 @@ TEST(RowOffsetsTest, agreeWithTheReferenceImplementation) {
         std::generate(naive.heights.begin(), naive.heights.end(), height);
         RowOffsets offsets;
         offsets.assign(naive.heights);
-        const std::size_t count = naive.heights.size();
         for (int step = 0; step < 60; ++step) {
+            if (number(0, 3) == 0) {
+                naive.heights.push_back(height());
+                offsets.append(naive.heights.back());
+            }
+            if (!naive.heights.empty() && number(0, 3) == 0) {
+                const qint64 row = number(0, static_cast<int>(naive.heights.size()) - 1);
+                naive.heights.erase(naive.heights.begin() + static_cast<std::ptrdiff_t>(row));
+                offsets.remove(static_cast<std::size_t>(row));
+            }
+            const std::size_t count = naive.heights.size();
+            ASSERT_EQ(offsets.count(), count);
             if (count > 0) {
                 const auto row = static_cast<std::size_t>(number(0, static_cast<int>(count) - 1));
                 naive.heights[row] = height();
@@ -120,6 +130,35 @@ TEST(RowOffsetsTest, agreeWithTheReferenceImplementation) {
             ASSERT_EQ(offsets.rowAt(from), naive.rowsBetween(from, from).first);
         }
     }
+}
+
+TEST(RowOffsetsTest, growRowByRow) {
+    RowOffsets offsets;
+    for (int row = 0; row < 100; ++row) {
+        offsets.append(10 + row);
+    }
+    EXPECT_EQ(offsets.count(), 100U);
+    EXPECT_EQ(offsets.height(99), 109);
+    EXPECT_EQ(offsets.top(100), offsets.total());
+    EXPECT_EQ(offsets.total(), 5950);
+    offsets.setHeight(63, 1073);
+    EXPECT_EQ(offsets.top(63), 2583);
+    EXPECT_EQ(offsets.top(64), 3656);
+    EXPECT_EQ(offsets.rowAt(3655), 63U);
+}
+
+TEST(RowOffsetsTest, closeTheGapOfARemovedRow) {
+    RowOffsets offsets;
+    offsets.assign({10, 20, 30});
+    offsets.remove(1);
+    EXPECT_EQ(offsets.count(), 2U);
+    EXPECT_EQ(offsets.height(1), 30);
+    EXPECT_EQ(offsets.top(1), 10);
+    EXPECT_EQ(offsets.total(), 40);
+    offsets.remove(1);
+    offsets.remove(0);
+    EXPECT_EQ(offsets.count(), 0U);
+    EXPECT_EQ(offsets.total(), 0);
 }
 
 TEST(RowOffsetsTest, areReplacedAsAWhole) {

@@ -70,9 +70,13 @@ FileURL FileURL::appendingPathExtension(std::string_view extension) const {
     return FileURL(std::move(path));
 }
 
+bool FileURL::isStandardized() const noexcept {
+    return path_.size() == 1 || !hasComponentToResolve(path_);
+}
+
 FileURL FileURL::standardized() const {
     const std::string_view path = path_;
-    if (!hasComponentToResolve(path)) {
+    if (isStandardized()) {
         return *this;
     }
     std::string result;

@@ -44,6 +44,9 @@ class FileURL {
     /// spellings compare equal. Does not follow symbolic links.
     FileURL standardized() const;
 
+    /// Returns true iff `standardized()` is this path.
+    bool isStandardized() const noexcept;
+
     /// Compares bytes.
     friend bool operator==(const FileURL&, const FileURL&) = default;
 

@@ -12,7 +12,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <iterator>
 #include <utility>
 
 namespace kestrel {
@@ -56,11 +55,11 @@ void ConverterViewModel::add(const std::vector<FileURL>& urls) {
         }
         totals_.reserve(jobs_.capacity());
         for (FileURL& file : files) {
-            if (queuedFiles_) {
-                queuedFiles_->insert(file);
-            }
             jobs_.emplace_back(std::move(file));
             totals_.append(jobs_.back());
+        }
+        if (queuedFiles_) {
+            queuedFiles_->update();
         }
     });
 }
@@ -70,10 +69,10 @@ struct ConverterViewModel::Drop {
     std::size_t next = 0;
 };
 
-bool ConverterViewModel::handleDrop(const std::vector<DroppedItem>& items) {
+bool ConverterViewModel::handleDrop(std::vector<DroppedItem> items) {
     const auto drop = std::make_shared<Drop>();
-    std::copy_if(items.begin(), items.end(), std::back_inserter(drop->items),
-                 [](const DroppedItem& item) { return item.hasFileURL(); });
+    drop->items = std::move(items);
+    std::erase_if(drop->items, [](const DroppedItem& item) { return !item.hasFileURL(); });
     if (!drop->items.empty()) {
         runOnMainThread([model = weak_from_this(), drop] {
             if (const auto alive = model.lock()) {

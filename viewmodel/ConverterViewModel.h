@@ -92,7 +92,7 @@ class ConverterViewModel : public QObject, public std::enable_shared_from_this<C
 
     /// Adds each item by itself, in later event-loop iterations, as many in one as take a few
     /// milliseconds. Returns true: every drop is accepted.
-    bool handleDrop(const std::vector<DroppedItem>& items);
+    bool handleDrop(std::vector<DroppedItem> items);
 
     /// Removes the job with this identity from the queue and does nothing else, even while a batch
     /// runs.

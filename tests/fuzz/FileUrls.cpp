@@ -57,6 +57,7 @@ void checkStandardized(const FileURL& url) {
     const FileURL standard = url.standardized();
     require(standard.path() == expectedStandard(url.path()), "standardizing resolves components");
     require(standard.standardized() == standard, "standardizing twice changes nothing more");
+    require(url.isStandardized() == (standard == url), "what is in standard form stays");
     require(url.appendingPathComponent(".").standardized() == standard, "\".\" stays");
     require(url.appendingPathComponent("..").standardized() == standard.deletingLastPathComponent(),
             "\"..\" is the containing folder");

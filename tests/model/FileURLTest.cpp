@@ -76,7 +76,9 @@ TEST(FileURL, resolvesDotComponentsLexically) {
                                                         {"/a/.b/..c", "/a/.b/..c"},
                                                         {"/a/b/../../../c", "/c"}};
     for (const auto& [path, standard] : rows) {
-        EXPECT_EQ(FileURL(std::string(path)).standardized().path(), standard) << path;
+        const FileURL url{std::string(path)};
+        EXPECT_EQ(url.standardized().path(), standard) << path;
+        EXPECT_EQ(url.isStandardized(), url == url.standardized()) << path;
     }
 }
 

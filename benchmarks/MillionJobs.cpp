@@ -38,7 +38,7 @@
 namespace kestrel::bench {
 namespace {
 
-constexpr double milliseconds = 1000;
+constexpr double msPerSecond = 1000;
 
 std::vector<FileURL> looseFiles(std::size_t count) {
     std::vector<FileURL> urls;
@@ -106,7 +106,7 @@ class User {
         const double begin = processSeconds();
         act();
         frames_->waitForFrame();
-        return (processSeconds() - begin) * milliseconds;
+        return (processSeconds() - begin) * msPerSecond;
     }
 
     /// Notes the median of so many frames; `prepare` runs before each.
@@ -173,6 +173,13 @@ class User {
         });
         bar().setValue(0);
         FrameWatch::settle();
+        const QSize size = app_->window().size();
+        bool isWider = false;
+        noteMedian("resize", 10, [&] {
+            constexpr int change = 10;
+            isWider = !isWider;
+            app_->window().resize(size + QSize(isWider ? change : 0, 0));
+        });
     }
 
     void batch() {
@@ -240,7 +247,7 @@ class User {
         frames_.reset();
         app_.reset();
         model_.reset();
-        note("quit", (wallSeconds() - begin) * milliseconds);
+        note("quit", (wallSeconds() - begin) * msPerSecond);
     }
 
     std::vector<FileURL> urls_;

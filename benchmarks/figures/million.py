@@ -14,6 +14,8 @@ MANY = 1_000_000
 TRACKS = 50
 # Ten times the jobs may take so many times as long: memory is slower than the caches.
 LINEAR = 11
+# Sorting takes n log n steps.
+SORTED = 12
 # What a user perceives as at once: one frame, and a reaction to a click.
 FRAME = 16
 REACTION = 100
@@ -30,6 +32,7 @@ IDLE = ((REACTION, "first_frame", "from the end of add to the frame painted"),
         (FRAME, "page", "one page of the list"),
         (FRAME, "drag", "one move of the scroll bar's thumb"),
         (FRAME, "home_or_end", "the key Home or End in the list"),
+        (FRAME, "resize", "the window made wider or narrower, painted"),
         (REACTION, "start", "from the click on the start button to the frame painted"),
         (REACTION, "cancel", "from the click on Cancel to the end of the batch painted"),
         (REACTION, "middle_removed_idle", "a job in the middle removed, painted"),
@@ -65,7 +68,7 @@ def _window_rows(runs, trees):
     def both(key):
         return [median[key] for median in medians]
 
-    yield _linear(ADD, "s", *both("add_seconds"))
+    yield _linear(ADD, "s", *both("add_seconds"), SORTED)
     for limit, key, name in (*IDLE, *IN_BATCH):
         yield _frame(limit, name, *both(key))
     path = medians[1]["path_bytes"] / MANY

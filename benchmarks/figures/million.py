@@ -7,7 +7,7 @@ import shutil
 import statistics
 
 from figures import material, programs
-from figures.row import Row, at_most
+from figures.row import Row
 
 FEW = 100_000
 MANY = 1_000_000
@@ -90,15 +90,16 @@ def _batch_row():
     return _linear("a batch of 1,000,000 conversions that end at once, without a window", "s", few, many)
 
 
-def _stall_row(runs, work, tree):
-    def longest():
-        out = os.path.join(work, "converted")
+def _stall_row(runs, work, trees):
+    out = os.path.join(work, "converted")
+
+    def longest(tree):
         report = programs.drive("--destination", out, "--format", "WAV", "--seconds", "8", "--watch-stalls", tree)
         shutil.rmtree(out)
         return report["batch"]["longest_stall_milliseconds"]
 
-    return at_most("longest stall of the main thread in a batch with 1,000,000 jobs queued", "ms",
-                   *programs.interleaved_medians(runs, longest), FRAME)
+    return _frame(FRAME, "longest stall of the main thread while ffmpeg converts",
+                  *programs.interleaved_medians(runs, *(lambda tree=tree: longest(tree) for tree in trees)))
 
 
 def rows(runs, work):
@@ -111,4 +112,4 @@ def rows(runs, work):
     yield from _window_rows(runs, trees)
     yield from _drop_rows(runs)
     yield _batch_row()
-    yield _stall_row(runs, work, trees[1])
+    yield _stall_row(runs, work, trees)

@@ -5,7 +5,6 @@
 #include "ControlStyle.h"
 #include "ConversionJob.h"
 #include "JobRow.h"
-#include "ThemeColor.h"
 
 #include <QApplication>
 #include <QMetaObject>
@@ -15,22 +14,18 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <cstdlib>
 #include <limits>
-#include <unordered_map>
 
 namespace kestrel {
-namespace {
-
-constexpr double separatorStrength = 0.5;
-
-} // namespace
 
 JobScrollArea::JobScrollArea(std::shared_ptr<ConverterViewModel> model, QWidget* parent)
     : QAbstractScrollArea(parent), model_(std::move(model)) {
     //: The list of the queued files.
     viewport()->setAccessibleName(tr("Files"));
     setFrameShape(QFrame::NoFrame);
-    viewport()->setAutoFillBackground(false);
+    // The background of the window. An opaque viewport lets QWidget::scroll copy pixels.
+    viewport()->setBackgroundRole(QPalette::NoRole);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     // A scroll bar that appears would change the width, and with it every height.
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
@@ -296,32 +291,21 @@ std::vector<std::size_t> JobScrollArea::rowsToPlace() {
 
 void JobScrollArea::placeRows() {
     const std::vector<std::size_t> indexes = rowsToPlace();
-    std::unordered_map<UUID, JobRow*> unused;
+    const int dy = pendingScroll();
+    RowsByJob unused;
     for (const RowWidget& placed : placed_) {
         unused.emplace(placed.row->job().id(), placed.row);
     }
     placed_.clear();
-    std::vector<std::size_t> missing;
-    for (const std::size_t index : indexes) {
-        const auto found = unused.find(jobs()[index].id());
-        if (found == unused.end()) {
-            missing.push_back(index);
-            continue;
-        }
-        place(found->second, index);
-        unused.erase(found);
+    const std::vector<std::size_t> missing = placeKept(indexes, unused, dy);
+    if (dy != 0) {
+        placeMissing(missing, dy);
+        viewport()->scroll(0, dy);
+        separators_.scroll(dy);
     }
-    JobRow* const focused = tabStop_.focusedRow();
-    JobRow* orphan = nullptr;
-    for (const auto& [id, row] : unused) {
-        if (row == focused) {
-            orphan = row;
-        } else {
-            recycle(row);
-        }
-    }
-    for (const std::size_t index : missing) {
-        place(takeSpareRow(), index);
+    JobRow* orphan = recycle(unused);
+    if (dy == 0) {
+        placeMissing(missing, 0);
     }
     std::sort(placed_.begin(), placed_.end(),
               [](const RowWidget& a, const RowWidget& b) { return a.index < b.index; });
@@ -336,6 +320,50 @@ void JobScrollArea::placeRows() {
     updateSeparators();
 }
 
+std::vector<std::size_t> JobScrollArea::placeKept(const std::vector<std::size_t>& indexes,
+                                                  RowsByJob& unused, int dy) {
+    std::vector<std::size_t> missing;
+    for (const std::size_t index : indexes) {
+        const auto found = unused.find(jobs()[index].id());
+        if (found == unused.end()) {
+            missing.push_back(index);
+            continue;
+        }
+        place(found->second, index, dy);
+        unused.erase(found);
+    }
+    return missing;
+}
+
+void JobScrollArea::placeMissing(const std::vector<std::size_t>& indexes, int dy) {
+    for (const std::size_t index : indexes) {
+        place(takeSpareRow(), index, dy);
+    }
+}
+
+int JobScrollArea::pendingScroll() const {
+    if (!viewport()->isVisible()) {
+        // QWidget::scroll would do nothing.
+        return 0;
+    }
+    const auto [first, end] = visibleRange();
+    for (const auto& [row, index] : placed_) {
+        if (index >= first && index < end && jobs()[index].id() == row->job().id()) {
+            const int dy = topOf(index) - row->y();
+            // Beyond that, more is uncovered than copied, and more rows are widgets at a time.
+            return std::abs(dy) <= viewport()->height() / 2 ? dy : 0;
+        }
+    }
+    return 0;
+}
+
+int JobScrollArea::topOf(std::size_t index) const {
+    const qint64 y = heights_.offsets().top(index) + endMargin - verticalScrollBar()->value();
+    // The pinned row may lie further away than the coordinates of a widget reach.
+    constexpr qint64 farAway = 1'000'000;
+    return static_cast<int>(std::clamp(y, -farAway, farAway));
+}
+
 QRect JobScrollArea::rowSpan() const {
     const int barSide = sideMargin - (width() - viewport()->width());
     const QRect span = viewport()->rect().adjusted(sideMargin - JobRow::overhang, 0,
@@ -343,18 +371,27 @@ QRect JobScrollArea::rowSpan() const {
     return QStyle::visualRect(layoutDirection(), viewport()->rect(), span);
 }
 
-void JobScrollArea::place(JobRow* row, std::size_t index) {
+void JobScrollArea::place(JobRow* row, std::size_t index, int dy) {
     row->setJob(jobs()[index]);
     row->setPosition(index, jobs().size());
-    const RowOffsets& offsets = heights_.offsets();
-    const qint64 y = offsets.top(index) + endMargin - verticalScrollBar()->value();
-    // The pinned row may lie further away than the coordinates of a widget reach.
-    constexpr qint64 farAway = 1'000'000;
     const QRect span = rowSpan();
-    row->setGeometry(span.left(), static_cast<int>(std::clamp(y, -farAway, farAway)), span.width(),
-                     offsets.height(index));
+    row->setGeometry(span.left(), topOf(index) - dy, span.width(),
+                     heights_.offsets().height(index));
     row->show();
     placed_.push_back({row, index});
+}
+
+JobRow* JobScrollArea::recycle(const RowsByJob& unused) {
+    JobRow* const focused = tabStop_.focusedRow();
+    JobRow* orphan = nullptr;
+    for (const auto& [id, row] : unused) {
+        if (row == focused) {
+            orphan = row;
+        } else {
+            recycle(row);
+        }
+    }
+    return orphan;
 }
 
 void JobScrollArea::recycle(JobRow* row) {
@@ -387,26 +424,12 @@ void JobScrollArea::updateSeparators() {
         line.setTop(bottom);
         separators.push_back(QStyle::visualRect(layoutDirection(), all, line));
     }
-    if (separators == separators_) {
-        return;
-    }
-    for (const std::vector<QRect>& lines : {separators_, separators}) {
-        for (const QRect& line : lines) {
-            viewport()->update(line);
-        }
-    }
-    separators_ = std::move(separators);
+    separators_.set(std::move(separators));
 }
 
 void JobScrollArea::paintEvent(QPaintEvent* event) {
-    QColor color = separatorColor(palette());
-    color.setAlphaF(static_cast<float>(color.alphaF() * separatorStrength));
     QPainter painter(viewport());
-    for (const QRect& line : separators_) {
-        if (event->rect().intersects(line)) {
-            painter.fillRect(line, color);
-        }
-    }
+    separators_.paint(painter, event->rect());
 }
 
 } // namespace kestrel

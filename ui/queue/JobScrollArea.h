@@ -4,6 +4,7 @@
 #include "JobRowHeights.h"
 #include "QueueChanges.h"
 #include "RovingTabStop.h"
+#include "RowSeparators.h"
 #include "UUID.h"
 
 #include <QAbstractScrollArea>
@@ -11,6 +12,7 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -88,6 +90,8 @@ class JobScrollArea : public QAbstractScrollArea {
         int bottom;
     };
 
+    using RowsByJob = std::unordered_map<UUID, JobRow*>;
+
     /// The first row, and the one after the last.
     using Range = std::pair<std::size_t, std::size_t>;
 
@@ -112,7 +116,19 @@ class JobScrollArea : public QAbstractScrollArea {
     void placeRows();
     /// The rows that need a widget, in order.
     std::vector<std::size_t> rowsToPlace();
-    void place(JobRow* row, std::size_t index);
+    /// How far the rows that stay visible have to move, down in pixels; 0 if nothing is to be
+    /// scrolled.
+    int pendingScroll() const;
+    /// Places the rows that have a widget, and takes these from `unused`. Returns the other rows.
+    std::vector<std::size_t> placeKept(const std::vector<std::size_t>& indexes, RowsByJob& unused,
+                                       int dy);
+    void placeMissing(const std::vector<std::size_t>& indexes, int dy);
+    /// Places a row where a scroll by `dy` takes it to its place.
+    void place(JobRow* row, std::size_t index, int dy);
+    /// The top edge of a row in the viewport.
+    int topOf(std::size_t index) const;
+    /// Recycles all but the one with the keyboard focus, if any, and returns that one.
+    JobRow* recycle(const RowsByJob& unused);
     void recycle(JobRow* row);
     JobRow* takeSpareRow();
     /// The left and the right edge of every row, in the viewport.
@@ -123,7 +139,7 @@ class JobScrollArea : public QAbstractScrollArea {
     JobRowHeights heights_;
     std::vector<RowWidget> placed_;
     std::vector<JobRow*> spare_;
-    std::vector<QRect> separators_;
+    RowSeparators separators_{*viewport()};
     /// Since the last refresh; during one, those that it shows.
     QueueChanges changes_;
     /// Whether the model may have changed since the last refresh.

@@ -1,12 +1,11 @@
 #include "Button.h"
 #include "Divider.h"
 #include "Label.h"
+#include "PaintCounter.h"
 #include "RunUntil.h"
 #include "Scenario.h"
 #include "StatusDot.h"
 #include "SymbolView.h"
-
-#include <QEvent>
 
 #include <gtest/gtest.h>
 
@@ -14,20 +13,6 @@
 
 namespace kestrel {
 namespace {
-
-/// Counts the paint events of a widget.
-class PaintCounter : public QObject {
-  public:
-    explicit PaintCounter(QWidget& widget) { widget.installEventFilter(this); }
-
-    int count = 0;
-
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        count += event->type() == QEvent::Paint ? 1 : 0;
-        return QObject::eventFilter(watched, event);
-    }
-};
 
 /// Returns whether the change repaints a widget that keeps its size.
 bool repaints(QWidget& widget, const std::function<void()>& change) {

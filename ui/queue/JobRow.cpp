@@ -15,6 +15,8 @@
 #include "SymbolBadge.h"
 #include "SymbolView.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QVBoxLayout>
@@ -185,6 +187,13 @@ void JobRow::showState() {
         setFocus(Qt::OtherFocusReason);
     }
     removeButton_->setVisible(isRemovable);
+}
+
+void JobRow::discardPostedUpdates() {
+    QCoreApplication::removePostedEvents(this, QEvent::UpdateLater);
+    for (QWidget* part : findChildren<QWidget*>()) {
+        QCoreApplication::removePostedEvents(part, QEvent::UpdateLater);
+    }
 }
 
 void JobRow::setPosition(std::size_t index, std::size_t count) {

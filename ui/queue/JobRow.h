@@ -44,6 +44,10 @@ class JobRow : public QWidget {
     /// Requires: `setJob` has been called.
     const ConversionJob& job() const { return job_.value(); }
 
+    /// Drops the updates that Qt posts for every widget that is shown: a row that a scroll uncovers
+    /// would be painted twice.
+    void discardPostedUpdates();
+
     /// Sets the position exposed to assistive technology; `index` starts at 0.
     void setPosition(std::size_t index, std::size_t count);
 

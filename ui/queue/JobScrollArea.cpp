@@ -337,7 +337,12 @@ std::vector<std::size_t> JobScrollArea::placeKept(const std::vector<std::size_t>
 
 void JobScrollArea::placeMissing(const std::vector<std::size_t>& indexes, int dy) {
     for (const std::size_t index : indexes) {
-        place(takeSpareRow(), index, dy);
+        JobRow* row = takeSpareRow();
+        place(row, index, dy);
+        if (dy != 0 && !row->geometry().intersects(viewport()->rect())) {
+            // The scroll uncovers it and so paints it.
+            row->discardPostedUpdates();
+        }
     }
 }
 

@@ -6,6 +6,7 @@
 #include <QPixmap>
 #include <QScreen>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -49,6 +50,24 @@ TEST_F(JobListRepaintTest, doesNotRepaintARowThatStaysVisible) {
     EXPECT_EQ(row->y(), y - rowHeight());
     EXPECT_EQ(rowPaints.count, 0);
     EXPECT_EQ(namePaints.count, 0);
+}
+
+TEST_F(JobListRepaintTest, paintsARowThatComesIntoViewOnce) {
+    std::vector<std::unique_ptr<PaintCounter>> paints;
+    for (const JobRow* row : list_.findChildren<JobRow*>()) {
+        paints.push_back(std::make_unique<PaintCounter>(*find<QLabel>(*row, "name")));
+    }
+    const std::string last = texts("name").back();
+    scrollBy(2 * rowHeight());
+    ASSERT_NE(texts("name").back(), last);
+    ASSERT_EQ(list_.findChildren<JobRow*>().size(), static_cast<qsizetype>(paints.size()));
+    int total = 0;
+    for (const auto& counter : paints) {
+        EXPECT_LE(counter->count, 1);
+        total += counter->count;
+    }
+    EXPECT_GE(total, 2);
+    EXPECT_LE(total, 3);
 }
 
 TEST_F(JobListRepaintTest, showsWhatAFullRepaintWouldShow) {

@@ -39,8 +39,11 @@ inline bool isGlyph(const QWidget& part, const Painted& area) {
         constexpr int trackMargins = 2;
         return area.place.width() < part.width() - trackMargins;
     }
-    return qobject_cast<const QScrollBar*>(&part) != nullptr ||
-           qobject_cast<const StatusDot*>(&part) != nullptr;
+    if (qobject_cast<const QScrollBar*>(&part) != nullptr) {
+        // Its background is as large as itself.
+        return area.place.size() != part.size();
+    }
+    return qobject_cast<const StatusDot*>(&part) != nullptr;
 }
 
 /// The least contrast that WCAG 2.2 AA asks for, or none for disabled controls, separators, borders

@@ -30,8 +30,9 @@ JobScrollArea::JobScrollArea(std::shared_ptr<ConverterViewModel> model, QWidget*
     // A scroll bar that appears would change the width, and with it every height.
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     verticalScrollBar()->setStyle(ControlStyle::shared());
-    // Its style leaves parts transparent.
+    // Its style leaves parts transparent; filled, it is repainted without the widgets below it.
     verticalScrollBar()->setAttribute(Qt::WA_OpaquePaintEvent, false);
+    verticalScrollBar()->setAutoFillBackground(true);
     // Tab goes to a row.
     setFocusPolicy(Qt::ClickFocus);
     connect(

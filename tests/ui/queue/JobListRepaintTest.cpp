@@ -70,6 +70,12 @@ TEST_F(JobListRepaintTest, paintsARowThatComesIntoViewOnce) {
     EXPECT_LE(total, 3);
 }
 
+TEST_F(JobListRepaintTest, doesNotRepaintTheWindowBelowTheList) {
+    PaintCounter paints(window_);
+    scrollBy(rowHeight());
+    EXPECT_EQ(paints.count, 0);
+}
+
 TEST_F(JobListRepaintTest, showsWhatAFullRepaintWouldShow) {
     for (const int pixels : {1, rowHeight(), 19, -7, -3 * rowHeight(), 2 * rowHeight() + 5}) {
         scrollBy(pixels);

@@ -9,8 +9,10 @@ StatusDot::StatusDot(QWidget* parent) : QWidget(parent) {
 }
 
 void StatusDot::setThemeColor(ThemeColor color) {
-    themeColor_ = color;
-    update();
+    if (color != themeColor_) {
+        themeColor_ = color;
+        update();
+    }
 }
 
 void StatusDot::paintEvent(QPaintEvent*) {

@@ -43,5 +43,14 @@ TEST(RepaintTest, followsANewColorOfADot) {
     EXPECT_TRUE(repaints(dot, [&dot] { dot.setThemeColor(ThemeColor::Name::red); }));
 }
 
+TEST(RepaintTest, doesNotRepaintADotOfTheSameColor) {
+    StatusDot dot;
+    EXPECT_TRUE(repaints(dot, [&dot] { dot.setThemeColor(ThemeColor::Name::green); }));
+    PaintCounter paints(dot);
+    dot.setThemeColor(ThemeColor::Name::green);
+    settle();
+    EXPECT_EQ(paints.count, 0);
+}
+
 } // namespace
 } // namespace kestrel

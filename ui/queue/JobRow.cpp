@@ -197,6 +197,11 @@ void JobRow::discardPostedUpdates() {
 }
 
 void JobRow::setPosition(std::size_t index, std::size_t count) {
+    const std::pair shown(index, count);
+    if (position_ == shown) {
+        return;
+    }
+    position_ = shown;
     //: A row's place among all: "3 of 120".
     const QString position = tr("%1 of %2").arg(QString::number(index + 1), QString::number(count));
     setAccessibleDescriptionIfChanged(*this, position);

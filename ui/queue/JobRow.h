@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <utility>
 
 class QBoxLayout;
 class QSpacerItem;
@@ -75,6 +76,8 @@ class JobRow : public QWidget {
 
     std::shared_ptr<ConverterViewModel> model_;
     std::optional<ConversionJob> job_;
+    /// The index and the count that are exposed.
+    std::optional<std::pair<std::size_t, std::size_t>> position_;
     QSpacerItem* leadingSpace_ = nullptr;
     QSpacerItem* trailingSpace_ = nullptr;
     ElidedLabel* name_ = nullptr;

@@ -175,18 +175,26 @@ void JobRow::showState() {
     const JobState& state = job().state;
     state_->setText(stateText());
     state_->setThemeColor(stateColor());
-    progress_->setVisible(state.is(JobState::Case::converting));
     message_->setText(displayMessage(state.message()));
-    message_->setVisible(state.is(JobState::Case::failed));
-    checkMark_->setVisible(state.is(JobState::Case::completed));
-
-    const bool isRemovable =
-        !state.is(JobState::Case::completed) && !state.is(JobState::Case::converting);
+    const bool isConverting = state.is(JobState::Case::converting);
+    const bool isCompleted = state.is(JobState::Case::completed);
+    const bool isRemovable = !isCompleted && !isConverting;
     if (!isRemovable && window()->focusWidget() == removeButton_) {
         // Hiding the button would pass the focus to the next tab stop.
         setFocus(Qt::OtherFocusReason);
     }
-    removeButton_->setVisible(isRemovable);
+    const std::pair<QWidget*, bool> parts[] = {{progress_, isConverting},
+                                               {message_, state.is(JobState::Case::failed)},
+                                               {checkMark_, isCompleted},
+                                               {removeButton_, isRemovable}};
+    // Showing a widget lays out the row at once: those to be hidden must be hidden by then.
+    for (const bool isShown : {false, true}) {
+        for (const auto& [part, isPart] : parts) {
+            if (isPart == isShown) {
+                part->setVisible(isShown);
+            }
+        }
+    }
 }
 
 void JobRow::discardPostedUpdates() {

@@ -190,5 +190,13 @@ TEST_F(JobRowTest, isolatesANameWithADirectionalOverride) {
     EXPECT_NE(isolated(name), name);
 }
 
+TEST_F(JobRowTest, laysOutTheProgressBarWithoutTheButtonThatItReplaces) {
+    job_.state = JobState::converting();
+    row_.setJob(job_);
+    const int width = bar()->width();
+    settle();
+    EXPECT_EQ(width, bar()->width());
+}
+
 } // namespace
 } // namespace kestrel

@@ -5,10 +5,14 @@
 #include "FrameWatch.h"
 #include "JobScrollArea.h"
 #include "KestrelApp.h"
+#include "PlainList.h"
 #include "ScriptedDesktop.h"
 #include "StepwiseRunner.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
+#include <QPainter>
+#include <QPixmap>
 #include <QScrollBar>
 #include <QWheelEvent>
 
@@ -27,6 +31,8 @@
 
 namespace kestrel::bench {
 namespace {
+
+constexpr std::size_t fewJobs = 10;
 
 std::vector<FileURL> manyFiles(std::size_t count) {
     std::vector<FileURL> urls;
@@ -54,6 +60,8 @@ class Window {
     StepwiseRunner& runner() { return *runner_; }
 
     FrameWatch& frames() { return *frames_; }
+
+    const std::shared_ptr<ConverterViewModel>& model() const { return model_; }
 
     JobScrollArea& list() { return *app_->window().findChild<JobScrollArea*>(); }
 
@@ -117,6 +125,41 @@ Window& windowWith(std::size_t count) {
     return *window;
 }
 
+/// A window with few unfinished jobs. Each call makes another one: its batch ends soon. None is
+/// ever destroyed, as its worker is blocked.
+Window& windowWithUnfinished() {
+    static auto* const windows = new std::vector<std::unique_ptr<Window>>;
+    windows->push_back(std::make_unique<Window>(fewJobs, fewJobs));
+    return *windows->back();
+}
+
+/// Shows ready pictures.
+class PictureView : public QWidget {
+  public:
+    explicit PictureView(QWidget* parent) : QWidget(parent) {
+        setAttribute(Qt::WA_OpaquePaintEvent);
+    }
+
+    void setPicture(const QPixmap& picture) {
+        picture_ = picture;
+        update();
+    }
+
+  protected:
+    void paintEvent(QPaintEvent*) override { QPainter(this).drawPixmap(0, 0, picture_); }
+
+  private:
+    QPixmap picture_;
+};
+
+/// Shows a view in the place of the list.
+void showOverList(Window& window, QWidget& view) {
+    view.setGeometry(window.list().geometry());
+    view.raise();
+    view.show();
+    FrameWatch::settle();
+}
+
 /// Measures the CPU time from `act` to the next frame.
 template <typename Act> void timeUntilFrame(benchmark::State& state, Window& window, Act act) {
     const double begin = processSeconds();
@@ -137,7 +180,8 @@ void progressReport(benchmark::State& state) {
 
 /// The end of one conversion and the start of the next one: two rows change their height.
 void stateChange(benchmark::State& state) {
-    Window& window = windowWith(static_cast<std::size_t>(state.range(0)));
+    const auto count = static_cast<std::size_t>(state.range(0));
+    Window& window = count > fewJobs ? windowWith(count) : windowWithUnfinished();
     while (state.KeepRunning()) {
         window.scrollToConverting();
         timeUntilFrame(state, window, [&] { window.runner().end(); });
@@ -145,27 +189,98 @@ void stateChange(benchmark::State& state) {
     }
 }
 
-void wheelStep(benchmark::State& state) {
+/// The passes over the queue that a refresh makes.
+void walk(benchmark::State& state, Window& window) {
+    const double begin = processSeconds();
+    benchmark::DoNotOptimize(window.model()->completedCount());
+    benchmark::DoNotOptimize(window.model()->overallProgress());
+    state.SetIterationTime(processSeconds() - begin);
+}
+
+void queueWalk(benchmark::State& state) {
     Window& window = windowWith(static_cast<std::size_t>(state.range(0)));
-    QScrollBar& bar = *window.list().verticalScrollBar();
-    QWidget& viewport = *window.list().viewport();
+    while (state.KeepRunning()) {
+        walk(state, window);
+    }
+}
+
+/// The same once the queue has left the processor's caches, as before an end and a start.
+void queueWalkAfterPause(benchmark::State& state) {
+    Window& window = windowWith(static_cast<std::size_t>(state.range(0)));
+    while (state.KeepRunning()) {
+        window.scrollToConverting();
+        walk(state, window);
+    }
+}
+
+/// Scrolls by one step of the wheel at a time, back and forth.
+void scrollByWheel(benchmark::State& state, Window& window, QAbstractScrollArea& area) {
+    QScrollBar& bar = *area.verticalScrollBar();
+    QWidget& viewport = *area.viewport();
     bar.setValue(bar.maximum() / 2);
     FrameWatch::settle();
     const QPointF place = QRectF(viewport.rect()).center();
+    const int step = bar.singleStep() * QApplication::wheelScrollLines();
     int steps = 0;
+    int direction = 1;
     while (state.KeepRunning()) {
-        // Back and forth, over more rows than are visible.
+        // Over more rows than are visible.
         constexpr int stepsOneWay = 100;
-        const int degrees = steps++ / stepsOneWay % 2 == 0 ? -120 : 120;
-        QWheelEvent wheel(place, viewport.mapToGlobal(place), QPoint(), QPoint(0, degrees),
-                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        const int next = bar.value() + direction * step;
+        if (++steps > stepsOneWay || next < bar.minimum() || next > bar.maximum()) {
+            direction = -direction;
+            steps = 1;
+        }
+        constexpr int degrees = 120;
+        QWheelEvent wheel(place, viewport.mapToGlobal(place), QPoint(),
+                          QPoint(0, -direction * degrees), Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
         timeUntilFrame(state, window, [&] { QCoreApplication::sendEvent(&viewport, &wheel); });
     }
 }
 
-BENCHMARK(progressReport)->Arg(10)->Arg(10'000)->Arg(100'000)->UseManualTime()->Iterations(300);
-BENCHMARK(stateChange)->Arg(10'000)->Arg(100'000)->UseManualTime()->Iterations(20);
-BENCHMARK(wheelStep)->Arg(10'000)->Arg(100'000)->UseManualTime()->Iterations(400);
+void wheelStep(benchmark::State& state) {
+    Window& window = windowWith(static_cast<std::size_t>(state.range(0)));
+    scrollByWheel(state, window, window.list());
+}
+
+/// The same in a plain item view.
+void wheelStepOfPlainList(benchmark::State& state) {
+    Window& window = windowWith(static_cast<std::size_t>(state.range(0)));
+    JobScrollArea& list = window.list();
+    PlainList plain(window.model(), list.heights(), list.parentWidget());
+    plain.verticalScrollBar()->setSingleStep(list.verticalScrollBar()->singleStep());
+    showOverList(window, plain);
+    scrollByWheel(state, window, plain);
+}
+
+/// The same pixels, painted from pictures of the list before and after a wheel step.
+void wheelStepOfPictures(benchmark::State& state) {
+    Window& window = windowWith(static_cast<std::size_t>(state.range(0)));
+    JobScrollArea& list = window.list();
+    QScrollBar& bar = *list.verticalScrollBar();
+    bar.setValue(bar.maximum() / 2);
+    const QPixmap before = list.grab();
+    bar.setValue(bar.value() + bar.singleStep() * QApplication::wheelScrollLines());
+    const QPixmap after = list.grab();
+    PictureView view(list.parentWidget());
+    showOverList(window, view);
+    int steps = 0;
+    while (state.KeepRunning()) {
+        const QPixmap& picture = ++steps % 2 == 0 ? before : after;
+        timeUntilFrame(state, window, [&] { view.setPicture(picture); });
+    }
+}
+
+BENCHMARK(progressReport)->Arg(fewJobs)->Arg(100'000)->UseManualTime()->Iterations(300);
+// Of ten ends, a start follows nine.
+BENCHMARK(stateChange)->Arg(fewJobs)->UseManualTime()->Iterations(8);
+BENCHMARK(stateChange)->Arg(100'000)->UseManualTime()->Iterations(20);
+BENCHMARK(queueWalk)->Arg(fewJobs)->Arg(100'000)->UseManualTime()->Iterations(300);
+BENCHMARK(queueWalkAfterPause)->Arg(100'000)->UseManualTime()->Iterations(20);
+BENCHMARK(wheelStep)->Arg(fewJobs)->Arg(100'000)->UseManualTime()->Iterations(400);
+BENCHMARK(wheelStepOfPlainList)->Arg(fewJobs)->Arg(100'000)->UseManualTime()->Iterations(400);
+BENCHMARK(wheelStepOfPictures)->Arg(fewJobs)->Arg(100'000)->UseManualTime()->Iterations(400);
 
 } // namespace
 } // namespace kestrel::bench

@@ -340,8 +340,8 @@ void JobScrollArea::placeMissing(const std::vector<std::size_t>& indexes, int dy
     for (const std::size_t index : indexes) {
         JobRow* row = takeSpareRow();
         place(row, index, dy);
-        if (dy != 0 && !row->geometry().intersects(viewport()->rect())) {
-            // The scroll uncovers it and so paints it.
+        if (!row->geometry().intersects(viewport()->rect())) {
+            // A scroll uncovers it and so paints it.
             row->discardPostedUpdates();
         }
     }

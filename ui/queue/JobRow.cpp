@@ -22,6 +22,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <utility>
 
@@ -183,10 +184,12 @@ void JobRow::showState() {
         // Hiding the button would pass the focus to the next tab stop.
         setFocus(Qt::OtherFocusReason);
     }
-    const std::pair<QWidget*, bool> parts[] = {{progress_, isConverting},
-                                               {message_, state.is(JobState::Case::failed)},
-                                               {checkMark_, isCompleted},
-                                               {removeButton_, isRemovable}};
+    const std::array<std::pair<QWidget*, bool>, 4> parts{{
+        {progress_, isConverting},
+        {message_, state.is(JobState::Case::failed)},
+        {checkMark_, isCompleted},
+        {removeButton_, isRemovable},
+    }};
     // Showing a widget lays out the row at once: those to be hidden must be hidden by then.
     for (const bool isShown : {false, true}) {
         for (const auto& [part, isPart] : parts) {

@@ -152,7 +152,8 @@ TEST(LabelSizeTest, wrapsOnceTheLineAndAPixelDoNotFit) {
 TEST(LabelSizeTest, breaksAtEverySeparatorHoweverWideItIs) {
     for (const QChar separator : {QChar(u'\n'), QChar(QChar::LineSeparator)}) {
         const Label label(QStringLiteral("one") + separator + QStringLiteral("two"), {});
-        EXPECT_EQ(label.heightForWidth(9999), 2 * lineHeight(label.font())) << static_cast<int>(separator.unicode());
+        EXPECT_EQ(label.heightForWidth(9999), 2 * lineHeight(label.font()))
+            << static_cast<int>(separator.unicode());
     }
 }
 

@@ -58,6 +58,14 @@ if(KESTREL_SANITIZE)
         -fsanitize=${KESTREL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(kestrel_flags INTERFACE -fsanitize=${KESTREL_SANITIZE})
 endif()
+# For programs. The dynamic linker looks for each of some 12,000 symbols in the libraries in the order in which the
+# executable names them, so those that define most symbols come first. (A sanitizer's runtime must be the first.)
+add_library(kestrel_load_order INTERFACE)
+if(NOT KESTREL_SANITIZE)
+    target_link_options(kestrel_load_order INTERFACE LINKER:--push-state,--no-as-needed
+        $<TARGET_FILE:Qt6::Core> $<TARGET_FILE:Qt6::Gui> $<TARGET_FILE:Qt6::Widgets> -lstdc++
+        LINKER:--pop-state)
+endif()
 # For programs in which Qt starts threads.
 add_library(kestrel_qt_threads INTERFACE)
 if(KESTREL_SANITIZE STREQUAL "thread")

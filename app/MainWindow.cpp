@@ -87,7 +87,7 @@ MainWindow::MainWindow(std::shared_ptr<ConverterViewModel> model,
     }
     // Qualified, as a constructor bypasses overrides.
     refreshMinimum(MainWindow::availableSize());
-    new FirstFrame(*this, [this] { renderIcon(); });
+    new FirstFrame(*this, [this] { setIcon(); });
 }
 
 void MainWindow::setVisible(bool isVisible) {
@@ -248,15 +248,11 @@ void MainWindow::toggleMaximised() {
     }
 }
 
-void MainWindow::renderIcon() {
+void MainWindow::setIcon() {
     QIcon icon;
     for (const int side : {16, 24, 32, 48, 64, 128}) {
-        QPixmap pixmap(side, side);
-        pixmap.fill(Qt::transparent);
-        QPainter painter(&pixmap);
-        paintVectorImage(painter, QStringLiteral("org.kestrel.Converter"), side);
-        painter.end();
-        icon.addPixmap(pixmap);
+        icon.addPixmap(QPixmap::fromImage(
+            vectorImage(QStringLiteral("org.kestrel.Converter"), Rendering::pixels, side)));
     }
     setWindowIcon(icon);
 }

@@ -72,7 +72,7 @@ class MainWindow : public QWidget {
     /// Whether the window is neither maximised nor full-screen.
     bool isFloating() const;
     void toggleMaximised();
-    void renderIcon();
+    void setIcon();
 
     ContentView* contents_;
     ContentScroller* scroller_;

@@ -1,4 +1,5 @@
-# The program's images are SVG files, converted to QPicture files at build time so that no start has to parse them.
+# The program's images are SVG files, converted to QPicture files and rendered in the usual sizes at build time, so
+# that no start has to parse them or to paint their paths.
 set(folder ${CMAKE_CURRENT_LIST_DIR}/svg-to-picture)
 if(CMAKE_CROSSCOMPILING)
     # The tool runs on the build machine: its default compiler, without the target's flags.
@@ -14,22 +15,26 @@ if(CMAKE_CROSSCOMPILING)
         IMPORTED_LOCATION ${PROJECT_BINARY_DIR}/svg-to-picture/svg-to-picture)
     add_dependencies(svg-to-picture svg-to-picture-tool)
 else()
-    add_executable(svg-to-picture EXCLUDE_FROM_ALL ${folder}/SvgToPicture.cpp)
+    set(rendering ${PROJECT_SOURCE_DIR}/ui/theme)
+    add_executable(svg-to-picture EXCLUDE_FROM_ALL ${folder}/SvgToPicture.cpp ${rendering}/PictureRendering.cpp)
+    target_include_directories(svg-to-picture PRIVATE ${rendering})
     target_link_libraries(svg-to-picture PRIVATE Qt6::Svg kestrel_plain_flags)
 endif()
 
-# kestrel_vector_images(TARGET file...): converts each image, NAME.svg, into a resource of the target,
-# ":/images/NAME.pic".
-function(kestrel_vector_images target)
+# kestrel_vector_images(TARGET pixels|mask SIDES side... IMAGES file...): converts each image, NAME.svg, into two
+# resources of the target: ":/images/NAME.pic", and ":/images/NAME.pixels" or ":/images/NAME.mask", in these sizes.
+function(kestrel_vector_images target rendering)
+    cmake_parse_arguments(ARG "" "" "SIDES;IMAGES" ${ARGN})
     set(folder ${CMAKE_CURRENT_BINARY_DIR}/images)
-    foreach(source IN LISTS ARGN)
+    foreach(source IN LISTS ARG_IMAGES)
         cmake_path(GET source STEM LAST_ONLY name)
-        add_custom_command(OUTPUT ${folder}/${name}.pic DEPENDS ${source} svg-to-picture
-            COMMAND svg-to-picture ${source} ${folder}/${name}.pic VERBATIM)
-        list(APPEND all ${folder}/${name}.pic)
+        set(outputs ${folder}/${name}.pic ${folder}/${name}.${rendering})
+        add_custom_command(OUTPUT ${outputs} DEPENDS ${source} svg-to-picture
+            COMMAND svg-to-picture ${source} ${outputs} ${rendering} ${ARG_SIDES} VERBATIM)
+        list(APPEND all ${outputs})
     endforeach()
     file(MAKE_DIRECTORY ${folder})
-    # Uncompressed: they are too small to be worth the memory that decompression takes.
+    # Uncompressed: a start reads few of them, and decompression takes more memory than they do.
     qt_add_resources(${target} ${target}_images PREFIX /images BASE ${folder} FILES ${all}
         OPTIONS -no-compress)
 endfunction()

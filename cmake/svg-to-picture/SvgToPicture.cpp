@@ -1,7 +1,11 @@
-// Usage: svg-to-picture SVG PICTURE
+// Usage: svg-to-picture SVG PICTURE RENDERED pixels|mask SIDE...
 // Records the painting of an SVG file as a QPicture, in the SVG's units. The picture's bounding
-// rectangle has the SVG's default size.
+// rectangle has the SVG's default size. Renders it in these sizes, of 255 pixels at most, into one
+// file: for each size its side, in one byte, and its lines from top to bottom.
+#include "PictureRendering.h"
+
 #include <QCoreApplication>
+#include <QFile>
 #include <QPainter>
 #include <QPicture>
 #include <QStringList>
@@ -9,11 +13,34 @@
 
 #include <cstdio>
 
+namespace {
+
+bool render(QPicture& picture, const QString& path, kestrel::Rendering rendering,
+            const QStringList& sides) {
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        return false;
+    }
+    for (const QString& side : sides) {
+        const QImage image = kestrel::renderPicture(picture, rendering, side.toInt());
+        file.putChar(static_cast<char>(image.width()));
+        for (int y = 0; y < image.height(); ++y) {
+            // Without the padding of QImage's lines.
+            file.write(reinterpret_cast<const char*>(image.scanLine(y)), // NOLINT: bytes
+                       image.width() * image.depth() / 8);
+        }
+    }
+    return file.flush();
+}
+
+} // namespace
+
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() != 3) {
-        static_cast<void>(std::fputs("usage: svg-to-picture SVG PICTURE\n", stderr));
+    if (arguments.size() < 5) {
+        static_cast<void>(
+            std::fputs("usage: svg-to-picture SVG PICTURE RENDERED pixels|mask SIDE...\n", stderr));
         return 2;
     }
     QSvgRenderer renderer(arguments.at(1));
@@ -23,5 +50,9 @@ int main(int argc, char** argv) {
     QPainter painter(&picture);
     renderer.render(&painter, box);
     painter.end();
-    return renderer.isValid() && picture.save(arguments.at(2)) ? 0 : 1;
+    const auto rendering = arguments.at(4) == QStringLiteral("mask") ? kestrel::Rendering::mask
+                                                                     : kestrel::Rendering::pixels;
+    const bool isWritten = picture.save(arguments.at(2)) &&
+                           render(picture, arguments.at(3), rendering, arguments.sliced(5));
+    return renderer.isValid() && isWritten ? 0 : 1;
 }

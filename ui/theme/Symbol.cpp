@@ -16,22 +16,6 @@ namespace {
 /// Includes the SVG images' margin; makes symbols as high as capitals with descenders.
 constexpr double sizePerFontSize = 1.25;
 
-/// The symbol's alpha mask: its SVG image is black on transparent, and white cuts out of the black.
-QImage mask(Symbol symbol, int size) {
-    QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    paintVectorImage(painter, symbolName(symbol), size);
-    painter.end();
-    for (int y = 0; y < size; ++y) {
-        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y)); // NOLINT: the format's pixels
-        for (int x = 0; x < size; ++x) {
-            line[x] = qRgba(0, 0, 0, qAlpha(line[x]) - qRed(line[x]));
-        }
-    }
-    return image;
-}
-
 } // namespace
 
 QString symbolName(Symbol symbol) {
@@ -78,7 +62,8 @@ QPixmap symbolPixmap(Symbol symbol, int size, const QColor& color, double device
     if (QPixmapCache::find(key, &pixmap)) {
         return pixmap;
     }
-    QImage image = mask(symbol, pixels);
+    QImage image = vectorImage(symbolName(symbol), Rendering::mask, pixels)
+                       .convertToFormat(QImage::Format_ARGB32_Premultiplied);
     QPainter painter(&image);
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.fillRect(image.rect(), color);

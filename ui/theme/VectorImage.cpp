@@ -2,21 +2,54 @@
 
 #include "FatalError.h"
 
-#include <QPainter>
 #include <QPicture>
+#include <QResource>
+
+#include <cstddef>
+#include <cstring>
+#include <span>
 
 namespace kestrel {
+namespace {
 
-void paintVectorImage(QPainter& painter, const QString& name, double size) {
+QString pathOf(const QString& name, QStringView suffix) {
+    return QStringLiteral(":/images/%1.%2").arg(name, suffix);
+}
+
+/// The image as it was rendered at build time; null if it was not rendered in this size.
+QImage builtImage(const QString& name, Rendering rendering, int side) {
+    const QResource resource(pathOf(name, rendering == Rendering::mask ? u"mask" : u"pixels"));
+    std::span rest(resource.data(), static_cast<std::size_t>(resource.size()));
+    QImage image(side, side, formatOf(rendering));
+    const auto lineLength = static_cast<std::size_t>(side * image.depth() / 8);
+    // Of each size: its side, in one byte, and its lines.
+    while (!rest.empty()) {
+        const int otherSide = rest.front();
+        rest = rest.subspan(1);
+        if (otherSide == side) {
+            for (int y = 0; y < side; ++y) {
+                std::memcpy(image.scanLine(y), rest.data(), lineLength);
+                rest = rest.subspan(lineLength);
+            }
+            return image;
+        }
+        rest = rest.subspan(static_cast<std::size_t>(otherSide * otherSide * image.depth() / 8));
+    }
+    return {};
+}
+
+} // namespace
+
+QImage vectorImage(const QString& name, Rendering rendering, int side) {
+    QImage image = builtImage(name, rendering, side);
+    if (!image.isNull()) {
+        return image;
+    }
     QPicture picture;
-    if (!picture.load(QStringLiteral(":/images/%1.pic").arg(name))) {
+    if (!picture.load(pathOf(name, u"pic"))) {
         fatalError("a vector image is missing");
     }
-    const double scale = size / picture.boundingRect().width();
-    painter.save();
-    painter.scale(scale, scale);
-    picture.play(&painter);
-    painter.restore();
+    return renderPicture(picture, rendering, side);
 }
 
 } // namespace kestrel

@@ -1,13 +1,14 @@
 #pragma once
 
-#include <QString>
+#include "PictureRendering.h"
 
-class QPainter;
+#include <QString>
 
 namespace kestrel {
 
-/// Paints the SVG image of this name, such as "plus" for plus.svg, into a square of `size` by
-/// `size` at the origin. Preserves the painter's state. Ends the program if there is no such image.
-void paintVectorImage(QPainter& painter, const QString& name, double size);
+/// The SVG image of this name, such as "plus" for plus.svg, `side` pixels wide and high: as it was
+/// rendered at build time, or rendered now, if it was not rendered in this size. Ends the program
+/// if there is no such image.
+QImage vectorImage(const QString& name, Rendering rendering, int side);
 
 } // namespace kestrel

@@ -5,49 +5,71 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QPicture>
 
 #include <gtest/gtest.h>
 
 namespace kestrel {
 namespace {
 
-QImage painted(const QString& name, int size) {
-    QImage image = blankImage(size);
-    QPainter painter(&image);
-    paintVectorImage(painter, name, size);
-    return image;
+QStringList symbolNames() {
+    QStringList names;
+    for (const QFileInfo& file : QDir(QStringLiteral(SYMBOLS)).entryInfoList(QDir::Files)) {
+        names += file.completeBaseName();
+    }
+    return names;
+}
+
+QImage pixels(const QString& name, int side) {
+    return vectorImage(name, Rendering::pixels, side)
+        .convertToFormat(QImage::Format_ARGB32_Premultiplied);
+}
+
+/// As the program renders it for a size that was not rendered at build time.
+QImage renderedNow(const QString& name, Rendering rendering, int side) {
+    QPicture picture;
+    EXPECT_TRUE(picture.load(QStringLiteral(":/images/%1.pic").arg(name)));
+    return renderPicture(picture, rendering, side);
 }
 
 TEST(VectorImageTest, matchesQSvgRenderer) {
-    const QFileInfoList files = QDir(QStringLiteral(SYMBOLS)).entryInfoList(QDir::Files);
-    ASSERT_EQ(files.size(), 12);
-    for (const QFileInfo& file : files) {
-        for (const int size : {10, 13, 16, 24, 33, 128, 511}) {
-            const QImage image = painted(file.completeBaseName(), size);
-            EXPECT_NE(image, blankImage(size)) << utf8(file.fileName()) << ' ' << size;
-            EXPECT_EQ(image, paintedFromFile(file.filePath(), size))
-                << utf8(file.fileName()) << ' ' << size;
+    const QStringList names = symbolNames();
+    ASSERT_EQ(names.size(), 12);
+    for (const QString& name : names) {
+        const QString path = QStringLiteral(SYMBOLS "/%1.svg").arg(name);
+        for (const int side : {10, 13, 16, 24, 33, 128, 511}) {
+            const QImage image = pixels(name, side);
+            EXPECT_NE(image, blankImage(side)) << utf8(name) << ' ' << side;
+            EXPECT_EQ(image, paintedFromFile(path, side)) << utf8(name) << ' ' << side;
         }
     }
 }
 
-TEST(VectorImageTest, respectsThePaintersTransform) {
-    QImage moved = blankImage(40);
-    QPainter painter(&moved);
-    painter.translate(8, 4);
-    painter.scale(2, 2);
-    const QTransform before = painter.transform();
-    paintVectorImage(painter, QStringLiteral("plus"), 12);
-    EXPECT_EQ(painter.transform(), before);
-    painter.end();
-    EXPECT_EQ(moved.copy(8, 4, 24, 24), painted(QStringLiteral("plus"), 24));
-    EXPECT_EQ(moved.copy(0, 0, 40, 4), blankImage(40).copy(0, 0, 40, 4));
+TEST(VectorImageTest, isTheSameRenderedAtBuildTimeAndNow) {
+    for (const QString& name : symbolNames()) {
+        ASSERT_TRUE(QFile::exists(QStringLiteral(":/images/%1.mask").arg(name))) << utf8(name);
+        for (int side = 1; side <= 60; ++side) {
+            const QImage mask = vectorImage(name, Rendering::mask, side);
+            EXPECT_EQ(mask, renderedNow(name, Rendering::mask, side)) << utf8(name) << ' ' << side;
+        }
+    }
+}
+
+TEST(VectorImageTest, cutsWhiteOutOfTheMask) {
+    const QString cross = QStringLiteral("xmark.circle.fill");
+    const QImage mask = vectorImage(cross, Rendering::mask, 24);
+    EXPECT_EQ(mask.format(), QImage::Format_Alpha8);
+    EXPECT_EQ(pixels(cross, 24).pixelColor(12, 12), Qt::white);
+    EXPECT_EQ(mask.pixelColor(12, 12).alpha(), 0);
+    EXPECT_EQ(pixels(cross, 24).pixelColor(12, 5), Qt::black);
+    EXPECT_EQ(mask.pixelColor(12, 5).alpha(), 255);
 }
 
 TEST(VectorImageDeathTest, terminatesOnAMissingImage) {
     // Qt runs threads, which a forked child does not have.
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_DEATH(painted(QStringLiteral("no.such"), 24), "Fatal error: a vector image is missing");
+    EXPECT_DEATH(vectorImage(QStringLiteral("no.such"), Rendering::mask, 24),
+                 "Fatal error: a vector image is missing");
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "ContinuousRectangle.h"
 #include "FocusRing.h"
 #include "KeyboardFocus.h"
+#include "ShapePainting.h"
 #include "TextDrawing.h"
 #include "UserInputFilter.h"
 
@@ -192,14 +193,12 @@ void Button::paintEvent(QPaintEvent*) {
 void Button::drawBackground(QPainter& painter) {
     const QRectF area = rect();
     if (const QColor fill = fillColor(); fill.alpha() > 0) {
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(fill);
-        painter.drawPath(continuousRectangle(area, cornerRadius()));
+        fillShape(painter, continuousRectangle(area, cornerRadius()), fill);
     }
     if (variant_ == Variant::bordered) {
-        painter.setPen(separatorColor(palette()));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawPath(continuousRectangle(area.adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius()));
+        strokeShape(painter,
+                    continuousRectangle(area.adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius()),
+                    separatorColor(palette()));
     }
     if (!KeyboardFocus::isShownOn(*this)) {
         return;

@@ -3,11 +3,13 @@
 #include "ContinuousRectangle.h"
 #include "FocusRing.h"
 #include "KeyboardFocus.h"
+#include "ShapePainting.h"
 #include "TextDrawing.h"
 #include "ThemeColor.h"
 
 #include <QApplication>
 #include <QPainter>
+#include <QPainterPath>
 #include <QPointer>
 #include <QStyleOption>
 
@@ -36,11 +38,17 @@ bool isEnabled(const QStyleOption& option) {
     return option.state.testFlag(QStyle::State_Enabled);
 }
 
+QPainterPath ellipse(const QRectF& rect) {
+    QPainterPath path;
+    path.addEllipse(rect);
+    return path;
+}
+
 void fillCapsule(QPainter& painter, const QRectF& rect, const QColor& color) {
     const double radius = std::min(rect.width(), rect.height()) / 2;
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(color);
-    painter.drawRoundedRect(rect, radius, radius);
+    QPainterPath capsule;
+    capsule.addRoundedRect(rect, radius, radius);
+    fillShape(painter, capsule, color);
 }
 
 void drawSlider(QPainter& painter, const QStyleOptionSlider& option, const QRect& thumb,
@@ -59,17 +67,15 @@ void drawSlider(QPainter& painter, const QStyleOptionSlider& option, const QRect
     fillCapsule(painter, filled, colorOf(ThemeColor::Name::purple, opacity, option));
 
     QRectF knob = QRectF(thumb).adjusted(1, 1, -1, -1);
-    painter.setPen(QPen(QColor(0, 0, 0, 70), 1));
     if (hasFocusRing) {
-        painter.setPen(QPen(colorOf(ThemeColor::Name::purple, 1, option), 2));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawEllipse(knob);
-        painter.setPen(Qt::NoPen);
+        strokeShape(painter, ellipse(knob), QPen(colorOf(ThemeColor::Name::purple, 1, option), 2));
         knob.adjust(1, 1, -1, -1);
     }
     const bool isPressed = option.state.testFlag(QStyle::State_Sunken);
-    painter.setBrush(isPressed ? QColor(0xE4, 0xE4, 0xEA) : QColor(Qt::white));
-    painter.drawEllipse(knob);
+    fillShape(painter, ellipse(knob), isPressed ? QColor(0xE4, 0xE4, 0xEA) : QColor(Qt::white));
+    if (!hasFocusRing) {
+        strokeShape(painter, ellipse(knob), QPen(QColor(0, 0, 0, 70), 1));
+    }
 }
 
 void drawScrollBar(QPainter& painter, const QStyleOptionSlider& option, const QRect& handle) {
@@ -105,15 +111,13 @@ void drawComboBox(QPainter& painter, const QStyleOptionComboBox& option, const Q
     const bool isHovered = option.state.testFlag(QStyle::State_MouseOver) && isEnabled(option);
     const double opacity = isEnabled(option) ? 1 : disabledOpacity;
     const QRectF area = option.rect;
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(
-        colorOf(ThemeColor::Name::primary, (isHovered ? 0.17 : 0.12) * opacity, option));
-    painter.drawPath(continuousRectangle(area, comboBoxRadius));
+    fillShape(painter, continuousRectangle(area, comboBoxRadius),
+              colorOf(ThemeColor::Name::primary, (isHovered ? 0.17 : 0.12) * opacity, option));
 
     const QRectF badge = QRectF(indicator).adjusted(0, 4, 0, -4);
-    painter.setBrush(isEnabled(option) ? colorOf(ThemeColor::Name::purpleFill, 1, option)
-                                       : colorOf(ThemeColor::Name::primary, 0.1, option));
-    painter.drawPath(continuousRectangle(badge, comboBoxRadius - 2));
+    fillShape(painter, continuousRectangle(badge, comboBoxRadius - 2),
+              isEnabled(option) ? colorOf(ThemeColor::Name::purpleFill, 1, option)
+                                : colorOf(ThemeColor::Name::primary, 0.1, option));
     drawChevrons(painter, badge, colorOf(ThemeColor::Name::white, opacity, option));
     if (hasFocusRing) {
         drawFocusRing(painter, area, comboBoxRadius, colorOf(ThemeColor::Name::purple, 1, option));

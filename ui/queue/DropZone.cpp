@@ -5,11 +5,13 @@
 #include "ContinuousRectangle.h"
 #include "FileDropTarget.h"
 #include "Label.h"
+#include "ShapePainting.h"
 #include "TextFont.h"
 #include "ThemeColor.h"
 
 #include <QHBoxLayout>
 #include <QPainter>
+#include <QPainterPath>
 #include <QPen>
 #include <QVBoxLayout>
 
@@ -39,15 +41,15 @@ constexpr int badgeFontSize = 35;
 void drawDropBadge(QPainter& painter, const QRect& rect, const QPalette& palette) {
     const ThemeColor purple = ThemeColor::Name::purple;
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(purple.withOpacity(0.1).color(palette));
-    painter.drawEllipse(QRectF(rect));
+    QPainterPath disc;
+    disc.addEllipse(rect);
+    fillShape(painter, disc, purple.withOpacity(0.1).color(palette));
 
-    QRectF ring(0, 0, ringSize, ringSize);
-    ring.moveCenter(QRectF(rect).center());
-    painter.setPen(QPen(purple.withOpacity(0.25).color(palette), 1));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawEllipse(ring.adjusted(0.5, 0.5, -0.5, -0.5));
+    QRectF box(0, 0, ringSize, ringSize);
+    box.moveCenter(QRectF(rect).center());
+    QPainterPath ring;
+    ring.addEllipse(box.adjusted(0.5, 0.5, -0.5, -0.5));
+    strokeShape(painter, ring, QPen(purple.withOpacity(0.25).color(palette), 1));
 
     drawSymbol(painter, rect, Symbol::arrowDownDocFill, symbolSize(systemFont(badgeFontSize)),
                purple.color(palette));
@@ -118,9 +120,9 @@ void DropZone::paintEvent(QPaintEvent*) {
     const double top = outlineInset + width / 2.0;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(pen);
-    painter.drawPath(
-        continuousRectangle(QRectF(rect()).adjusted(side, top, -side, -top), outlineRadius));
+    strokeShape(painter,
+                continuousRectangle(QRectF(rect()).adjusted(side, top, -side, -top), outlineRadius),
+                pen);
 }
 
 } // namespace kestrel

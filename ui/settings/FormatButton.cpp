@@ -3,6 +3,7 @@
 #include "ContinuousRectangle.h"
 #include "FocusRing.h"
 #include "KeyboardFocus.h"
+#include "ShapePainting.h"
 #include "TextDrawing.h"
 #include "TextFont.h"
 #include "ThemeColor.h"
@@ -62,9 +63,7 @@ void FormatButton::drawBackground(QPainter& painter) {
     const QColor tint =
         ThemeColor(ThemeColor::Name::white).withOpacity(tintOpacity).color(palette());
     if (isChecked()) {
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(tint);
-        painter.drawPath(continuousRectangle(rect(), buttonRadius));
+        fillShape(painter, continuousRectangle(rect(), buttonRadius), tint);
     } else if (underMouse() && isEnabled()) {
         // An outline: a fill would read as selected.
         painter.setPen(tint);

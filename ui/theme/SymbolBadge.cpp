@@ -1,6 +1,7 @@
 #include "SymbolBadge.h"
 
 #include "ContinuousRectangle.h"
+#include "ShapePainting.h"
 
 #include <QBrush>
 #include <QColor>
@@ -15,10 +16,7 @@ namespace kestrel {
 void drawSymbolBadge(QPainter& painter, const QRect& rect, double radius, const QBrush& fill,
                      Symbol symbol, const QFont& font, const QColor& color) {
     constexpr int symbolMargin = 6;
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(fill);
-    painter.drawPath(continuousRectangle(rect, radius));
+    fillShape(painter, continuousRectangle(rect, radius), fill);
     const int symbolSide = std::min(symbolSize(font), rect.width() - 2 * symbolMargin);
     drawSymbol(painter, rect, symbol, symbolSide, color);
 }

@@ -37,7 +37,8 @@ class KestrelApp {
 
     /// Shows the window, runs the event loop until the user quits, and returns the exit status. If
     /// a batch is running by then, ends the process with that status instead of returning: the
-    /// worker must be neither joined nor destroyed.
+    /// worker must be neither joined nor destroyed. Otherwise the process should end soon: the
+    /// model is not destroyed.
     int run();
 
   private:

@@ -23,6 +23,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace kestrel {
@@ -278,6 +279,21 @@ void pressQuit(KestrelApp& app) {
     QTest::keyClick(&app.window(), Qt::Key_Q, Qt::ControlModifier);
 }
 
+/// Runs the application until its window is closed, and exits with 0 if the model then outlives
+/// everything that uses it.
+[[noreturn]] void closeAndDestroy() {
+    auto* scenario = new Scenario;
+    const std::weak_ptr<ConverterViewModel> model = scenario->model;
+    auto* app = new KestrelApp(scenario->model);
+    scenario->add({"a.opus", "b.opus"});
+    QTimer::singleShot(0, &app->window(), [app] { app->window().close(); });
+    const int status = app->run();
+    delete app;
+    delete scenario;
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): there is one thread
+    std::exit(model.expired() || model.lock()->jobs().size() != 2 ? 97 : status);
+}
+
 /// Runs the application until the session bus knows its name, and exits with 0.
 [[noreturn]] void runUntilNamed(const QString& name) {
     QGuiApplication::setDesktopFileName(name);
@@ -316,6 +332,10 @@ TEST_F(KestrelAppDeathTest, quitsWhenTheWindowIsClosed) {
 
 TEST_F(KestrelAppDeathTest, quitsFromTheKeyboard) {
     expectQuickQuit(false, pressQuit);
+}
+
+TEST_F(KestrelAppDeathTest, leavesTheMemoryOfTheQueueToTheKernel) {
+    EXPECT_EXIT(closeAndDestroy(), ::testing::ExitedWithCode(0), "");
 }
 
 TEST_F(KestrelAppDeathTest, quitsWhileABatchRunsWhenTheWindowIsClosed) {

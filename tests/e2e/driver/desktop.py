@@ -15,10 +15,12 @@ _INTERFACE = """
 
 
 class FileManager:
-    """A fake file manager on the session bus. It handles calls only while a wait runs the GLib main context."""
+    """A fake file manager on the session bus. It handles calls only while a wait runs the GLib main context, and
+    with `is_silent` replies to none."""
 
-    def __init__(self):
+    def __init__(self, is_silent=False):
         self.shown = []
+        self._is_silent = is_silent
         self._bus = Gio.bus_get_sync(Gio.BusType.SESSION)
         interface = Gio.DBusNodeInfo.new_for_xml(_INTERFACE).interfaces[0]
         self._bus.register_object("/org/freedesktop/FileManager1", interface, self._handle_call)
@@ -26,4 +28,5 @@ class FileManager:
 
     def _handle_call(self, bus, sender, path, interface, method, arguments, invocation):
         self.shown.append(arguments[0])
-        invocation.return_value(None)
+        if not self._is_silent:
+            invocation.return_value(None)

@@ -1,10 +1,11 @@
 """Quitting the program."""
 
 from driver import input, media, processes, tree
+from driver.desktop import FileManager
 from driver.program import FILES_PANEL, FOLDERS_PANEL
 from driver.registry import scenario
 from driver.tree import State
-from driver.waiting import expect, expect_equal, wait_for
+from driver.waiting import expect, expect_equal, wait_equal, wait_for
 
 # Each requires that the window has the keyboard focus.
 WAYS = {
@@ -110,6 +111,19 @@ def takes_a_name_that_another_program_has_taken_meanwhile(session):
     programs[0].quit()
     made = {path.name: path.read_text() for path in session.output.iterdir()}
     expect_equal("files", made, {"song_converted.mp3": "one", "song_converted_2.mp3": "two"})
+
+
+@scenario()
+def quits_at_once_while_the_file_manager_does_not_answer(session):
+    manager = FileManager(is_silent=True)
+    program = session.start()
+    program.add_files(session.script("song.opus"))
+    program.choose_destination(session.output)
+    program.click("Show output folder")
+    wait_equal("shown", lambda: manager.shown, [[session.output.as_uri()]])
+    focus_window(program)
+    program.key("ctrl+q")
+    await_success(program, "the shortcut")
 
 
 def await_focus_in(window):

@@ -29,7 +29,6 @@
 #include <cstdlib>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -71,30 +70,30 @@ void waitUntil(const std::function<bool()>& isDone) {
 /// A user of the window with a queue of `urls`.
 class User {
   public:
-    explicit User(std::vector<FileURL> urls) : urls_(std::move(urls)) {
-        app_->window().show();
-        frames_->waitForFrame();
-        FrameWatch::settle();
-    }
+    explicit User(std::vector<FileURL> urls) : urls_(std::move(urls)) {}
 
-    /// Does everything in turn.
-    QJsonObject report() {
-        add();
-        scroll();
-        batch();
-        remove("middle_removed_idle", bar().maximum() / 2);
-        remove("last_removed_idle", bar().maximum());
-        quit();
-        return report_;
+    /// Runs the application, does everything in turn, prints the figures, and quits. Returns the
+    /// exit status.
+    int run() {
+        QTimer::singleShot(0, &app_.window(), [this] {
+            FrameWatch::settle();
+            add();
+            scroll();
+            batch();
+            remove("middle_removed_idle", bar().maximum() / 2);
+            remove("last_removed_idle", bar().maximum());
+            quit();
+        });
+        return app_.run();
     }
 
   private:
-    JobScrollArea& list() { return *app_->window().findChild<JobScrollArea*>(); }
+    JobScrollArea& list() { return *app_.window().findChild<JobScrollArea*>(); }
 
     QScrollBar& bar() { return *list().verticalScrollBar(); }
 
     void click(const char* name) {
-        app_->window().findChild<Button*>(QString::fromLatin1(name))->click();
+        app_.window().findChild<Button*>(QString::fromLatin1(name))->click();
     }
 
     void note(const char* figure, double value) {
@@ -105,7 +104,7 @@ class User {
     double cpuUntilFrame(const std::function<void()>& act) {
         const double begin = processSeconds();
         act();
-        frames_->waitForFrame();
+        frames_.waitForFrame();
         return (processSeconds() - begin) * msPerSecond;
     }
 
@@ -169,16 +168,16 @@ class User {
         noteMedian("home_or_end", 10, [&] {
             isAtEnd = !isAtEnd;
             QKeyEvent key(QEvent::KeyPress, isAtEnd ? Qt::Key_End : Qt::Key_Home, Qt::NoModifier);
-            QCoreApplication::sendEvent(app_->window().focusWidget(), &key);
+            QCoreApplication::sendEvent(app_.window().focusWidget(), &key);
         });
         bar().setValue(0);
         FrameWatch::settle();
-        const QSize size = app_->window().size();
+        const QSize size = app_.window().size();
         bool isWider = false;
         noteMedian("resize", 10, [&] {
             constexpr int change = 10;
             isWider = !isWider;
-            app_->window().resize(size + QSize(isWider ? change : 0, 0));
+            app_.window().resize(size + QSize(isWider ? change : 0, 0));
         });
     }
 
@@ -241,20 +240,20 @@ class User {
         }
     }
 
+    /// Its reader measures the time from here to the end of the process.
     void quit() {
-        const double begin = wallSeconds();
-        app_->window().close();
-        frames_.reset();
-        app_.reset();
-        model_.reset();
-        note("quit", (wallSeconds() - begin) * msPerSecond);
+        // Not the program's.
+        urls_ = {};
+        note("closed", wallSeconds());
+        std::puts(QJsonDocument(report_).toJson(QJsonDocument::Compact).constData());
+        app_.window().close();
     }
 
     std::vector<FileURL> urls_;
     std::shared_ptr<StepwiseRunner> runner_ = std::make_shared<StepwiseRunner>();
     std::shared_ptr<ConverterViewModel> model_ = makeModel(runner_);
-    std::optional<KestrelApp> app_{std::in_place, model_};
-    std::optional<FrameWatch> frames_{std::in_place, app_->window()};
+    KestrelApp app_{model_};
+    FrameWatch frames_{app_.window()};
     QJsonObject report_;
 };
 
@@ -278,16 +277,15 @@ int main(int argc, char** argv) {
     using namespace kestrel;
     KestrelApp::prepare();
     const QApplication application(argc, argv);
-    QGuiApplication::setQuitOnLastWindowClosed(false);
     ApplicationStyle::install();
     const std::string_view mode = argc == 3 ? argv[1] : "";
     if (mode == "window" || mode == "folder") {
         const std::vector<FileURL> urls =
             mode == "folder" ? std::vector{FileURL(argv[2])}
                              : bench::looseFiles(std::strtoul(argv[2], nullptr, 10));
-        bench::User user(urls);
-        std::puts(QJsonDocument(user.report()).toJson(QJsonDocument::Compact).constData());
-    } else if (mode == "batch") {
+        return bench::User(urls).run();
+    }
+    if (mode == "batch") {
         bench::runBatch(std::strtoul(argv[2], nullptr, 10));
     } else {
         static_cast<void>(

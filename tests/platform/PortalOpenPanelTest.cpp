@@ -1,21 +1,13 @@
-#include "DesktopOpenPanel.h"
-#include "DialogCatcher.h"
-#include "FakePortal.h"
 #include "PortalFilter.h"
-#include "PrivateBus.h"
+#include "PortalOpenPanelFixture.h"
 #include "ProcessCounts.h"
 #include "RunUntil.h"
 #include "ScopedVariable.h"
 #include "TemporaryFolder.h"
-#include "Timeout.h"
 
 #include <QCoreApplication>
 #include <QDBusArgument>
-#include <QGuiApplication>
-#include <QTest>
 #include <QTimer>
-#include <QWidget>
-#include <QWindow>
 
 #include <fnmatch.h>
 #include <gmock/gmock.h>
@@ -32,43 +24,9 @@ namespace {
 
 using namespace Qt::StringLiterals;
 using testing::ElementsAre;
-using Chosen = std::optional<std::vector<FileURL>>;
 
-constexpr uint success = 0;
-constexpr uint cancelled = 1;
-constexpr uint ended = 2;
-
-OpenPanel::Options fileOptions() {
-    return {.title = "Choose Opus audio to convert",
-            .prompt = "Add Audio",
-            .allowsMultipleSelection = true,
-            .allowedExtensions = {"opus", "mp3"}};
-}
-
-OpenPanel::Options folderOptions() {
-    return {.title = "Choose output folder",
-            .prompt = "Choose",
-            .canChooseFiles = false,
-            .canChooseDirectories = true,
-            .canCreateDirectories = true};
-}
-
-bool showActive(QWidget& window) {
-    window.show();
-    window.activateWindow();
-    return QTest::qWaitForWindowActive(&window, timeout);
-}
-
-class PortalOpenPanelTest : public testing::Test {
+class PortalOpenPanelTest : public PortalOpenPanelFixture {
   protected:
-    /// Runs the panel, with this response of the portal, and returns its result.
-    Chosen runAndRespond(uint response, const QStringList& uris = {}) {
-        portal_.onOpened = [this, response, uris](const FakePortal::Request& request) {
-            portal_.respond(request, response, uris);
-        };
-        return panel_.runModal(fileOptions());
-    }
-
     /// The "current_folder" option of each request.
     std::vector<std::string> startFolders() const {
         std::vector<std::string> result;
@@ -79,11 +37,6 @@ class PortalOpenPanelTest : public testing::Test {
         }
         return result;
     }
-
-    PrivateBus bus_;
-    FakePortal portal_{bus_.connect()};
-    DesktopOpenPanel panel_{[client = bus_.connect()] { return client; }};
-    DialogCatcher qtDialogs_;
 };
 
 TEST_F(PortalOpenPanelTest, asksForFiles) {
@@ -205,32 +158,6 @@ TEST_F(PortalOpenPanelTest, returnsNoneWhenDismissed) {
     EXPECT_EQ(qtDialogs_.count(), 0);
 }
 
-TEST_F(PortalOpenPanelTest, returnsNoneWhenAPanelThatTookTheFocusEnds) {
-    QWidget window;
-    ASSERT_TRUE(showActive(window));
-    portal_.onOpened = [&](const FakePortal::Request& request) {
-        // For another program's window, which the offscreen platform does not have.
-        Q_EMIT qGuiApp->focusWindowChanged(nullptr);
-        Q_EMIT qGuiApp->focusWindowChanged(window.windowHandle());
-        portal_.respond(request, ended);
-    };
-    EXPECT_EQ(panel_.runModal(fileOptions()), std::nullopt);
-    EXPECT_EQ(qtDialogs_.count(), 0);
-}
-
-TEST_F(PortalOpenPanelTest, returnsNoneWhenTheRequestOfAnInactiveWindowEnds) {
-    EXPECT_EQ(runAndRespond(ended), std::nullopt);
-    EXPECT_EQ(qtDialogs_.count(), 0);
-}
-
-TEST_F(PortalOpenPanelTest, fallsBackToQtsDialogIfTheRequestEndsAndNoPanelTookTheFocus) {
-    QWidget window;
-    ASSERT_TRUE(showActive(window));
-    EXPECT_EQ(runAndRespond(ended), std::nullopt);
-    EXPECT_EQ(portal_.requests().size(), 1U);
-    EXPECT_EQ(qtDialogs_.count(), 1);
-}
-
 TEST_F(PortalOpenPanelTest, acceptsAResponseBeforeTheReply) {
     portal_.onOpen = [this](const auto& request) {
         portal_.respond(request, success, {u"file:///a"_s});
@@ -267,71 +194,6 @@ TEST_F(PortalOpenPanelTest, ignoresResponsesAtTheReplacedPath) {
         portal_.respond(request, success, {u"file:///right"_s});
     };
     EXPECT_EQ(panel_.runModal(fileOptions()), Chosen({FileURL("/right")}));
-}
-
-TEST_F(PortalOpenPanelTest, asksAnOldPortalForFiles) {
-    portal_.version = 1;
-    EXPECT_EQ(runAndRespond(success, {u"file:///a"_s}), Chosen({FileURL("/a")}));
-    EXPECT_EQ(qtDialogs_.count(), 0);
-}
-
-TEST_F(PortalOpenPanelTest, fallsBackToQtForFoldersWithAnOldPortal) {
-    portal_.version = 2;
-    EXPECT_EQ(panel_.runModal(folderOptions()), std::nullopt);
-    EXPECT_EQ(qtDialogs_.count(), 1);
-    EXPECT_TRUE(portal_.requests().empty());
-    portal_.version = 3;
-    portal_.onOpened = [this](const auto& request) { portal_.respond(request, cancelled); };
-    EXPECT_EQ(panel_.runModal(folderOptions()), std::nullopt);
-    EXPECT_EQ(qtDialogs_.count(), 1);
-}
-
-TEST_F(PortalOpenPanelTest, fallsBackToQtWithoutAFileChooser) {
-    portal_.version = std::nullopt;
-    EXPECT_EQ(panel_.runModal(fileOptions()), std::nullopt);
-    EXPECT_EQ(qtDialogs_.count(), 1);
-    EXPECT_TRUE(portal_.requests().empty());
-}
-
-TEST_F(PortalOpenPanelTest, fallsBackToQtOnAnError) {
-    portal_.canOpen = false;
-    EXPECT_EQ(panel_.runModal(fileOptions()), std::nullopt);
-    EXPECT_EQ(portal_.requests().size(), 1U);
-    EXPECT_EQ(qtDialogs_.count(), 1);
-    // The request is closed in case the portal was only slow.
-    EXPECT_TRUE(runUntil([&] { return !portal_.closedPaths().empty(); }));
-    EXPECT_THAT(portal_.closedPaths(), ElementsAre(portal_.requests().front().path));
-}
-
-TEST_F(PortalOpenPanelTest, fallsBackToQtWithoutAPortal) {
-    portal_.vanish();
-    EXPECT_EQ(panel_.runModal(fileOptions()), std::nullopt);
-    EXPECT_EQ(qtDialogs_.count(), 1);
-}
-
-TEST_F(PortalOpenPanelTest, fallsBackToQtWithoutABus) {
-    DesktopOpenPanel panel(&disconnectedBus);
-    EXPECT_EQ(panel.runModal(fileOptions()), std::nullopt);
-    EXPECT_EQ(qtDialogs_.count(), 1);
-}
-
-TEST_F(PortalOpenPanelTest, usesTheSessionBusByDefault) {
-    // The session bus is unreachable here.
-    EXPECT_EQ(makeDesktopOpenPanel()->runModal(fileOptions()), std::nullopt);
-    EXPECT_EQ(qtDialogs_.count(), 1);
-}
-
-TEST_F(PortalOpenPanelTest, fallsBackToQtWhenThePortalVanishes) {
-    portal_.onOpened = [this](const auto&) { portal_.vanish(); };
-    EXPECT_EQ(panel_.runModal(fileOptions()), std::nullopt);
-    EXPECT_EQ(portal_.requests().size(), 1U);
-    EXPECT_EQ(qtDialogs_.count(), 1);
-}
-
-TEST_F(PortalOpenPanelTest, fallsBackToQtWhenTheBusGoesDown) {
-    portal_.onOpened = [this](const auto&) { bus_.stop(); };
-    EXPECT_EQ(panel_.runModal(fileOptions()), std::nullopt);
-    EXPECT_EQ(qtDialogs_.count(), 1);
 }
 
 TEST_F(PortalOpenPanelTest, isNotReentrant) {

@@ -1,121 +1,26 @@
 #include "AppBadge.h"
+#include "AppearanceFixture.h"
 #include "Button.h"
-#include "ContentView.h"
-#include "DropZone.h"
 #include "FormatButton.h"
 #include "JobRow.h"
-#include "Label.h"
 #include "MixedColor.h"
 #include "PopUpButton.h"
 #include "ProgressBar.h"
 #include "QualitySlider.h"
 #include "RunUntil.h"
-#include "Scenario.h"
 #include "SettingsSidebar.h"
 #include "StatusDot.h"
-#include "Timeout.h"
-
-#include <QImage>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <optional>
+#include <string>
+#include <vector>
 
 namespace kestrel {
 namespace {
 
-constexpr int lightPurple = 0x9540C8;
-constexpr int darkPurple = 0xD084FA;
-
-bool isNear(const QColor& a, const QColor& b, int tolerance) {
-    return std::abs(a.red() - b.red()) <= tolerance &&
-           std::abs(a.green() - b.green()) <= tolerance &&
-           std::abs(a.blue() - b.blue()) <= tolerance;
-}
-
-#define EXPECT_COLOR(actual, expected, tolerance)                                                  \
-    EXPECT_TRUE(isNear(actual, expected, tolerance))                                               \
-        << utf8((actual).name()) << " is not " << utf8((expected).name())
-
-/// Checks the window's pixels, in a light palette by default.
-class AppearanceTest : public ::testing::Test {
-  protected:
-    AppearanceTest()
-        : view_(scenario_.model, [this] {
-              return hasFFmpeg_ ? std::optional(FileURL("/usr/bin/ffmpeg")) : std::nullopt;
-          }) {
-        QPalette light(QColor(Qt::black), QColor(0xEE, 0xEE, 0xEE));
-        view_.setPalette(light);
-        view_.resize(960, 640);
-        view_.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&view_, test::timeout));
-        settle();
-    }
-
-    void makeDark() {
-        view_.setPalette(QPalette(QColor(Qt::white), QColor(0x20, 0x20, 0x22)));
-        settle();
-    }
-
-    QImage image() { return view_.grab().toImage(); }
-
-    QImage image(QWidget* widget) {
-        return image().copy(QRect(widget->mapTo(&view_, QPoint()), widget->size()));
-    }
-
-    DropZone* zone() const { return view_.findChild<DropZone*>(); }
-
-    QColor windowColor() const { return view_.palette().color(QPalette::Window); }
-
-    QColor colorOf(const char* name) const { return find<Label>(view_, name)->color(); }
-
-    /// The colours of the drop zone's outline down its left side, `column` pixels from the edge.
-    std::vector<QColor> outline(int column) {
-        const QImage picture = image(zone());
-        std::vector<QColor> colors;
-        for (int y = 60; y < picture.height() - 60; ++y) {
-            colors.push_back(picture.pixelColor(column, y));
-        }
-        return colors;
-    }
-
-    /// The strongest colour of the outline in that column.
-    QColor outlineColor(int column) {
-        QColor strongest = windowColor();
-        for (const QColor& color : outline(column)) {
-            if (std::abs(color.green() - windowColor().green()) >
-                std::abs(strongest.green() - windowColor().green())) {
-                strongest = color;
-            }
-        }
-        return strongest;
-    }
-
-    /// The lengths of the dashes and gaps, in pixels, without the cut ones at both ends.
-    std::vector<int> dashes(int column) {
-        const QColor dashColor = outlineColor(column);
-        std::vector<int> runs;
-        bool wasDash = false;
-        for (const QColor& color : outline(column)) {
-            const bool isDash = std::abs(color.green() - dashColor.green()) <
-                                std::abs(color.green() - windowColor().green());
-            if (isDash != wasDash || runs.empty()) {
-                runs.push_back(0);
-            }
-            ++runs.back();
-            wasDash = isDash;
-        }
-        runs.erase(runs.begin());
-        runs.pop_back();
-        return runs;
-    }
-
-    Scenario scenario_;
-    bool hasFFmpeg_ = true;
-    ContentView view_;
-};
+using AppearanceTest = AppearanceFixture;
 
 TEST_F(AppearanceTest, paintsTheSidebarFromCornerToCorner) {
     const QImage sidebar = image(view_.findChild<SettingsSidebar*>());
@@ -226,24 +131,6 @@ TEST_F(AppearanceTest, alignsTheSliderTrackToTheMiddleOfItsThumbAndToPixels) {
     EXPECT_COLOR(slider.pixelColor(40, middle + 2), background, 3);
 }
 
-TEST_F(AppearanceTest, centresTheTextsOfTheDropZone) {
-    for (const char* name : {"dropTitle", "dropExplanation"}) {
-        const auto* label = find<Label>(view_, name);
-        const QImage picture = image(find<Label>(view_, name));
-        QRect ink;
-        for (int y = 0; y < picture.height(); ++y) {
-            for (int x = 0; x < picture.width(); ++x) {
-                if (!isNear(picture.pixelColor(x, y), windowColor(), 10)) {
-                    ink |= QRect(x, y, 1, 1);
-                }
-            }
-        }
-        EXPECT_GT(picture.width() - ink.width(), 50) << name;
-        EXPECT_NEAR(ink.center().x(), picture.width() / 2.0, 2) << name;
-        EXPECT_TRUE(label->alignment().testFlag(Qt::AlignTop)) << name;
-    }
-}
-
 TEST_F(AppearanceTest, fillsTheButtonForTheNextStepOnlyInPurple) {
     QTest::mouseMove(&view_, QPoint(5, 5));
     settle();
@@ -275,24 +162,6 @@ TEST_F(AppearanceTest, drawsAPaleLineBesideTheSidebarAndAStrongerOneAboveTheFoot
     EXPECT_COLOR(divider.pixelColor(divider.width() - 1, 0), divider.pixelColor(0, 0), 0);
 }
 
-TEST_F(AppearanceTest, paintsARingOnTheDiscOfTheDropZone) {
-    const QImage disc = image(find<QWidget>(view_, "dropBadge"));
-    const QColor purple{QRgb(lightPurple)};
-    const QColor fill = mixed(windowColor(), purple, 0.1);
-    EXPECT_COLOR(disc.pixelColor(1, 56), fill, 2);
-    EXPECT_COLOR(disc.pixelColor(110, 56), fill, 2);
-    EXPECT_COLOR(disc.pixelColor(3, 20), windowColor(), 0);
-    // A ring of 88 pixels, one pixel wide.
-    const QColor ring = mixed(fill, purple, 0.25);
-    for (const int place : {12, 99}) {
-        EXPECT_COLOR(disc.pixelColor(place, 55), ring, 4);
-        EXPECT_COLOR(disc.pixelColor(56, place), ring, 4);
-    }
-    for (const int place : {10, 14, 97, 101}) {
-        EXPECT_COLOR(disc.pixelColor(place, 56), fill, 2);
-    }
-}
-
 TEST_F(AppearanceTest, paintsTheBadgeOfARowInAPalePurple) {
     scenario_.add({"a.opus"});
     const QImage badge = image(find<QWidget>(view_, "badge"));
@@ -300,63 +169,6 @@ TEST_F(AppearanceTest, paintsTheBadgeOfARowInAPalePurple) {
     EXPECT_COLOR(badge.pixelColor(21, 2), mixed(windowColor(), QColor{QRgb(lightPurple)}, 0.11), 2);
     EXPECT_COLOR(badge.pixelColor(0, 0), windowColor(), 0);
     EXPECT_COLOR(badge.pixelColor(4, 2), mixed(windowColor(), QColor{QRgb(lightPurple)}, 0.11), 2);
-}
-
-TEST_F(AppearanceTest, outlinesTheDropZoneThinAndPale) {
-    const QColor pale = mixed(windowColor(), Qt::black, 0.74 * 0.2);
-    EXPECT_COLOR(outlineColor(25), windowColor(), 0);
-    EXPECT_COLOR(outlineColor(26), pale, 2);
-    EXPECT_COLOR(outlineColor(27), windowColor(), 0);
-}
-
-TEST_F(AppearanceTest, outlinesTheTargetedDropZoneTwiceAsWideInPurple) {
-    const QImage idle = image(zone());
-    scenario_.model->setIsDropTargeted(true);
-    settle();
-    const QColor purple{QRgb(lightPurple)};
-    EXPECT_COLOR(outlineColor(25), windowColor(), 0);
-    EXPECT_COLOR(outlineColor(26), purple, 2);
-    EXPECT_COLOR(outlineColor(27), purple, 2);
-    EXPECT_COLOR(outlineColor(28), windowColor(), 0);
-    // Nothing else changes.
-    const QRect inside = zone()->rect().adjusted(50, 45, -50, -45);
-    EXPECT_EQ(image(zone()).copy(inside), idle.copy(inside));
-    scenario_.model->setIsDropTargeted(false);
-    settle();
-    EXPECT_EQ(image(zone()), idle);
-}
-
-TEST_F(AppearanceTest, dashesTheOutlineEverySevenPixels) {
-    for (const bool isTargeted : {false, true}) {
-        scenario_.model->setIsDropTargeted(isTargeted);
-        settle();
-        const std::vector<int> runs = dashes(26);
-        ASSERT_GT(runs.size(), 10U);
-        for (const int run : runs) {
-            EXPECT_NEAR(run, 7, 1);
-        }
-        const int first = runs[0] + runs[1];
-        EXPECT_NEAR(first, 14, 1);
-    }
-}
-
-TEST_F(AppearanceTest, keepsTheOutlineAwayFromTheEdges) {
-    scenario_.model->setIsDropTargeted(true);
-    settle();
-    const QImage picture = image(zone());
-    const QColor purple{QRgb(lightPurple)};
-    const auto isOutline = [&](int x, int y) {
-        return isNear(picture.pixelColor(x, y), purple, 40);
-    };
-    QRect bounds;
-    for (int y = 0; y < picture.height(); ++y) {
-        for (int x = 0; x < picture.width(); ++x) {
-            if (isOutline(x, y)) {
-                bounds |= QRect(x, y, 1, 1);
-            }
-        }
-    }
-    EXPECT_EQ(bounds, zone()->rect().adjusted(26, 20, -26, -20));
 }
 
 TEST_F(AppearanceTest, colorsTheStatusOfFFmpeg) {
@@ -413,10 +225,6 @@ TEST_F(AppearanceTest, followsADarkPaletteExceptInTheSidebar) {
     EXPECT_COLOR(image().pixelColor(955, 5), QColor(0x20, 0x20, 0x22), 0);
     EXPECT_EQ(colorOf("queueTitle"), QColor(Qt::white));
     EXPECT_EQ(colorOf("summary").alpha(), 189);
-    EXPECT_COLOR(outlineColor(26), mixed(windowColor(), Qt::white, 0.74 * 0.2), 2);
-    scenario_.model->setIsDropTargeted(true);
-    settle();
-    EXPECT_COLOR(outlineColor(26), QColor(QRgb(darkPurple)), 2);
 }
 
 TEST_F(AppearanceTest, dimsSecondaryTexts) {

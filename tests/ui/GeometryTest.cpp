@@ -17,12 +17,9 @@
 #include "Timeout.h"
 
 #include <QApplication>
-#include <QFontInfo>
-#include <QLabel>
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <vector>
 
@@ -35,7 +32,6 @@ struct Measure {
     int expected;
 };
 
-/// Checks positions and sizes of widgets, in pixels, in a window without a title bar.
 /// The columns at the trailing end of the widget in which nothing opaque is drawn.
 int blankAtTheEnd(const QWidget& widget) {
     QImage image(widget.size(), QImage::Format_ARGB32_Premultiplied);
@@ -54,6 +50,7 @@ int blankAtTheEnd(const QWidget& widget) {
     return blank;
 }
 
+/// Checks positions and sizes of widgets, in pixels, in a window without a title bar.
 class GeometryTest : public ::testing::Test {
   protected:
     GeometryTest() : view_(scenario_.model, [] { return FileURL("/usr/bin/ffmpeg"); }) {
@@ -361,44 +358,6 @@ TEST_F(GeometryTest, insetsContentsButNotBackgroundsAtTheTop) {
     });
 }
 
-TEST_F(GeometryTest, scalesFontsWithTheApplicationFont) {
-    scenario_.add({"a.opus"});
-
-    struct Text {
-        const char* name;
-        double ratio;
-        QFont::Weight weight;
-    };
-
-    const std::vector<Text> texts = {
-        // clang-format off
-        {"appTitle",            17.0 / 13,  QFont::Bold},
-        {"appSubtitle",         10.0 / 13,  QFont::Normal},
-        {"qualityLabel",        10.0 / 13,  QFont::DemiBold},
-        {"qualityNote",         10.0 / 13,  QFont::Normal},
-        {"ffmpegStatus",        10.0 / 13,  QFont::Normal},
-        {"queueTitle",          17.0 / 13,  QFont::Bold},
-        {"summary",             11.0 / 13,  QFont::Normal},
-        {"dropTitle",           15.0 / 13,  QFont::Bold},
-        {"dropExplanation",     11.0 / 13,  QFont::Normal},
-        {"destinationCaption",  10.0 / 13,  QFont::Normal},
-        {"destinationPath",     13.0 / 13,  QFont::Normal},
-        {"name",                13.0 / 13,  QFont::Medium},
-        {"folder",              10.0 / 13,  QFont::Normal},
-        {"state",               10.0 / 13,  QFont::Normal},
-        {"message",             10.0 / 13,  QFont::Normal},
-        // clang-format on
-    };
-    const double body = QApplication::font().pointSizeF();
-    const double smallest = 9 * 72.0 / view_.logicalDpiY();
-    for (const Text& text : texts) {
-        const QFont font = find<QLabel>(view_, text.name)->font();
-        EXPECT_NEAR(font.pointSizeF(), std::max(body * text.ratio, smallest), 0.01) << text.name;
-        EXPECT_EQ(font.weight(), text.weight) << text.name;
-    }
-    EXPECT_TRUE(QFontInfo(find<QLabel>(view_, "qualityLabel")->font()).fixedPitch());
-}
-
 TEST_F(GeometryTest, measuresTheFooterAgainAfterAFontChange) {
     const QFont original = QApplication::font();
     QFont large = original;
@@ -414,16 +373,6 @@ TEST_F(GeometryTest, measuresTheFooterAgainAfterAFontChange) {
     const int start = find<QWidget>(queue, "startButton")->height();
     EXPECT_EQ(start, 36);
     EXPECT_EQ(640 - divider.y(), 1 + 14 + start + 22);
-}
-
-TEST_F(GeometryTest, keepsTheSectionLabelsAtTheirOwnSize) {
-    for (const SectionLabel* label : view_.findChildren<SectionLabel*>()) {
-        EXPECT_EQ(label->font().pixelSize(), 10);
-        EXPECT_EQ(label->font().weight(), QFont::Bold);
-        // Qt stores it in units of 1/64.
-        EXPECT_NEAR(label->font().letterSpacing(), 1.1, 1.0 / 64);
-        EXPECT_EQ(label->font().letterSpacingType(), QFont::AbsoluteSpacing);
-    }
 }
 
 } // namespace

@@ -23,32 +23,6 @@ namespace {
 using ::testing::ElementsAre;
 using BatchTest = ViewModelTest;
 
-TEST_F(BatchTest, refusesAnEmptyQueueFirst) {
-    binary.reset();
-    EXPECT_EQ(notifications([this] { model->start(); }), 1);
-    EXPECT_EQ(model->alertMessage(), "Add at least one Opus file first.");
-    EXPECT_FALSE(model->isConverting());
-}
-
-TEST_F(BatchTest, refusesAMissingDestinationBeforeItLooksForFfmpeg) {
-    binary.reset();
-    queue({"a.opus"});
-    EXPECT_EQ(notifications([this] { model->start(); }), 1);
-    EXPECT_EQ(model->alertMessage(), "Choose an output folder first.");
-    EXPECT_FALSE(model->isConverting());
-}
-
-TEST_F(BatchTest, refusesAMissingFfmpegLast) {
-    binary.reset();
-    queue({"a.opus"});
-    chooseDestination();
-    EXPECT_EQ(notifications([this] { model->start(); }), 1);
-    EXPECT_EQ(model->alertMessage(),
-              "FFmpeg was not found. Install it with Homebrew: brew install ffmpeg");
-    EXPECT_FALSE(model->isConverting());
-    EXPECT_EQ(states(), std::vector{JobState::waiting()});
-}
-
 TEST_F(BatchTest, reportsBadAllocAsAnErrorMessage) {
     queue({"a.opus", "b.opus"});
     chooseDestination();
@@ -69,30 +43,6 @@ TEST_F(BatchTest, endsWithTheJobFailedIfTheMainThreadRunsOutOfMemory) {
     runner->onPrepare = nullptr;
     startAndFinish();
     EXPECT_EQ(states(), std::vector(2, JobState::completed()));
-}
-
-TEST_F(BatchTest, startsNothingWhileItRuns) {
-    queue({"a.opus"});
-    chooseDestination();
-    runner->setScript("a.opus", [this](const auto&, const auto&) { runner->waitForRelease(); });
-    model->start();
-    ASSERT_TRUE(runUntil([this] { return isConverting(0); }));
-    binary.reset();
-    EXPECT_EQ(notifications([this] { model->start(); }), 0);
-    EXPECT_FALSE(model->alertMessage());
-    runner->release();
-    ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }));
-    EXPECT_EQ(runner->calls().size(), 1U);
-}
-
-TEST_F(BatchTest, returnsFromStartBeforeAnythingIsConverted) {
-    queue({"a.opus"});
-    chooseDestination();
-    EXPECT_EQ(notifications([this] { model->start(); }), 1);
-    EXPECT_TRUE(model->isConverting());
-    EXPECT_EQ(states(), std::vector{JobState::waiting()});
-    EXPECT_TRUE(runner->calls().empty());
-    ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }));
 }
 
 TEST_F(BatchTest, convertsTheQueueInItsOrder) {
@@ -226,32 +176,6 @@ TEST_F(BatchTest, showsTheMessageOfAPlatformError) {
     EXPECT_EQ(job(2).state, JobState::completed());
 }
 
-TEST_F(BatchTest, acceptsAQueueOfCompletedJobsAndEndsAtOnce) {
-    queue({"a.opus"});
-    chooseDestination();
-    startAndFinish();
-    EXPECT_EQ(notifications([this] { startAndFinish(); }), 2);
-    EXPECT_EQ(runner->calls().size(), 1U);
-}
-
-TEST_F(BatchTest, endsAtOnceIfTheQueueIsEmptiedRightAfterStart) {
-    queue({"a.opus"});
-    chooseDestination();
-    model->start();
-    model->remove(job(0));
-    ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }));
-    EXPECT_TRUE(runner->calls().empty());
-}
-
-TEST_F(BatchTest, includesJobsAddedRightAfterStart) {
-    queue({"a.opus"});
-    chooseDestination();
-    model->start();
-    queue({"b.opus"});
-    ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }));
-    EXPECT_EQ(states(), std::vector(2, JobState::completed()));
-}
-
 TEST_F(BatchTest, numbersOutputsOfOneBaseNameUnlessOverwriting) {
     model->add({folder.file("a/x.opus")});
     model->add({folder.file("b/x.ogg")});
@@ -324,41 +248,12 @@ TEST_F(BatchTest, dropsEveryOutcomeOfARemovedJob) {
     }
 }
 
-TEST_F(BatchTest, convertsWithTheSettingsAndTheFolderOfTheStart) {
-    queue({"a.opus", "b.opus"});
-    chooseDestination();
-    model->start();
-    model->setSettings({.format = OutputFormat::wav});
-    panel->answer = std::vector{folder.makeFolder("other")};
-    model->chooseDestination();
-    ASSERT_TRUE(runUntil([this] { return !model->isConverting(); }));
-    ASSERT_EQ(runner->calls().size(), 2U);
-    for (const ScriptedRunner::Call& call : runner->calls()) {
-        EXPECT_EQ(call.settings, ConversionSettings());
-        EXPECT_EQ(call.destination.deletingLastPathComponent(), destination);
-    }
-}
-
 TEST_F(BatchTest, leavesAPendingAlertAtItsEnd) {
     queue({"a.opus"});
     chooseDestination();
     model->setAlertMessage("pending");
     startAndFinish();
     EXPECT_EQ(model->alertMessage(), "pending");
-}
-
-TEST_F(BatchTest, reportsOneRefusalAndLooksNoFurther) {
-    binary.reset();
-    EXPECT_EQ(notifications([this] { model->start(); }), 1);
-    EXPECT_EQ(model->alertMessage(), "Add at least one Opus file first.");
-    EXPECT_EQ(lookups, 0);
-    queue({"a.opus"});
-    model->start();
-    EXPECT_EQ(lookups, 0);
-    chooseDestination();
-    EXPECT_EQ(lookups, 0);
-    model->start();
-    EXPECT_EQ(lookups, 1);
 }
 
 /// Removes the second of three jobs while the first converts, then waits for the batch to end.

@@ -1,108 +1,35 @@
+#include "AccessibilityFixture.h"
 #include "Alert.h"
-#include "Announcement.h"
 #include "Button.h"
-#include "ContentView.h"
 #include "DestinationButton.h"
 #include "DropZone.h"
-#include "FFmpegService.h"
 #include "FormatButton.h"
 #include "FormatGroup.h"
-#include "JobRow.h"
 #include "JobScrollArea.h"
 #include "PopUpButton.h"
 #include "ProgressBar.h"
 #include "QualitySlider.h"
 #include "QueueView.h"
-#include "RunUntil.h"
-#include "Scenario.h"
 #include "SettingsSidebar.h"
 #include "SymbolView.h"
 #include "UserInputFilter.h"
-
-#include <QAccessible>
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusVariant>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace kestrel {
 namespace {
 
 using ::testing::ElementsAre;
 
-/// The notifications shown to assistive technology, in order.
-std::vector<std::string> notifications;
-
-/// How many of them were hidden before, so that screen readers notice that they are shown.
-int hiddenNotifications = 0;
-
-/// The widgets that notifications were shown by, and that got the focus, in order.
-std::vector<const QObject*> notifiers;
-std::vector<const QObject*> focusedObjects;
-
-void record(QAccessibleEvent* event) {
-    if (event->type() == QAccessible::Focus) {
-        focusedObjects.push_back(event->object());
-    }
-    const QAccessibleInterface* interface = event->accessibleInterface();
-    if (interface == nullptr || interface->role() != QAccessible::Notification) {
-        return;
-    }
-    if (event->type() == QAccessible::ObjectHide) {
-        ++hiddenNotifications;
-    } else if (event->type() == QAccessible::ObjectShow) {
-        notifications.push_back(utf8(interface->text(QAccessible::Name)));
-        notifiers.push_back(event->object());
-        EXPECT_EQ(hiddenNotifications, static_cast<int>(notifications.size()));
-    }
-}
-
-/// Sets the desktop's `org.a11y.Status.IsEnabled`, as its accessibility settings do.
-void setScreenReaderEnabled(bool isEnabled) {
-    QDBusMessage set = QDBusMessage::createMethodCall(
-        QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
-        QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Set"));
-    set << QStringLiteral("org.a11y.Status") << QStringLiteral("IsEnabled")
-        << QVariant::fromValue(QDBusVariant(isEnabled));
-    EXPECT_EQ(QDBusConnection::sessionBus().call(set).type(), QDBusMessage::ReplyMessage);
-}
-
-class AccessibilityTest : public ::testing::Test {
-  public:
-    AccessibilityTest(const AccessibilityTest&) = delete;
-    AccessibilityTest& operator=(const AccessibilityTest&) = delete;
-
+class AccessibilityTest : public AccessibilityFixture {
   protected:
-    AccessibilityTest() : view_(scenario_.model, FFmpegService::locateBinary) {
-        view_.resize(960, 640);
-        EXPECT_TRUE(showActive(view_));
-        notifications.clear();
-        notifiers.clear();
-        focusedObjects.clear();
-        hiddenNotifications = 0;
-        setScreenReaderEnabled(true);
-        EXPECT_TRUE(test::runUntil([] { return QAccessible::isActive(); }));
-        QAccessible::installUpdateHandler(record);
-    }
-
-    ~AccessibilityTest() override {
-        QAccessible::installUpdateHandler(nullptr);
-        setScreenReaderEnabled(false);
-    }
-
-    static QAccessibleInterface* interfaceOf(QObject* object) {
-        return QAccessible::queryAccessibleInterface(object);
-    }
-
-    static std::string text(QObject* object, QAccessible::Text kind = QAccessible::Name) {
-        return utf8(interfaceOf(object)->text(kind));
-    }
-
     /// As an AT-SPI client does.
     static void press(Button* button) {
         const QString action = button->isCheckable() ? QAccessibleActionInterface::toggleAction()
@@ -118,9 +45,6 @@ class AccessibilityTest : public ::testing::Test {
             return button->format() == format;
         });
     }
-
-    Scenario scenario_;
-    ContentView view_;
 };
 
 TEST_F(AccessibilityTest, exposesTheQualityAsAPercentage) {
@@ -275,108 +199,6 @@ TEST_F(AccessibilityTest, exposesTheProgressAsAValue) {
     EXPECT_EQ(interfaceOf(bar)->valueInterface()->maximumValue().toInt(), 1000);
 }
 
-TEST_F(AccessibilityTest, announcesTheStartAndTheEndOfABatch) {
-    scenario_.failWith("b.opus", "no such stream");
-    scenario_.add({"a.opus", "b.opus", "c.opus"});
-    EXPECT_THAT(notifications, ElementsAre());
-    ASSERT_TRUE(scenario_.convertAll());
-    EXPECT_THAT(notifications,
-                ElementsAre("Converting", "Conversion finished: 2 complete, 1 failed"));
-}
-
-TEST_F(AccessibilityTest, announcesTheEndOfABatchThoughFilesWereAddedMeanwhile) {
-    scenario_.holdBack("a.opus", 0.5);
-    scenario_.add({"a.opus"});
-    scenario_.start();
-    scenario_.add({"b.opus"});
-    scenario_.gate.open();
-    ASSERT_TRUE(scenario_.finish());
-    EXPECT_THAT(notifications,
-                ElementsAre("Converting", "Conversion finished: 1 complete, 0 failed"));
-}
-
-TEST_F(AccessibilityTest, announcesTheEndOfABatchThoughItsOtherFilesWereRemoved) {
-    scenario_.runner->setScript("a.opus", [this](const auto&, const auto& report) {
-        report(0.5);
-        scenario_.gate.pass();
-        throw FFmpegError::processFailed("interrupted");
-    });
-    scenario_.add({"a.opus", "b.opus"});
-    scenario_.start();
-    ASSERT_TRUE(scenario_.waitForProgress(0));
-    scenario_.model->remove(scenario_.model->jobs()[1]);
-    scenario_.model->cancel();
-    scenario_.gate.open();
-    ASSERT_TRUE(scenario_.finish());
-    EXPECT_THAT(notifications,
-                ElementsAre("Converting", "Conversion finished: 0 complete, 1 failed"));
-}
-
-TEST_F(AccessibilityTest, announcesABatchThatWasStopped) {
-    scenario_.cancelAt("b.opus");
-    scenario_.add({"a.opus", "b.opus"});
-    ASSERT_TRUE(scenario_.convertAll());
-    EXPECT_THAT(notifications,
-                ElementsAre("Converting", "Conversion stopped: 1 complete, 0 failed"));
-}
-
-TEST_F(AccessibilityTest, announcesFromWidgetsThatAreShownButInNobodysWay) {
-    const auto announcements = view_.findChildren<Announcement*>();
-    EXPECT_EQ(announcements.size(), 2);
-    for (const Announcement* announcement : announcements) {
-        EXPECT_TRUE(announcement->isVisible());
-        EXPECT_EQ(announcement->size(), QSize(1, 1));
-        EXPECT_TRUE(announcement->testAttribute(Qt::WA_TransparentForMouseEvents));
-    }
-}
-
-// A screen reader that comes to the start after the end still finds both texts.
-TEST_F(AccessibilityTest, keepsTheTextOfTheStartBesideThatOfTheOutcome) {
-    scenario_.add({"a.opus"});
-    ASSERT_TRUE(scenario_.convertAll());
-    ASSERT_EQ(notifiers.size(), 2U);
-    EXPECT_EQ(text(const_cast<QObject*>(notifiers[0])), "Converting");
-    EXPECT_EQ(text(const_cast<QObject*>(notifiers[1])),
-              "Conversion finished: 1 complete, 0 failed");
-}
-
-TEST_F(AccessibilityTest, announcesNothingButTheRowWhenTabEntersTheQueue) {
-    scenario_.add({"a.opus", "b.opus"});
-    findButton<Button>(view_, "Add Audio")->setFocus();
-    focusedObjects.clear();
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    settle();
-    const auto* row = qobject_cast<JobRow*>(QApplication::focusWidget());
-    ASSERT_NE(row, nullptr);
-    EXPECT_EQ(utf8(row->accessibleDescription()), "1 of 2");
-    EXPECT_THAT(focusedObjects, ElementsAre(row));
-}
-
-TEST_F(AccessibilityTest, announcesTheRowAfterAListThatPassesItTheFocus) {
-    scenario_.add({"a.opus"});
-    auto* list = view_.findChild<JobScrollArea*>();
-    focusedObjects.clear();
-    list->setFocus();
-    settle();
-    EXPECT_THAT(focusedObjects, ElementsAre(list, list->rows().front()));
-}
-
-TEST_F(AccessibilityTest, announcesTheFocusLastThoughTabReachesARowThatIsGone) {
-    scenario_.add({"a.opus", "b.opus"});
-    const auto* list = view_.findChild<JobScrollArea*>();
-    JobRow* first = list->rows().front();
-    scenario_.model->remove(scenario_.model->jobs().front());
-    focusedObjects.clear();
-    // Before the list has been refreshed.
-    first->setFocus(Qt::TabFocusReason);
-    settle();
-    const auto* row = qobject_cast<const JobRow*>(QApplication::focusWidget());
-    ASSERT_NE(row, nullptr);
-    EXPECT_EQ(row->job().source().lastPathComponent(), "b.opus");
-    ASSERT_FALSE(focusedObjects.empty());
-    EXPECT_EQ(focusedObjects.back(), row);
-}
-
 TEST_F(AccessibilityTest, exposesTheFormatsAsAGroupOfRadioButtonsWithTheirPlaces) {
     EXPECT_EQ(interfaceOf(view_.findChild<FormatGroup*>())->role(), QAccessible::Grouping);
     EXPECT_EQ(text(view_.findChild<FormatGroup*>()), "Output format");
@@ -429,15 +251,6 @@ TEST_F(AccessibilityTest, announcesNoContainerBetweenThePanelAndItsList) {
     }
 }
 
-TEST_F(AccessibilityTest, announcesNothingWhileABatchRuns) {
-    scenario_.holdBack("b.opus", 0.5);
-    scenario_.add({"a.opus", "b.opus"});
-    scenario_.start();
-    ASSERT_TRUE(scenario_.waitForProgress(1));
-    settle();
-    EXPECT_THAT(notifications, ElementsAre("Converting"));
-}
-
 TEST_F(AccessibilityTest, groupsSidebarAndQueueAndShowsCheckMarksAsGraphics) {
     EXPECT_EQ(interfaceOf(view_.findChild<SettingsSidebar*>())->role(), QAccessible::Grouping);
     EXPECT_EQ(text(view_.findChild<SettingsSidebar*>()), "Settings");
@@ -448,14 +261,6 @@ TEST_F(AccessibilityTest, groupsSidebarAndQueueAndShowsCheckMarksAsGraphics) {
     auto* checkMark = find<SymbolView>(view_, "checkMark");
     EXPECT_EQ(interfaceOf(checkMark)->role(), QAccessible::Graphic);
     EXPECT_EQ(text(checkMark), "Complete");
-}
-
-TEST_F(AccessibilityTest, announcesWithoutTakingTheFocus) {
-    scenario_.add({"a.opus"});
-    auto* slider = view_.findChild<QualitySlider*>();
-    slider->setFocus();
-    ASSERT_TRUE(scenario_.convertAll());
-    EXPECT_TRUE(slider->hasFocus());
 }
 
 } // namespace

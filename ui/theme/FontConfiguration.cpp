@@ -33,7 +33,12 @@ QString bestMatch(const QString& family) {
 
 std::jthread readFontConfiguration() {
     try {
-        return std::jthread([] { FcInit(); });
+        return std::jthread([] {
+            FcInit();
+            // Of the system's fonts without a platform theme.
+            installedFontFamily(QStringLiteral("Sans Serif"));
+            installedFontFamily(QStringLiteral("monospace"));
+        });
     } catch (const std::system_error&) {
         return {};
     }

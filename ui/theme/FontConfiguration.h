@@ -7,11 +7,12 @@
 namespace kestrel {
 
 /// Reads fontconfig's configuration on another thread, so that Qt does not read it on the main
-/// thread with the first text. Returns that thread, or none if it cannot be started.
+/// thread with the first text, and looks up the usual families. Returns that thread, or none if it
+/// cannot be started.
 std::jthread readFontConfiguration();
 
 /// Returns the installed family that fontconfig has for a family, which may be generic, such as
-/// "monospace". Called on the main thread.
+/// "monospace". Not called on two threads at once.
 QString installedFontFamily(const QString& family);
 
 } // namespace kestrel

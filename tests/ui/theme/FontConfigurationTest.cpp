@@ -46,6 +46,17 @@ bool hasFontFolder(std::string_view path) {
     std::_Exit(isRead ? 0 : 1);
 }
 
+[[noreturn]] void lookUpFamiliesWithoutFonts() {
+    readFontConfiguration().join();
+    FcConfigSetCurrent(FcConfigCreate());
+    const auto isKnown = [](const QString& family) {
+        return installedFontFamily(family) != family;
+    };
+    const bool areUsualOnesKnown =
+        isKnown(QStringLiteral("Sans Serif")) && isKnown(QStringLiteral("monospace"));
+    std::_Exit(areUsualOnesKnown && !isKnown(QStringLiteral("serif")) ? 0 : 1);
+}
+
 [[noreturn]] void readWithoutThreads() {
     const rlimit noThread{0, 0};
     if (!dropPrivileges() || ::setrlimit(RLIMIT_NPROC, &noThread) != 0) {
@@ -57,6 +68,11 @@ bool hasFontFolder(std::string_view path) {
 TEST(FontConfigurationDeathTest, hasBeenReadOnceItsThreadEnds) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(readAFileThatIsGoneAfterwards(), ::testing::ExitedWithCode(0), "");
+}
+
+TEST(FontConfigurationDeathTest, looksUpTheUsualFamiliesOnItsThread) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(lookUpFamiliesWithoutFonts(), ::testing::ExitedWithCode(0), "");
 }
 
 TEST(FontConfigurationDeathTest, isLeftToQtWhereNoThreadCanBeStarted) {

@@ -14,7 +14,6 @@
 #include <QScrollBar>
 
 #include <algorithm>
-#include <cstdlib>
 #include <limits>
 
 namespace kestrel {
@@ -82,18 +81,11 @@ void JobScrollArea::refreshMoved(int dy) {
 
 std::vector<JobRow*> JobScrollArea::rows() const {
     std::vector<JobRow*> rows;
-    rows.reserve(placed_.size());
-    for (const RowWidget& placed : placed_) {
+    rows.reserve(rows_.placed().size());
+    for (const RecycledRows::RowWidget& placed : rows_.placed()) {
         rows.push_back(placed.row);
     }
     return rows;
-}
-
-JobRow* JobScrollArea::row(std::size_t index) const {
-    const auto found =
-        std::find_if(placed_.begin(), placed_.end(),
-                     [index](const RowWidget& placed) { return placed.index == index; });
-    return found != placed_.end() ? found->row : nullptr;
 }
 
 void JobScrollArea::focusInEvent(QFocusEvent* event) {
@@ -178,15 +170,9 @@ std::optional<std::size_t> JobScrollArea::indexOf(const UUID& id, std::size_t be
     return std::nullopt;
 }
 
-std::optional<std::size_t> JobScrollArea::indexOf(const JobRow& row) const {
-    const auto found = std::find_if(placed_.begin(), placed_.end(),
-                                    [&row](const RowWidget& placed) { return placed.row == &row; });
-    return found != placed_.end() ? std::optional(found->index) : std::nullopt;
-}
-
 std::vector<JobScrollArea::VisibleRow> JobScrollArea::visibleRows(int dy) const {
     std::vector<VisibleRow> visible;
-    for (const auto& [row, index] : placed_) {
+    for (const auto& [row, index] : rows_.placed()) {
         const QRect geometry = row->geometry();
         const int bottom = geometry.top() + geometry.height();
         if (bottom > 0 && geometry.top() < viewport()->height()) {
@@ -291,76 +277,21 @@ std::vector<std::size_t> JobScrollArea::rowsToPlace() {
 }
 
 void JobScrollArea::placeRows() {
-    const std::vector<std::size_t> indexes = rowsToPlace();
-    const int dy = pendingScroll();
-    RowsByJob unused;
-    for (const RowWidget& placed : placed_) {
-        unused.emplace(placed.row->job().id(), placed.row);
+    std::vector<RecycledRows::Place> places;
+    for (const std::size_t index : rowsToPlace()) {
+        places.push_back({index, geometryOf(index)});
     }
-    placed_.clear();
-    const std::vector<std::size_t> missing = placeKept(indexes, unused, dy);
-    if (dy != 0) {
-        placeMissing(missing, dy);
-        viewport()->scroll(0, dy);
-        separators_.scroll(dy);
-    }
-    JobRow* orphan = recycle(unused);
-    if (dy == 0) {
-        placeMissing(missing, 0);
-    }
-    std::sort(placed_.begin(), placed_.end(),
-              [](const RowWidget& a, const RowWidget& b) { return a.index < b.index; });
+    const auto [dy, orphan] = rows_.place(jobs(), places, tabStop_.focusedRow());
+    separators_.scroll(dy);
     if (orphan != nullptr) {
         tabStop_.moveFocusFrom(*orphan);
-        recycle(orphan);
+        rows_.recycle(orphan);
     }
-    for (const RowWidget& placed : placed_) {
+    for (const RecycledRows::RowWidget& placed : rows_.placed()) {
         placed.row->removeButton()->refreshHover();
     }
     tabStop_.updateTabStop();
     updateSeparators();
-}
-
-std::vector<std::size_t> JobScrollArea::placeKept(const std::vector<std::size_t>& indexes,
-                                                  RowsByJob& unused, int dy) {
-    std::vector<std::size_t> missing;
-    for (const std::size_t index : indexes) {
-        const auto found = unused.find(jobs()[index].id());
-        if (found == unused.end()) {
-            missing.push_back(index);
-            continue;
-        }
-        place(found->second, index, dy);
-        unused.erase(found);
-    }
-    return missing;
-}
-
-void JobScrollArea::placeMissing(const std::vector<std::size_t>& indexes, int dy) {
-    for (const std::size_t index : indexes) {
-        JobRow* row = takeSpareRow();
-        place(row, index, dy);
-        if (!row->geometry().intersects(viewport()->rect())) {
-            // A scroll uncovers it and so paints it.
-            row->discardPostedUpdates();
-        }
-    }
-}
-
-int JobScrollArea::pendingScroll() const {
-    if (!viewport()->isVisible()) {
-        // QWidget::scroll would do nothing.
-        return 0;
-    }
-    const auto [first, end] = visibleRange();
-    for (const auto& [row, index] : placed_) {
-        if (index >= first && index < end && jobs()[index].id() == row->job().id()) {
-            const int dy = topOf(index) - row->y();
-            // Beyond that, more is uncovered than copied, and more rows are widgets at a time.
-            return std::abs(dy) <= viewport()->height() / 2 ? dy : 0;
-        }
-    }
-    return 0;
 }
 
 int JobScrollArea::topOf(std::size_t index) const {
@@ -377,40 +308,12 @@ QRect JobScrollArea::rowSpan() const {
     return QStyle::visualRect(layoutDirection(), viewport()->rect(), span);
 }
 
-void JobScrollArea::place(JobRow* row, std::size_t index, int dy) {
-    row->setJob(jobs()[index]);
-    row->setPosition(index, jobs().size());
+QRect JobScrollArea::geometryOf(std::size_t index) const {
     const QRect span = rowSpan();
-    row->setGeometry(span.left(), topOf(index) - dy, span.width(),
-                     heights_.offsets().height(index));
-    row->show();
-    placed_.push_back({row, index});
+    return {span.left(), topOf(index), span.width(), heights_.offsets().height(index)};
 }
 
-JobRow* JobScrollArea::recycle(const RowsByJob& unused) {
-    JobRow* const focused = tabStop_.focusedRow();
-    JobRow* orphan = nullptr;
-    for (const auto& [id, row] : unused) {
-        if (row == focused) {
-            orphan = row;
-        } else {
-            recycle(row);
-        }
-    }
-    return orphan;
-}
-
-void JobScrollArea::recycle(JobRow* row) {
-    row->hide();
-    spare_.push_back(row);
-}
-
-JobRow* JobScrollArea::takeSpareRow() {
-    if (!spare_.empty()) {
-        JobRow* row = spare_.back();
-        spare_.pop_back();
-        return row;
-    }
+JobRow* JobScrollArea::makeRow() {
     auto* row = new JobRow(model_, viewport());
     tabStop_.adopt(*row);
     return row;
@@ -419,7 +322,7 @@ JobRow* JobScrollArea::takeSpareRow() {
 void JobScrollArea::updateSeparators() {
     std::vector<QRect> separators;
     const QRect all = viewport()->rect();
-    for (const auto& [row, index] : placed_) {
+    for (const auto& [row, index] : rows_.placed()) {
         const bool isLast = index + 1 == jobs().size();
         const int bottom = row->geometry().bottom();
         if (isLast || bottom < 0 || bottom >= all.height()) {

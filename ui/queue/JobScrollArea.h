@@ -3,6 +3,7 @@
 #include "ConverterViewModel.h"
 #include "JobRowHeights.h"
 #include "QueueChanges.h"
+#include "RecycledRows.h"
 #include "RovingTabStop.h"
 #include "RowSeparators.h"
 #include "UUID.h"
@@ -12,7 +13,6 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -47,13 +47,13 @@ class JobScrollArea : public QAbstractScrollArea {
     std::optional<std::size_t> indexOf(const UUID& id, std::size_t before) const;
 
     /// Returns the index of a row, or none while it is not shown.
-    std::optional<std::size_t> indexOf(const JobRow& row) const;
+    std::optional<std::size_t> indexOf(const JobRow& row) const { return rows_.indexOf(row); }
 
     /// The rows that are widgets, in the order of the queue.
     std::vector<JobRow*> rows() const;
 
     /// Returns the widget of a row, or null if it has none.
-    JobRow* row(std::size_t index) const;
+    JobRow* row(std::size_t index) const { return rows_.row(index); }
 
     /// The heights of all rows, as of the last refresh.
     const JobRowHeights& heights() const noexcept { return heights_; }
@@ -77,11 +77,6 @@ class JobScrollArea : public QAbstractScrollArea {
     void scrollContentsBy(int dx, int dy) override;
 
   private:
-    struct RowWidget {
-        JobRow* row;
-        std::size_t index;
-    };
-
     /// A row that was visible before a change, and its edges in the viewport, in pixels.
     struct VisibleRow {
         UUID id;
@@ -89,8 +84,6 @@ class JobScrollArea : public QAbstractScrollArea {
         int top;
         int bottom;
     };
-
-    using RowsByJob = std::unordered_map<UUID, JobRow*>;
 
     /// The first row, and the one after the last.
     using Range = std::pair<std::size_t, std::size_t>;
@@ -116,29 +109,18 @@ class JobScrollArea : public QAbstractScrollArea {
     void placeRows();
     /// The rows that need a widget, in order.
     std::vector<std::size_t> rowsToPlace();
-    /// How far the rows that stay visible have to move, down in pixels; 0 if nothing is to be
-    /// scrolled.
-    int pendingScroll() const;
-    /// Places the rows that have a widget, and takes these from `unused`. Returns the other rows.
-    std::vector<std::size_t> placeKept(const std::vector<std::size_t>& indexes, RowsByJob& unused,
-                                       int dy);
-    void placeMissing(const std::vector<std::size_t>& indexes, int dy);
-    /// Places a row where a scroll by `dy` takes it to its place.
-    void place(JobRow* row, std::size_t index, int dy);
+    /// Where a row has to be in the viewport.
+    QRect geometryOf(std::size_t index) const;
     /// The top edge of a row in the viewport.
     int topOf(std::size_t index) const;
-    /// Recycles all but the one with the keyboard focus, if any, and returns that one.
-    JobRow* recycle(const RowsByJob& unused);
-    void recycle(JobRow* row);
-    JobRow* takeSpareRow();
+    JobRow* makeRow();
     /// The left and the right edge of every row, in the viewport.
     QRect rowSpan() const;
     void updateSeparators();
 
     std::shared_ptr<ConverterViewModel> model_;
     JobRowHeights heights_;
-    std::vector<RowWidget> placed_;
-    std::vector<JobRow*> spare_;
+    RecycledRows rows_{*viewport(), [this] { return makeRow(); }};
     RowSeparators separators_{*viewport()};
     /// Since the last refresh; during one, those that it shows.
     QueueChanges changes_;

@@ -15,7 +15,6 @@
 #include <QEvent>
 #include <QIcon>
 #include <QMetaObject>
-#include <QPainter>
 #include <QPixmap>
 #include <QScreen>
 #include <QWindow>

@@ -21,9 +21,14 @@ bool render(QPicture& picture, const QString& path, kestrel::Rendering rendering
     if (!file.open(QIODevice::WriteOnly)) {
         return false;
     }
-    for (const QString& side : sides) {
-        const QImage image = kestrel::renderPicture(picture, rendering, side.toInt());
-        file.putChar(static_cast<char>(image.width()));
+    for (const QString& text : sides) {
+        bool isByte = false;
+        const int side = text.toUShort(&isByte);
+        if (!isByte || side == 0 || side > 255) {
+            return false;
+        }
+        const QImage image = kestrel::renderPicture(picture, rendering, side);
+        file.putChar(static_cast<char>(side));
         for (int y = 0; y < image.height(); ++y) {
             // Without the padding of QImage's lines.
             file.write(reinterpret_cast<const char*>(image.scanLine(y)), // NOLINT: bytes
@@ -38,7 +43,8 @@ bool render(QPicture& picture, const QString& path, kestrel::Rendering rendering
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() < 5) {
+    const bool isMask = arguments.value(4) == QStringLiteral("mask");
+    if (!isMask && arguments.value(4) != QStringLiteral("pixels")) {
         static_cast<void>(
             std::fputs("usage: svg-to-picture SVG PICTURE RENDERED pixels|mask SIDE...\n", stderr));
         return 2;
@@ -50,8 +56,7 @@ int main(int argc, char** argv) {
     QPainter painter(&picture);
     renderer.render(&painter, box);
     painter.end();
-    const auto rendering = arguments.at(4) == QStringLiteral("mask") ? kestrel::Rendering::mask
-                                                                     : kestrel::Rendering::pixels;
+    const auto rendering = isMask ? kestrel::Rendering::mask : kestrel::Rendering::pixels;
     const bool isWritten = picture.save(arguments.at(2)) &&
                            render(picture, arguments.at(3), rendering, arguments.sliced(5));
     return renderer.isValid() && isWritten ? 0 : 1;

@@ -40,7 +40,6 @@ constexpr int badgeFontSize = 35;
 
 void drawDropBadge(QPainter& painter, const QRect& rect, const QPalette& palette) {
     const ThemeColor purple = ThemeColor::Name::purple;
-    painter.setRenderHint(QPainter::Antialiasing);
     QPainterPath disc;
     disc.addEllipse(rect);
     fillShape(painter, disc, purple.withOpacity(0.1).color(palette));
@@ -119,7 +118,6 @@ void DropZone::paintEvent(QPaintEvent*) {
     const double side = zonePadding + outlineInset + width / 2.0;
     const double top = outlineInset + width / 2.0;
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
     strokeShape(painter,
                 continuousRectangle(QRectF(rect()).adjusted(side, top, -side, -top), outlineRadius),
                 pen);

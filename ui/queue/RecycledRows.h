@@ -24,21 +24,21 @@ class RecycledRows {
   public:
     /// A row, and where it has to be in the viewport.
     struct Place {
-        std::size_t index;
+        std::size_t index = 0;
         QRect geometry;
     };
 
     struct RowWidget {
-        JobRow* row;
-        std::size_t index;
+        JobRow* row = nullptr;
+        std::size_t index = 0;
     };
 
     struct Outcome {
         /// How far the pixels of the viewport were scrolled down; 0 if they were not.
-        int dy;
+        int dy = 0;
         /// The row with the keyboard focus, if its job has no place any more; to be recycled once
         /// the focus has left it. Else null.
-        JobRow* orphan;
+        JobRow* orphan = nullptr;
     };
 
     /// `make` returns a new row, a child of the viewport. Requires: `viewport` outlives this

@@ -35,7 +35,7 @@ std::jthread readFontConfiguration() {
     try {
         return std::jthread([] {
             FcInit();
-            // Of the system's fonts without a platform theme.
+            // Qt's default families without a platform theme.
             installedFontFamily(QStringLiteral("Sans Serif"));
             installedFontFamily(QStringLiteral("monospace"));
         });

@@ -12,7 +12,8 @@ namespace kestrel {
 std::jthread readFontConfiguration();
 
 /// Returns the installed family that fontconfig has for a family, which may be generic, such as
-/// "monospace". Not called on two threads at once.
+/// "monospace". Not thread-safe. Requires: the thread of readFontConfiguration, which calls it, has
+/// ended.
 QString installedFontFamily(const QString& family);
 
 } // namespace kestrel

@@ -14,7 +14,9 @@ namespace {
 using Paint = std::function<void(QPainter&)>;
 
 bool isRaster(const QPainter& painter) {
-    return painter.paintEngine()->type() == QPaintEngine::Raster;
+    // Null if the painter is not active, as on a window without memory for its pixels.
+    const QPaintEngine* engine = painter.paintEngine();
+    return engine != nullptr && engine->type() == QPaintEngine::Raster;
 }
 
 double scaleOf(const QTransform& transform) {
@@ -52,7 +54,7 @@ void paintOnImage(QPainter& painter, const QRect& deviceArea, const Paint& paint
 
     painter.save();
     painter.setTransform(toDevice.inverted() * painter.transform());
-    // The rows of a tall image are many spans, too.
+    // With a clip region, Qt draws an image row by row: less than 96 rows stay on this thread.
     constexpr int height = 64;
     for (int top = 0; top < image.height(); top += height) {
         painter.drawImage(deviceArea.topLeft() + QPoint(0, top), image,
@@ -62,16 +64,19 @@ void paintOnImage(QPainter& painter, const QRect& deviceArea, const Paint& paint
 }
 
 void paintShape(QPainter& painter, const QRect& deviceArea, const Paint& paint) {
-    // Not for a whole window's worth of pixels, such as those inside the drop zone's outline.
+    // So few rows have less than 96 spans.
+    constexpr int fewRows = 16;
+    // An image of the drop zone, for its outline, would cost more than the threads.
     constexpr int maxPixels = 300 * 300;
-    if (!isRaster(painter) || deviceArea.width() * deviceArea.height() > maxPixels) {
-        paintDirectly(painter, paint);
-    } else {
+    if (isRaster(painter) && deviceArea.height() > fewRows &&
+        deviceArea.width() * deviceArea.height() <= maxPixels) {
         paintOnImage(painter, deviceArea, paint);
+    } else {
+        paintDirectly(painter, paint);
     }
 }
 
-/// Lines up to a pixel wide are not filled but drawn pixel by pixel: at once, if the clip is a
+/// Qt draws lines of up to one device pixel with QCosmeticStroker, without spans if the clip is a
 /// rectangle.
 void strokeThinly(QPainter& painter, const QPainterPath& path, const QPen& pen) {
     const QRect area = path.controlPointRect().toAlignedRect().adjusted(-1, -1, 1, 1);
@@ -82,7 +87,7 @@ void strokeThinly(QPainter& painter, const QPainterPath& path, const QPen& pen) 
 }
 
 /// Fills band by band, with few spans at a time.
-void fillInBands(QPainter& painter, const QPainterPath& path, const QBrush& brush) {
+void fillPathInBands(QPainter& painter, const QPainterPath& path, const QBrush& brush) {
     const QTransform toDevice = painter.deviceTransform();
     const QTransform own = painter.transform();
     const QTransform onDevice = toDevice.inverted() * own;
@@ -102,7 +107,7 @@ void fillInBands(QPainter& painter, const QPainterPath& path, const QBrush& brus
 
 void fillShape(QPainter& painter, const QPainterPath& path, const QBrush& brush) {
     if (isRaster(painter) && brush.style() != Qt::SolidPattern) {
-        fillInBands(painter, path, brush);
+        fillPathInBands(painter, path, brush);
         return;
     }
     paintShape(painter, deviceArea(painter, path, Qt::NoPen),

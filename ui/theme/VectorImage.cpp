@@ -16,8 +16,9 @@ QString pathOf(const QString& name, QStringView suffix) {
     return QStringLiteral(":/images/%1.%2").arg(name, suffix);
 }
 
-/// The image as it was rendered at build time; null if it was not rendered in this size.
-QImage builtImage(const QString& name, Rendering rendering, int side) {
+} // namespace
+
+QImage prerenderedImage(const QString& name, Rendering rendering, int side) {
     const QResource resource(pathOf(name, rendering == Rendering::mask ? u"mask" : u"pixels"));
     std::span rest(resource.data(), static_cast<std::size_t>(resource.size()));
     QImage image(side, side, formatOf(rendering));
@@ -38,10 +39,8 @@ QImage builtImage(const QString& name, Rendering rendering, int side) {
     return {};
 }
 
-} // namespace
-
 QImage vectorImage(const QString& name, Rendering rendering, int side) {
-    QImage image = builtImage(name, rendering, side);
+    QImage image = prerenderedImage(name, rendering, side);
     if (!image.isNull()) {
         return image;
     }

@@ -27,7 +27,7 @@ using Paint = std::function<void(QPainter&)>;
 
 const QColor translucent(200, 30, 90, 77);
 
-QImage painted(double devicePixelRatio, const Paint& paint) {
+QImage paintedShapes(double devicePixelRatio, const Paint& paint) {
     QImage image(QSize(500, 400) * devicePixelRatio, QImage::Format_RGB32);
     image.setDevicePixelRatio(devicePixelRatio);
     image.fill(QColor(30, 60, 90));
@@ -77,10 +77,11 @@ int maxDifference(const QImage& one, const QImage& other) {
     return difference;
 }
 
-/// But for rounding.
+/// Up to rounding errors.
 void expectEqual(const Paint& expected, const Paint& actual) {
     for (const double ratio : {1.0, 1.25, 1.5, 2.0}) {
-        EXPECT_LE(maxDifference(painted(ratio, actual), painted(ratio, expected)), 2) << ratio;
+        EXPECT_LE(maxDifference(paintedShapes(ratio, actual), paintedShapes(ratio, expected)), 2)
+            << ratio;
     }
 }
 
@@ -109,7 +110,7 @@ std::ptrdiff_t threadCount() {
 
 [[noreturn]] void exitWithThreadsStarted() {
     const std::ptrdiff_t before = threadCount();
-    painted(1, [](QPainter& painter) {
+    paintedShapes(1.0, [](QPainter& painter) {
         paintAllShapes(painter);
         // As a window's region may be: not a rectangle.
         painter.setClipRegion(QRegion(0, 0, 50, 100) + QRegion(0, 100, 40, 300));
@@ -141,8 +142,8 @@ TEST(ShapePaintingTest, strokesThePixelsThatQPainterStrokes) {
 
 TEST(ShapePaintingTest, respectsTheClip) {
     const QRect clip(20, 10, 30, 30);
-    const QImage blank = painted(1, [](QPainter&) {});
-    QImage image = painted(1, [&](QPainter& painter) {
+    const QImage blank = paintedShapes(1, [](QPainter&) {});
+    QImage image = paintedShapes(1, [&](QPainter& painter) {
         painter.setClipRect(clip);
         paintAllShapes(painter);
     });
@@ -152,7 +153,7 @@ TEST(ShapePaintingTest, respectsTheClip) {
 }
 
 TEST(ShapePaintingTest, preservesThePaintersState) {
-    painted(2, [](QPainter& painter) {
+    paintedShapes(2, [](QPainter& painter) {
         painter.setPen(Qt::green);
         painter.setBrush(Qt::cyan);
         painter.setRenderHints(QPainter::Antialiasing, false);
